@@ -1,0 +1,42 @@
+# SPDX-License-Identifier: Apache-2.0
+# Installs a library so that find_package(NAME) gives NAME::NAME, and pkg-config knows NAME.
+#
+#   vesk_install_library(NAME DESCRIPTION text
+#                        [DEPENDENCIES find_dependency arguments...] [PKGCONFIG_REQUIRES names...])
+#
+# Headers (the target's file sets HEADERS and generated_headers) go below include/veskpackage, so that
+# #include <package/...> and #include <vesk/...> hold in the installed tree as in the source tree.
+include(CMakePackageConfigHelpers)
+
+function(vesk_install_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 ARG "" "DESCRIPTION" "DEPENDENCIES;PKGCONFIG_REQUIRES")
+
+  set(headers ${CMAKE_INSTALL_INCLUDEDIR}/veskpackage)
+  set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/${name})
+  install(
+    TARGETS ${name}
+    EXPORT ${name}-targets
+    FILE_SET HEADERS DESTINATION ${headers}
+    FILE_SET generated_headers DESTINATION ${headers}
+    INCLUDES DESTINATION ${headers})
+  install(EXPORT ${name}-targets NAMESPACE ${name}:: DESTINATION ${config_dir})
+
+  set(find_dependencies "")
+  foreach(dependency IN LISTS ARG_DEPENDENCIES)
+    string(APPEND find_dependencies "find_dependency(${dependency})\n")
+  endforeach()
+  configure_package_config_file(
+    ${PROJECT_SOURCE_DIR}/cmake/config.cmake.in ${CMAKE_CURRENT_BINARY_DIR}/${name}-config.cmake
+    INSTALL_DESTINATION ${config_dir})
+  write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/${name}-config-version.cmake
+                                   COMPATIBILITY SameMinorVersion)
+  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${name}-config.cmake
+                ${CMAKE_CURRENT_BINARY_DIR}/${name}-config-version.cmake
+          DESTINATION ${config_dir})
+
+  list(JOIN ARG_PKGCONFIG_REQUIRES ", " requires)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/pkgconfig.pc.in
+                 ${CMAKE_CURRENT_BINARY_DIR}/${name}.pc @ONLY)
+  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${name}.pc
+          DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endfunction()

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef PACKAGE_BEHAVIORINFO_P_HPP
+#define PACKAGE_BEHAVIORINFO_P_HPP
+
+#include <list>
+#include <map>
+#include <string>
+
+class QDomDocument;
+class QDomNode;
+
+namespace vesk
+{
+
+class BehaviorInfo;
+
+/// What a BehaviorInfo holds. Maps are keyed by language code, but for the conditions.
+struct BehaviorInfoPrivate
+{
+  std::string path;   ///< relative to the package
+  std::string nature; ///< "interactive", "solitary" or any other text
+  std::map<std::string, std::string> langToName;
+  std::map<std::string, std::string> langToDesc;
+  std::string categories; ///< carried along; neither the handle nor a manifest gives access to it
+  std::map<std::string, std::list<std::string>> langToTags;
+  std::map<std::string, std::list<std::string>> langToTriggerSentences; ///< what a user may say
+  std::map<std::string, std::list<std::string>> langToLoadingResponses; ///< said while loading
+  std::map<std::string, std::list<std::string>> purposeToCondition;     ///< when it is launched
+  std::list<std::string> permissions; ///< supported ones, each at most once
+  bool userRequestable = false;
+
+  /// The handle that owns this record. Copied with the record, so a handle sets it again.
+  BehaviorInfo* owner = nullptr;
+
+  void trimExtraInfo(std::list<std::string> descriptionLanguages,
+                     std::list<std::string> supportedLanguages);
+
+  /// Adds what a "behaviorContent" element holds to the record of the owner. Always true.
+  bool loadFromManifest(QDomNode& node);
+  /// Appends a "behaviorContent" element to \p parent.
+  void saveToManifest(QDomDocument& doc, QDomNode& parent);
+};
+
+} // namespace vesk
+
+#endif

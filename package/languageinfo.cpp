@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <package/languageinfo.hpp>
+
+#include <package/languageinfo_p.hpp>
+#include <package/languages.hpp>
+#include <package/recordaccess.hpp>
+#include <package/reporting.hpp>
+#include <package/xml/names.hpp>
+#include <package/xml/reading.hpp>
+#include <package/xml/writing.hpp>
+
+#include <QDomElement>
+
+#include <ostream>
+#include <utility>
+
+namespace vesk
+{
+
+LanguageInfo::LanguageInfo() : record(std::make_unique<LanguageInfoPrivate>())
+{
+  record->owner = this;
+}
+
+LanguageInfo::LanguageInfo(const LanguageInfo& other)
+    : record(std::make_unique<LanguageInfoPrivate>(*other.record))
+{
+  record->owner = this;
+}
+
+LanguageInfo::LanguageInfo(LanguageInfo&& other) noexcept : record(std::move(other.record))
+{
+  if (record)
+  {
+    record->owner = this;
+  }
+}
+
+// The unusual result is part of the interface.
+// NOLINTNEXTLINE(misc-unconventional-assign-operator,cppcoreguidelines-c-copy-assignment-signature)
+LanguageInfo LanguageInfo::operator=(const LanguageInfo& other)
+{
+  assignRecord(record, other.record);
+  record->owner = this;
+  return *this;
+}
+
+LanguageInfo::~LanguageInfo() = default;
+
+std::string LanguageInfo::path() const { return record->path; }
+
+void LanguageInfo::setPath(const std::string& path) { record->path = path; }
+
+std::string LanguageInfo::locale() const { return record->locale; }
+
+void LanguageInfo::setLocale(const std::string& locale) { record->locale = locale; }
+
+std::string LanguageInfo::engineName() const { return record->engineName; }
+
+void LanguageInfo::setEngineName(const std::string& name) { record->engineName = name; }
+
+std::string LanguageInfo::engineVersion() const { return record->engineVersion; }
+
+void LanguageInfo::setEngineVersion(const std::string& version) { record->engineVersion = version; }
+
+std::string LanguageInfo::name(const std::string& lang) const
+{
+  return textOrEmpty(record->langToName, lang);
+}
+
+void LanguageInfo::setName(const std::string& name, const std::string& lang)
+{
+  record->langToName[lang] = name;
+}
+
+bool LanguageInfoPrivate::loadFromManifest(QDomNode& node)
+{
+  const ManifestNames& names = manifestNames();
+  LanguageInfoPrivate& record = recordOf(*owner);
+  record.path = attributeOf(node.toElement(), names.path);
+  forEachChild(node,
+               [&](const QDomNode& child)
+               {
+                 const QString name = child.nodeName();
+                 if (name == names.names)
+                 {
+                   readLocalizedTexts(child, record.langToName);
+                 }
+                 else if (name == names.engine)
+                 {
+                   const QDomElement engine = child.toElement();
+                   record.engineName = attributeOf(engine, names.name);
+                   record.engineVersion = attributeOf(engine, names.version);
+                 }
+                 else if (name == names.locale)
+                 {
+                   record.locale = textOf(child.toElement());
+                 }
+               });
+  return true;
+}
+
+void LanguageInfoPrivate::saveToManifest(QDomDocument& doc, QDomNode& parent)
+{
+  const ManifestNames& names = manifestNames();
+  QDomElement language = appendElement(doc, parent, names.languageContent);
+  setAttribute(language, names.path, path);
+  QDomElement engine = appendElement(doc, language, names.engine);
+  setAttribute(engine, names.name, engineName);
+  setAttribute(engine, names.version, engineVersion);
+  QDomElement localeElement = appendElement(doc, language, names.locale);
+  addTextNode(doc, localeElement, locale);
+  addLocalizedDataElement(doc, language, langToName, names.names, names.name, names.lang);
+}
+
+std::ostream& operator<<(std::ostream& out, const LanguageInfo& language)
+{
+  out << "ISO 639 code: " << language.locale() << std::endl;
+  out << "Relative path: " << language.path() << std::endl;
+  out << "Engine name: " << language.engineName() << std::endl;
+  out << "Engine version: " << language.engineVersion() << std::endl;
+  out << "Names:" << std::endl;
+  printTexts(out, recordOf(language).langToName);
+  return out;
+}
+
+} // namespace vesk

@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef PACKAGE_PACKAGEINFO_HPP
+#define PACKAGE_PACKAGEINFO_HPP
+
+#include <package/behaviorinfo.hpp>
+#include <package/dialoginfo.hpp>
+#include <package/export.hpp>
+#include <package/languageinfo.hpp>
+
+#include <iosfwd>
+#include <list>
+#include <map>
+#include <memory>
+#include <string>
+
+class QFile;
+
+namespace vesk
+{
+
+struct PackageInfoPrivate;
+struct RecordAccess;
+
+/// A service that a package provides.
+struct PackageService
+{
+  std::string execStart; ///< command line that starts it
+  std::string name;
+  bool autoRun = false; ///< whether it is started by itself; "autorun" in a manifest
+};
+
+/// The robot hardware that a package runs on. Versions are free texts; none is compared here.
+struct RobotRequirement
+{
+  std::string model;
+  std::string minHeadVersion;
+  std::string maxHeadVersion;
+  std::string minBodyVersion;
+  std::string maxBodyVersion;
+};
+
+/// The versions of the robot's system software that a package runs on, as free texts.
+struct MirelRequirement
+{
+  std::string minVersion;
+  std::string maxVersion;
+};
+
+/// The manifest of one application package: its identity, its texts in several languages, what it
+/// needs and provides, and descriptions of what it contains.
+///
+/// | What                     | Accessors                                | In the manifest          |
+/// |--------------------------|------------------------------------------|--------------------------|
+/// | uuid, version, author, organization, date, type version, channel | uuid, setUuid, … | root attributes |
+/// | installer, path          | installer, path, …                       | neither read nor written |
+/// | names, descriptions      | name, names, setName, …                  | "names", "descriptions"  |
+/// | languages of the content | supportedLanguages, …                    | "supportedLanguages"     |
+/// | languages of the texts   | descriptionLanguages, …                  | "descriptionLanguages"   |
+/// | content                  | behaviors, dialogs, languages, …         | "contents"               |
+/// | requirements             | robotRequirements, mirelRequirements, …  | "requirements"           |
+/// | services, executables    | services, executableFiles, …             | "services", "executableFiles" |
+///
+/// \code
+/// vesk::PackageInfo package;
+/// if (!package.loadFromManifestFile("manifest.xml")) { return 1; } // the log says why
+/// package.setName("Museum guide", "en_US");
+/// package.saveToManifestFile("manifest.xml");
+/// \endcode
+///
+/// All text is UTF-8; versions and dates are free texts. Texts come first in argument lists, the
+/// language last. Nothing is checked and editing reports no error. A copy shares nothing with its
+/// source. References that accessors give are valid until the package is changed, assigned to or
+/// destroyed. A moved-from package may only be destroyed or assigned to. A package must not be used
+/// by two threads at once; distinct packages may.
+class VESKPACKAGE_EXPORT PackageInfo
+{
+public:
+  /// An empty package.
+  PackageInfo();
+  PackageInfo(const PackageInfo& other);
+  PackageInfo(PackageInfo&& other) noexcept;
+  /// Takes over all of \p other, and gives a further copy, not a reference to this object.
+  PackageInfo operator=(const PackageInfo& other);
+  ~PackageInfo();
+
+  /// The package's identifier.
+  const std::string& uuid() const;
+  void setUuid(const std::string& uuid);
+  const std::string& version() const;
+  void setVersion(const std::string& version);
+  const std::string& author() const;
+  void setAuthor(const std::string& author);
+  const std::string& organization() const;
+  void setOrganization(const std::string& organization);
+  const std::string& date() const;
+  void setDate(const std::string& date);
+  /// The version of the manifest's format.
+  const std::string& typeVersion() const;
+  void setTypeVersion(const std::string& typeVersion);
+  /// The channel through which the package is distributed.
+  const std::string& channel() const;
+  void setChannel(const std::string& channel);
+  /// What installed the package: a text carried along, not part of the manifest.
+  const std::string& installer() const;
+  void setInstaller(const std::string& installer);
+  /// Where the package lies on disk: a text carried along, not part of the manifest.
+  const std::string& path() const;
+  void setPath(const std::string& path);
+
+  /// Texts by language. The one stored for exactly this language is given; where there is none, an
+  /// empty text that lives to the end of the program.
+  /// \{
+  const std::string& name(const std::string& lang) const;
+  const std::map<std::string, std::string>& names() const;
+  void setName(const std::string& name, const std::string& lang);
+  void clearNames();
+  const std::string& description(const std::string& lang) const;
+  const std::map<std::string, std::string>& descriptions() const;
+  void setDescription(std::string description, const std::string& lang);
+  /// \}
+
+  /// Lists. add appends a copy, also of an equal element.
+  /// \{
+  const std::list<PackageService>& services() const;
+  void addService(const PackageService& service);
+  void clearServices();
+
+  /// Paths relative to the package.
+  const std::list<std::string>& executableFiles() const;
+  void addExecutableFile(const std::string& path);
+
+  const std::list<RobotRequirement>& robotRequirements() const;
+  void addRobotRequirement(const RobotRequirement& requirement);
+  void clearRobotRequirements();
+
+  const std::list<MirelRequirement>& mirelRequirements() const;
+  void addMirelRequirement(const MirelRequirement& requirement);
+  void clearMirelRequirements();
+
+  const std::list<BehaviorInfo>& behaviors() const;
+  /// The package's own list, to change behaviors in place.
+  std::list<BehaviorInfo>& behaviors();
+  bool hasBehavior() const;
+  void addBehavior(const BehaviorInfo& behavior);
+  void clearBehaviors();
+
+  const std::list<DialogInfo>& dialogs() const;
+  void addDialog(const DialogInfo& dialog);
+  void clearDialogs();
+
+  const std::list<LanguageInfo>& languages() const;
+  void addLanguage(const LanguageInfo& language);
+  /// \}
+
+  /// Language codes without duplicates: add does nothing when the list has the very same text.
+  /// \{
+  const std::list<std::string>& supportedLanguages() const;
+  void addSupportedLanguage(const std::string& language);
+  void removeSupportedLanguage(const std::string& language);
+  void clearSupportedLanguages();
+
+  const std::list<std::string>& descriptionLanguages() const;
+  void addDescriptionLanguage(const std::string& language);
+  void removeDescriptionLanguage(const std::string& language);
+  void clearDescriptionLanguages();
+  /// \}
+
+  /// Strips the package down to the languages it is described in: drops the names and descriptions
+  /// whose language begins with none of the description languages, and trims every behavior by the
+  /// description and the supported languages (see BehaviorInfo::trimExtraInfo).
+  void trimExtraInfo();
+
+  /// Reads a manifest into this package: sets the seven texts of the root (to empty where the
+  /// manifest lacks them), adds or replaces names and descriptions by language, and appends to every
+  /// list. What the manifest format does not know is skipped.
+  ///
+  /// False when the file cannot be opened or is not well-formed, and the package is unchanged then;
+  /// a message in the log category "veskpackage", at the level of errors, says why and where. As not
+  /// well-formed counts, too, what would make the parser use up stack, memory or time: elements
+  /// nested more than 256 deep, a document type with more than 256 entities, 1,024 references in
+  /// their values or 256 nested parentheses, entities that bring in more than 1,048,576 characters,
+  /// and elements with more than 1,024 attributes. External entities are never read.
+  /// \{
+
+  /// Reads the file at \p path (UTF-8).
+  bool loadFromManifestFile(const std::string& path);
+  /// Reads a file that is not open yet, and closes it.
+  bool loadFromManifestFile(QFile& file);
+  /// Reads the text of a manifest, up to the first NUL byte. Unlike files, it is read with namespace
+  /// processing: an attribute with a declared prefix counts by the name behind the prefix.
+  bool loadFromManifestContent(const std::string& content);
+  /// \}
+
+  /// Writes the manifest. Equal packages give equal bytes; attributes are ordered by name. Empty
+  /// texts are left out, and what XML cannot carry: what follows a NUL byte, control characters,
+  /// U+FFFE and U+FFFF, permissions that are no XML names. Text of blanks only is written, but
+  /// readers drop it unless it is a condition. Invalid UTF-8 is written as U+FFFD.
+  /// \{
+
+  /// Writes or overwrites the file at \p path (UTF-8), indented by 2. False when it cannot be
+  /// opened; whether all could be written is not known.
+  bool saveToManifestFile(const std::string& path) const;
+  /// The same with a file that is not open yet; closes it.
+  bool saveToManifestFile(QFile& file) const;
+  /// The manifest as UTF-8 text, indented by 1.
+  std::string saveToManifestContent() const;
+  /// \}
+
+private:
+  friend struct RecordAccess;
+  std::unique_ptr<PackageInfoPrivate> record;
+};
+
+/// Prints the package as labelled lines, each flushed as it is written, with a block for each
+/// language pack, behavior and dialog. It is meant for people and cannot be read back.
+VESKPACKAGE_EXPORT std::ostream& operator<<(std::ostream& out, const PackageInfo& package);
+
+} // namespace vesk
+
+#endif

@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <package/behaviorinfo_p.hpp>
+#include <package/languageinfo_p.hpp>
+#include <package/languages.hpp>
+#include <package/packageinfo.hpp>
+#include <package/packageinfo_p.hpp>
+#include <package/recordaccess.hpp>
+#include <package/rootattributes.hpp>
+#include <package/xml/names.hpp>
+#include <package/xml/parsing.hpp>
+#include <package/xml/reading.hpp>
+#include <package/xml/text.hpp>
+#include <vesk/log.hpp>
+
+#include <QDomDocument>
+#include <QFile>
+
+namespace vesk
+{
+namespace
+{
+void logError(const std::string& text, const char* function)
+{
+  log::write(log::addCategory("veskpackage"), log::Level::Error, text, function);
+}
+
+void logSyntaxError(const std::string& source, const SyntaxError& error, const char* function)
+{
+  logError("Syntax error in " + source + " at line " + std::to_string(error.line) + ", column " +
+               std::to_string(error.column) + ": " + fromQString(error.message),
+           function);
+}
+
+void readServices(const QDomNode& section, std::list<PackageService>& services)
+{
+  const ManifestNames& names = manifestNames();
+  forEachChild(section,
+               [&](const QDomNode& child)
+               {
+                 if (child.nodeName() == names.service)
+                 {
+                   const QDomElement element = child.toElement();
+                   PackageService& service = services.emplace_back();
+                   service.execStart = attributeOf(element, names.execStart);
+                   service.name = attributeOf(element, names.name);
+                   service.autoRun = attributeOf(element, names.autorun) == "true";
+                 }
+               });
+}
+
+void readExecutableFiles(const QDomNode& section, std::list<std::string>& files)
+{
+  const ManifestNames& names = manifestNames();
+  forEachChild(section,
+               [&](const QDomNode& child)
+               {
+                 if (child.nodeName() == names.file)
+                 {
+                   files.push_back(attributeOf(child.toElement(), names.path));
+                 }
+               });
+}
+
+void readRequirements(const QDomNode& section, PackageInfoPrivate& record)
+{
+  const ManifestNames& names = manifestNames();
+  forEachChild(section,
+               [&](const QDomNode& child)
+               {
+                 const QDomElement element = child.toElement();
+                 if (child.nodeName() == names.robotRequirement)
+                 {
+                   RobotRequirement& robot = record.robotRequirements.emplace_back();
+                   robot.model = attributeOf(element, names.model);
+                   robot.minHeadVersion = attributeOf(element, names.minHeadVersion);
+                   robot.maxHeadVersion = attributeOf(element, names.maxHeadVersion);
+                   robot.minBodyVersion = attributeOf(element, names.minBodyVersion);
+                   robot.maxBodyVersion = attributeOf(element, names.maxBodyVersion);
+                 }
+                 else if (child.nodeName() == names.mirelRequirement)
+                 {
+                   MirelRequirement& software = record.mirelRequirements.emplace_back();
+                   software.minVersion = attributeOf(element, names.minVersion);
+                   software.maxVersion = attributeOf(element, names.maxVersion);
+                 }
+               });
+}
+
+void readLanguages(const QDomNode& section, std::list<std::string>& languages)
+{
+  LanguageAppender appender(languages);
+  forEachChild(section,
+               [&](const QDomNode& child) { appender.append(textOf(child.toElement())); });
+}
+
+void readContents(const QDomNode& section, PackageInfoPrivate& record)
+{
+  const ManifestNames& names = manifestNames();
+  // A descriptor stays in its list whatever its loader makes of the element.
+  forEachChild(section,
+               [&](QDomNode child)
+               {
+                 const QString name = child.nodeName();
+                 if (name == names.behaviorContent)
+                 {
+                   recordOf(record.behaviors.emplace_back()).loadFromManifest(child);
+                 }
+                 else if (name == names.dialogContent)
+                 {
+                   QDomElement element = child.toElement();
+                   record.dialogs.emplace_back().loadFromManifest(element);
+                 }
+                 else if (name == names.languageContent)
+                 {
+                   recordOf(record.languages.emplace_back()).loadFromManifest(child);
+                 }
+               });
+}
+} // namespace
+
+bool PackageInfo::loadFromManifestFile(const std::string& path)
+{
+  QFile file(toQString(path));
+  return loadFromManifestFile(file);
+}
+
+bool PackageInfo::loadFromManifestFile(QFile& file)
+{
+  const std::string name = fromQString(file.fileName());
+  if (!file.open(QIODevice::ReadOnly))
+  {
+    logError("Could not open " + name + " for reading", "loadFromManifestFile");
+    return false;
+  }
+  QDomDocument document;
+  SyntaxError error;
+  const bool parsed = parseXml(file, document, error);
+  file.close();
+  if (!parsed)
+  {
+    logSyntaxError(name, error, "loadFromManifestFile");
+    return false;
+  }
+  record->loadFromXmlDocument(document, this);
+  return true;
+}
+
+bool PackageInfo::loadFromManifestContent(const std::string& content)
+{
+  QDomDocument document;
+  SyntaxError error;
+  if (!parseXml(toQString(content), document, error))
+  {
+    logSyntaxError(content, error, "loadFromManifestContent");
+    return false;
+  }
+  record->loadFromXmlDocument(document, this);
+  return true;
+}
+
+void PackageInfoPrivate::loadFromXmlDocument(const QDomDocument& document, PackageInfo* info)
+{
+  const ManifestNames& names = manifestNames();
+  PackageInfoPrivate& record = recordOf(*info);
+  const QDomElement root = document.documentElement();
+  for (const auto& attribute : rootAttributes<PackageInfoPrivate>)
+  {
+    record.*attribute.member = attributeOf(root, names.*attribute.name);
+  }
+  forEachChild(root,
+               [&](const QDomNode& section)
+               {
+                 const QString name = section.nodeName();
+                 if (name == names.names)
+                 {
+                   readLocalizedTexts(section, record.langToName);
+                 }
+                 else if (name == names.descriptions)
+                 {
+                   readLocalizedTexts(section, record.langToDesc);
+                 }
+                 else if (name == names.services)
+                 {
+                   readServices(section, record.services);
+                 }
+                 else if (name == names.executableFiles)
+                 {
+                   readExecutableFiles(section, record.executableFiles);
+                 }
+                 else if (name == names.requirements)
+                 {
+                   readRequirements(section, record);
+                 }
+                 else if (name == names.supportedLanguages)
+                 {
+                   readLanguages(section, record.supportedLanguages);
+                 }
+                 else if (name == names.descriptionLanguages)
+                 {
+                   readLanguages(section, record.descriptionLanguages);
+                 }
+                 else if (name == names.contents)
+                 {
+                   readContents(section, record);
+                 }
+               });
+}
+
+} // namespace vesk

@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <package/xml/markupscanner.hpp>
+
+#include <package/xml/limits.hpp>
+
+#include <algorithm>
+
+namespace vesk
+{
+namespace
+{
+bool isBlank(QChar c) { return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r'; }
+} // namespace
+
+int MarkupScanner::scan(const QString& piece)
+{
+  if (!piece.isEmpty() && piece.front() != u'<')
+  {
+    atDocumentStart = false;
+  }
+  const QChar* const end = piece.cend();
+  for (const QChar* at = piece.cbegin(); at != end && !isDone(); ++at)
+  {
+    if (const QChar wanted = awaited(); !wanted.isNull())
+    {
+      at = std::find(at, end, wanted);
+      if (at == end)
+      {
+        break;
+      }
+    }
+    state = next(*at);
+    if (state == State::Refused)
+    {
+      return static_cast<int>(at - piece.cbegin());
+    }
+  }
+  return -1;
+}
+
+/// The only character that leads out of the present state, where there is just one: nearly all of a
+/// document is passed over by looking for it.
+QChar MarkupScanner::awaited() const
+{
+  switch (state)
+  {
+  case State::Text:
+    return u'<';
+  case State::EndTag:
+    return u'>';
+  case State::Quoted:
+    return closingQuote;
+  case State::Instruction:
+    return u'?';
+  case State::Comment:
+    return u'-';
+  case State::Cdata:
+    return u']';
+  default:
+    return {};
+  }
+}
+
+MarkupScanner::State MarkupScanner::next(QChar c)
+{
+  switch (state)
+  {
+  case State::Text:
+    return State::LessThan;
+  case State::LessThan:
+    return afterLessThan(c);
+  case State::EndTag:
+    --depth;
+    return State::Text;
+  case State::StartTag:
+    return inStartTag(c);
+  case State::StartTagSlash:
+    --depth;
+    return State::Text;
+  case State::Quoted:
+    return quotedIn;
+  case State::InstructionName:
+    return inInstructionName(c);
+  case State::Instruction:
+    return State::InstructionQuestionMark;
+  case State::InstructionQuestionMark:
+    return c == u'>' ? State::Text : c == u'?' ? state : State::Instruction;
+  case State::XmlDeclaration:
+    return c == u'"' || c == u'\'' ? openQuote(c)
+           : c == u'?'             ? State::InstructionQuestionMark
+                                   : state;
+  case State::ExclamationMark:
+    return c == u'-'   ? State::CommentStart
+           : c == u'[' ? State::Cdata
+                       : State::DocumentType;
+  case State::CommentStart:
+    return State::Comment;
+  case State::Comment:
+    return State::CommentDash;
+  case State::CommentDash:
+    return c == u'-' ? State::CommentDashes : State::Comment;
+  case State::CommentDashes:
+    return State::Text;
+  case State::Cdata:
+    return State::CdataBracket;
+  case State::CdataBracket:
+    return c == u']' ? State::CdataBrackets : State::Cdata;
+  case State::CdataBrackets:
+    return c == u'>' ? State::Text : c == u']' ? state : State::Cdata;
+  case State::DocumentType:
+  case State::Refused:
+    break;
+  }
+  return state;
+}
+
+MarkupScanner::State MarkupScanner::afterLessThan(QChar c)
+{
+  if (c == u'/')
+  {
+    return State::EndTag;
+  }
+  if (c == u'?')
+  {
+    instructionName.clear();
+    return State::InstructionName;
+  }
+  atDocumentStart = false;
+  if (c == u'!')
+  {
+    return State::ExclamationMark;
+  }
+  rootFound = true;
+  attributes = 0;
+  if (++depth > limits::depth)
+  {
+    return refuse(QStringLiteral("more than %1 elements within each other").arg(limits::depth));
+  }
+  return State::StartTag;
+}
+
+MarkupScanner::State MarkupScanner::inStartTag(QChar c)
+{
+  if (c == u'"' || c == u'\'')
+  {
+    if (++attributes > limits::attributes)
+    {
+      return refuse(
+          QStringLiteral("more than %1 attributes on an element").arg(limits::attributes));
+    }
+    return openQuote(c);
+  }
+  return c == u'>' ? State::Text : c == u'/' ? State::StartTagSlash : state;
+}
+
+MarkupScanner::State MarkupScanner::inInstructionName(QChar c)
+{
+  const bool isXmlDeclaration = atDocumentStart && instructionName == u"xml";
+  if (isBlank(c))
+  {
+    atDocumentStart = false;
+    return isXmlDeclaration ? State::XmlDeclaration : State::Instruction;
+  }
+  if (c == u'?')
+  {
+    atDocumentStart = false;
+    return State::InstructionQuestionMark;
+  }
+  instructionName += c;
+  return state;
+}
+
+MarkupScanner::State MarkupScanner::openQuote(QChar quote)
+{
+  quotedIn = state;
+  closingQuote = quote;
+  return State::Quoted;
+}
+
+MarkupScanner::State MarkupScanner::refuse(const QString& why)
+{
+  reason = why;
+  return State::Refused;
+}
+
+} // namespace vesk

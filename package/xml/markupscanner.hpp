@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef PACKAGE_XML_MARKUPSCANNER_HPP
+#define PACKAGE_XML_MARKUPSCANNER_HPP
+
+#include <QString>
+
+namespace vesk
+{
+
+/// Follows the markup of a document without a document type, piece by piece and ahead of the
+/// parser, and finds where it nests too deep or gives an element too many attributes. Without a
+/// document type no entity brings markup, so the text is all that the parser sees. Where the text
+/// is not well-formed the scanner may lose its way, but the parser stops there.
+class MarkupScanner
+{
+public:
+  /// Scans the next piece. Gives the index in it of the character that goes beyond a limit, or -1.
+  /// What follows that character, or the start of a document type, is not looked at.
+  int scan(const QString& piece);
+
+  /// Why scan gave an index.
+  const QString& refusal() const { return reason; }
+
+  /// The document has a document type.
+  bool foundDocumentType() const { return state == State::DocumentType; }
+
+  /// Neither the root element nor a document type nor a refusal has been reached yet.
+  bool isInProlog() const { return !rootFound && !isDone(); }
+
+private:
+  enum class State
+  {
+    Text,
+    LessThan,
+    EndTag,
+    StartTag,
+    StartTagSlash,
+    Quoted, // in a start tag or the XML declaration
+    InstructionName,
+    Instruction,
+    InstructionQuestionMark,
+    XmlDeclaration,
+    ExclamationMark,
+    CommentStart,
+    Comment,
+    CommentDash,
+    CommentDashes,
+    Cdata,
+    CdataBracket,
+    CdataBrackets,
+    DocumentType,
+    Refused
+  };
+
+  bool isDone() const { return state == State::DocumentType || state == State::Refused; }
+  QChar awaited() const;
+  State next(QChar c);
+  State afterLessThan(QChar c);
+  State inStartTag(QChar c);
+  State inInstructionName(QChar c);
+  State openQuote(QChar quote);
+  State refuse(const QString& why);
+
+  State state = State::Text;
+  State quotedIn = State::Text; // where a closing quote leads back to
+  QChar closingQuote;
+  int depth = 0;
+  int attributes = 0; // of the start tag at hand
+  bool rootFound = false;
+  bool atDocumentStart = true; // where alone an XML declaration can stand
+  QString instructionName;
+  QString reason;
+};
+
+} // namespace vesk
+
+#endif

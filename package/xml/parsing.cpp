@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <package/xml/parsing.hpp>
+
+#include <package/xml/documenttype.hpp>
+#include <package/xml/markupscanner.hpp>
+#include <package/xml/saxapi.hpp>
+
+#include <QDomDocument>
+#include <QIODevice>
+
+#include <utility>
+
+namespace vesk
+{
+namespace
+{
+/// Hands a document to the toolkit's parser piece by piece, and ends it where it goes beyond a
+/// limit, so that the parser stops there.
+class LimitedSource : public QXmlInputSource
+{
+public:
+  explicit LimitedSource(QIODevice& input) : device(&input) { readProlog(); }
+  explicit LimitedSource(const QString& text) : undecided(text) { readProlog(); }
+
+  /// What a document type or its entities cost too much.
+  const std::optional<SyntaxError>& documentTypeRefusal() const { return documentTypeError; }
+
+  /// Why the document was ended, if the parser came that far; otherwise empty.
+  QString refusal() const { return parserAtEnd ? scanner.refusal() : QString(); }
+
+  void fetchData() override
+  {
+    const QString piece = prolog.isNull() ? nextPiece() : std::exchange(prolog, QString());
+    parserAtEnd = piece.isEmpty();
+    setData(piece);
+  }
+
+private:
+  /// Reads ahead to where it is known whether there is a document type; then all is read, since it
+  /// is parsed twice.
+  void readProlog()
+  {
+    QString piece;
+    do
+    {
+      piece = nextPiece();
+      prolog += piece;
+    } while (scanner.isInProlog() && !piece.isEmpty());
+    if (scanner.foundDocumentType())
+    {
+      for (piece = decodeNext(); !piece.isEmpty(); piece = decodeNext())
+      {
+        prolog += piece;
+      }
+      documentTypeError = checkLimitsWithDocumentType(prolog);
+    }
+  }
+
+  /// The next piece of the document, up to where it goes beyond a limit; empty at the end.
+  QString nextPiece()
+  {
+    if (!scanner.refusal().isEmpty())
+    {
+      return {};
+    }
+    QString piece = decodeNext();
+    const int beyondLimit = scanner.scan(piece);
+    if (beyondLimit >= 0)
+    {
+      piece.truncate(beyondLimit);
+    }
+    return piece;
+  }
+
+  QString decodeNext()
+  {
+    if (device == nullptr)
+    {
+      return std::exchange(undecided, QString());
+    }
+    QByteArray bytes;
+    QString text;
+    do // a short read from a pipe can end within a character and give no text yet
+    {
+      bytes = device->read(std::exchange(chunkSize, laterChunkSize));
+      text = fromRawData(bytes);
+    } while (text.isEmpty() && !bytes.isEmpty());
+    return text;
+  }
+
+  // The toolkit looks for the encoding in the first 1024 bytes, its own chunk size. Larger chunks
+  // after that are faster; beyond this size they no longer are.
+  static constexpr int firstChunkSize = 1024;
+  static constexpr int laterChunkSize = 32 * 1024;
+
+  QIODevice* device = nullptr;
+  QString undecided; // a text that has not been taken yet
+  int chunkSize = firstChunkSize;
+  MarkupScanner scanner;
+  QString prolog; // read ahead, not yet given to the parser
+  std::optional<SyntaxError> documentTypeError;
+  bool parserAtEnd = false;
+};
+
+bool parse(LimitedSource& source, bool namespaceProcessing, QDomDocument& document,
+           SyntaxError& error)
+{
+  if (source.documentTypeRefusal())
+  {
+    error = *source.documentTypeRefusal();
+    return false;
+  }
+  if (document.setContent(&source, namespaceProcessing, &error.message, &error.line,
+                          &error.column))
+  {
+    return true;
+  }
+  if (!source.refusal().isEmpty())
+  {
+    error.message = source.refusal();
+  }
+  return false;
+}
+} // namespace
+
+bool parseXml(QIODevice& device, QDomDocument& document, SyntaxError& error)
+{
+  LimitedSource source(device);
+  return parse(source, false, document, error);
+}
+
+bool parseXml(const QString& text, QDomDocument& document, SyntaxError& error)
+{
+  LimitedSource source(text);
+  return parse(source, true, document, error);
+}
+
+} // namespace vesk

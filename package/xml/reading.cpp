@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <package/xml/reading.hpp>
+
+#include <package/xml/names.hpp>
+#include <package/xml/text.hpp>
+
+#include <QDomElement>
+
+namespace vesk
+{
+
+std::string attributeOf(const QDomElement& element, const QString& name)
+{
+  return fromQString(element.attribute(name));
+}
+
+std::string textOf(const QDomElement& element)
+{
+  // Nearly always there is one text; the toolkit's text() would put a new string together.
+  const QDomNode first = element.firstChild();
+  if (first.isCharacterData() && !first.isComment() && first.nextSibling().isNull())
+  {
+    return fromQString(first.nodeValue());
+  }
+  return fromQString(element.text());
+}
+
+void readLocalizedTexts(const QDomNode& group, std::map<std::string, std::string>& texts)
+{
+  const ManifestNames& names = manifestNames();
+  forEachChild(group,
+               [&](const QDomNode& child)
+               {
+                 const QDomElement item = child.toElement();
+                 texts[attributeOf(item, names.lang)] = textOf(item);
+               });
+}
+
+void readTextLists(const QDomNode& group, const QString& keyAttribute,
+                   std::map<std::string, std::list<std::string>>& lists)
+{
+  forEachChild(group,
+               [&](const QDomNode& child)
+               {
+                 const QDomElement item = child.toElement();
+                 lists[attributeOf(item, keyAttribute)].push_back(textOf(item));
+               });
+}
+
+} // namespace vesk

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef PACKAGE_XML_READING_HPP
+#define PACKAGE_XML_READING_HPP
+
+#include <QDomNode>
+
+#include <list>
+#include <map>
+#include <string>
+
+class QDomElement;
+
+namespace vesk
+{
+
+/// Calls \p action with every child node of \p parent, of whatever kind, in document order.
+template <typename Action>
+void forEachChild(const QDomNode& parent, Action action)
+{
+  for (QDomNode child = parent.firstChild(); !child.isNull(); child = child.nextSibling())
+  {
+    action(child);
+  }
+}
+
+/// An attribute's value as UTF-8; empty when the element is null or has no such attribute.
+std::string attributeOf(const QDomElement& element, const QString& name);
+
+/// All text and CDATA below \p element as UTF-8; empty when it is null.
+std::string textOf(const QDomElement& element);
+
+/// Sets the text of every child of \p group under the child's language, whatever the child's name.
+/// A child that is no element gives an empty text under an empty language.
+void readLocalizedTexts(const QDomNode& group, std::map<std::string, std::string>& texts);
+
+/// Appends the text of every child of \p group to the list under the child's attribute
+/// \p keyAttribute, as readLocalizedTexts does.
+void readTextLists(const QDomNode& group, const QString& keyAttribute,
+                   std::map<std::string, std::list<std::string>>& lists);
+
+} // namespace vesk
+
+#endif

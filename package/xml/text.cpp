@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <package/xml/text.hpp>
+
+#include <algorithm>
+
+namespace vesk
+{
+namespace
+{
+bool isForbiddenInXml(QChar c)
+{
+  const ushort code = c.unicode();
+  return (code < 0x20 && code != '\t' && code != '\n' && code != '\r') || code >= 0xFFFE;
+}
+
+/// The letters are those on which the toolkit and the XML recommendation agree.
+bool startsXmlName(QChar c)
+{
+  const ushort code = c.unicode();
+  if (code < 0x80)
+  {
+    return c.isLetter() || c == u'_';
+  }
+  const bool inRecommendation =
+      (code >= 0xC0 && code <= 0x2FF && code != 0xD7 && code != 0xF7) ||
+      (code >= 0x370 && code <= 0x1FFF && code != 0x37E) || (code >= 0x2C00 && code <= 0x2FEF) ||
+      (code >= 0x3001 && code <= 0xD7FF) || (code >= 0xF900 && code <= 0xFDCF) ||
+      (code >= 0xFDF0 && code <= 0xFFFD);
+  return inRecommendation && c.isLetter() && c.category() != QChar::Letter_Modifier;
+}
+
+bool continuesXmlName(QChar c)
+{
+  return startsXmlName(c) || (c >= u'0' && c <= u'9') || c == u'-' || c == u'.';
+}
+} // namespace
+
+QString toQString(const std::string& text) { return QString::fromUtf8(text.c_str()); }
+
+std::string fromQString(const QString& text) { return text.toUtf8().constData(); }
+
+QString toXmlText(const std::string& text)
+{
+  QString result = toQString(text);
+  if (std::any_of(result.cbegin(), result.cend(), isForbiddenInXml))
+  {
+    const auto end = std::remove_if(result.begin(), result.end(), isForbiddenInXml);
+    result.truncate(static_cast<int>(end - result.begin()));
+  }
+  return result;
+}
+
+bool isXmlName(const QString& name)
+{
+  return !name.isEmpty() && startsXmlName(name.front()) &&
+         std::all_of(name.cbegin() + 1, name.cend(), continuesXmlName);
+}
+
+} // namespace vesk

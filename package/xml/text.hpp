@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef PACKAGE_XML_TEXT_HPP
+#define PACKAGE_XML_TEXT_HPP
+
+#include <QString>
+
+#include <string>
+
+namespace vesk
+{
+
+/// UTF-8 text as the toolkit's, up to the first NUL byte.
+QString toQString(const std::string& text);
+
+/// The toolkit's text as UTF-8, up to the first NUL.
+std::string fromQString(const QString& text);
+
+/// As toQString, less the characters that an XML document cannot carry: control characters but
+/// for tab, newline and carriage return, U+FFFE and U+FFFF. A parser would refuse the document.
+QString toXmlText(const std::string& text);
+
+/// Whether \p name can be an element's name for any XML parser, with and without namespaces.
+bool isXmlName(const QString& name);
+
+} // namespace vesk
+
+#endif

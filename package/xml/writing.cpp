@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <package/xml/writing.hpp>
+
+#include <package/xml/text.hpp>
+
+#include <QDomDocument>
+
+namespace vesk
+{
+
+QDomElement createElement(QDomDocument& doc, const std::string& tag)
+{
+  return doc.createElement(toQString(tag));
+}
+
+QDomElement appendElement(QDomDocument& doc, QDomNode& parent, const std::string& tag)
+{
+  QDomElement element = createElement(doc, tag);
+  parent.appendChild(element);
+  return element;
+}
+
+void setAttribute(QDomElement& element, const std::string& name, const std::string& value)
+{
+  element.setAttribute(toQString(name), toXmlText(value));
+}
+
+void addAttribute(QDomElement& element, const std::string& name, const std::string& value)
+{
+  if (!value.empty())
+  {
+    setAttribute(element, name, value);
+  }
+}
+
+void addTextNode(QDomDocument& doc, QDomElement& element, const std::string& text)
+{
+  element.appendChild(doc.createTextNode(toXmlText(text)));
+}
+
+void addCDATANode(QDomDocument& doc, QDomElement& element, const std::string& text)
+{
+  const QString end = QStringLiteral("]]>");
+  QString rest = toXmlText(text);
+  for (int at = rest.indexOf(end); at != -1; at = rest.indexOf(end))
+  {
+    element.appendChild(doc.createCDATASection(rest.left(at + 2)));
+    rest.remove(0, at + 2);
+  }
+  element.appendChild(doc.createCDATASection(rest));
+}
+
+void addLocalizedDataElement(QDomDocument& doc, QDomNode& parent,
+                             const std::map<std::string, std::string>& texts,
+                             const std::string& groupTag, const std::string& itemTag,
+                             const std::string& attribute)
+{
+  if (texts.empty())
+  {
+    return;
+  }
+  QDomElement group = appendElement(doc, parent, groupTag);
+  for (const auto& [key, text] : texts)
+  {
+    if (!text.empty())
+    {
+      QDomElement item = appendElement(doc, group, itemTag);
+      addAttribute(item, attribute, key);
+      addTextNode(doc, item, text);
+    }
+  }
+}
+
+void addDataListElementWithAttribute(QDomDocument& doc, QDomNode& parent,
+                                     const std::map<std::string, std::list<std::string>>& lists,
+                                     const std::string& groupTag, const std::string& itemTag,
+                                     const std::string& attribute, bool useCDATA)
+{
+  if (lists.empty())
+  {
+    return;
+  }
+  QDomElement group = appendElement(doc, parent, groupTag);
+  for (const auto& [key, texts] : lists)
+  {
+    for (const std::string& text : texts)
+    {
+      if (!text.empty())
+      {
+        QDomElement item = appendElement(doc, group, itemTag);
+        addAttribute(item, attribute, key);
+        const auto addText = useCDATA ? addCDATANode : addTextNode;
+        addText(doc, item, text);
+      }
+    }
+  }
+}
+
+} // namespace vesk
