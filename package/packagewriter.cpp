@@ -21,7 +21,7 @@ namespace
 constexpr int fileIndent = 2;
 constexpr int contentIndent = 1;
 
-void writeLanguages(QDomDocument& doc, QDomElement& package, const std::string& groupTag,
+void writeLanguages(QDomDocument& doc, QDomElement& package, const XmlName& groupTag,
                     const std::list<std::string>& languages)
 {
   if (languages.empty())

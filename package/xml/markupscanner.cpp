@@ -19,45 +19,41 @@ int MarkupScanner::scan(const QString& piece)
     atDocumentStart = false;
   }
   const QChar* const end = piece.cend();
-  for (const QChar* at = piece.cbegin(); at != end && !isDone(); ++at)
+  const QChar* at = skip(piece.cbegin(), end);
+  while (at != end && !isDone())
   {
-    if (const QChar wanted = awaited(); !wanted.isNull())
-    {
-      at = std::find(at, end, wanted);
-      if (at == end)
-      {
-        break;
-      }
-    }
     state = next(*at);
     if (state == State::Refused)
     {
       return static_cast<int>(at - piece.cbegin());
     }
+    at = skip(at + 1, end);
   }
   return -1;
 }
 
-/// The only character that leads out of the present state, where there is just one: nearly all of a
-/// document is passed over by looking for it.
-QChar MarkupScanner::awaited() const
+/// Passes over what cannot change the present state: nearly all of a document.
+const QChar* MarkupScanner::skip(const QChar* at, const QChar* end) const
 {
   switch (state)
   {
   case State::Text:
-    return u'<';
+    return std::find(at, end, u'<');
   case State::EndTag:
-    return u'>';
+    return std::find(at, end, u'>');
+  case State::StartTag:
+    return std::find_if(at, end, [](QChar c)
+                        { return c == u'"' || c == u'\'' || c == u'/' || c == u'>'; });
   case State::Quoted:
-    return closingQuote;
+    return std::find(at, end, closingQuote);
   case State::Instruction:
-    return u'?';
+    return std::find(at, end, u'?');
   case State::Comment:
-    return u'-';
+    return std::find(at, end, u'-');
   case State::Cdata:
-    return u']';
+    return std::find(at, end, u']');
   default:
-    return {};
+    return at;
   }
 }
 

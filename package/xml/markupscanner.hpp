@@ -53,7 +53,7 @@ private:
   };
 
   bool isDone() const { return state == State::DocumentType || state == State::Refused; }
-  QChar awaited() const;
+  const QChar* skip(const QChar* at, const QChar* end) const;
   State next(QChar c);
   State afterLessThan(QChar c);
   State inStartTag(QChar c);

@@ -8,6 +8,7 @@
 #include <QDomDocument>
 #include <QIODevice>
 
+#include <array>
 #include <utility>
 
 namespace vesk
@@ -78,24 +79,28 @@ private:
     {
       return std::exchange(undecided, QString());
     }
-    QByteArray bytes;
     QString text;
-    do // a short read from a pipe can end within a character and give no text yet
+    while (text.isEmpty()) // a short read from a pipe can end within a character and give no text
     {
-      bytes = device->read(std::exchange(chunkSize, laterChunkSize));
-      text = fromRawData(bytes);
-    } while (text.isEmpty() && !bytes.isEmpty());
+      const qint64 size = device->read(
+          chunk.data(), static_cast<qint64>(std::exchange(chunkSize, chunk.size())));
+      if (size <= 0)
+      {
+        break;
+      }
+      text = fromRawData(QByteArray::fromRawData(chunk.data(), static_cast<int>(size)));
+    }
     return text;
   }
 
   // The toolkit looks for the encoding in the first 1024 bytes, its own chunk size. Larger chunks
-  // after that are faster; beyond this size they no longer are.
-  static constexpr int firstChunkSize = 1024;
-  static constexpr int laterChunkSize = 32 * 1024;
+  // after that are faster, up to about this size.
+  static constexpr std::size_t firstChunkSize = 1024;
+  std::array<char, 16 * 1024> chunk;
 
   QIODevice* device = nullptr;
   QString undecided; // a text that has not been taken yet
-  int chunkSize = firstChunkSize;
+  std::size_t chunkSize = firstChunkSize;
   MarkupScanner scanner;
   QString prolog; // read ahead, not yet given to the parser
   std::optional<SyntaxError> documentTypeError;

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <package/xml/serializing.hpp>
 
-#include <package/xml/reading.hpp>
-
 #include <QDomDocument>
 
 #include <algorithm>
@@ -52,11 +50,24 @@ public:
 
   std::string take() { return std::move(out); }
 
-  void addNode(const QDomNode& node, int depth)
+  void addChildren(const QDomNode& parent, int depth)
+  {
+    QDomNode child = parent.firstChild();
+    for (bool afterText = false; !child.isNull();)
+    {
+      const QDomNode next = child.nextSibling();
+      addNode(child, depth, afterText, next.isText());
+      afterText = child.isText();
+      child = next;
+    }
+  }
+
+private:
+  void addNode(const QDomNode& node, int depth, bool afterText, bool beforeText)
   {
     if (node.isElement())
     {
-      addElement(node.toElement(), depth);
+      addElement(node.toElement(), depth, afterText, beforeText);
     }
     else if (node.isCDATASection())
     {
@@ -78,63 +89,65 @@ public:
     }
   }
 
-private:
   // White space around an element would become part of a text beside it, so none is added there.
-  void addElement(const QDomElement& element, int depth)
+  void addElement(const QDomElement& element, int depth, bool afterText, bool beforeText)
   {
-    const QByteArray tag = element.tagName().toUtf8();
-    if (!element.previousSibling().isText())
+    const QString tag = element.tagName();
+    if (!afterText)
     {
       addIndentation(depth);
     }
     out += '<';
-    out.append(tag.constData(), static_cast<std::size_t>(tag.size()));
-    addAttributes(element);
-    if (element.hasChildNodes())
+    add(tag);
+    addAttributes(element.attributes());
+    if (const QDomNode first = element.firstChild(); !first.isNull())
     {
-      out += '>';
-      if (!element.firstChild().isText())
-      {
-        out += '\n';
-      }
-      forEachChild(element, [&](const QDomNode& child) { addNode(child, depth + 1); });
+      out += first.isText() ? ">" : ">\n";
+      addChildren(element, depth + 1);
       if (!element.lastChild().isText())
       {
         addIndentation(depth);
       }
       out += "</";
-      out.append(tag.constData(), static_cast<std::size_t>(tag.size()));
+      add(tag);
       out += '>';
     }
     else
     {
       out += "/>";
     }
-    if (!element.nextSibling().isText())
+    if (!beforeText)
     {
       out += '\n';
     }
   }
 
-  void addAttributes(const QDomElement& element)
+  void addAttributes(const QDomNamedNodeMap& map)
   {
-    const QDomNamedNodeMap map = element.attributes();
-    std::vector<std::pair<QString, QString>> attributes;
-    attributes.reserve(static_cast<std::size_t>(map.count()));
-    for (int i = 0; i < map.count(); ++i)
+    const int count = map.count();
+    if (count == 1) // as nearly always
     {
-      const QDomNode attribute = map.item(i);
-      attributes.emplace_back(attribute.nodeName(), attribute.nodeValue());
+      addAttribute(map.item(0));
+      return;
     }
-    std::sort(attributes.begin(), attributes.end());
-    for (const auto& [name, value] : attributes)
+    std::vector<QDomNode> attributes;
+    for (int i = 0; i < count; ++i)
     {
-      out += ' ';
-      add(name);
-      out += "=\"";
-      addEscaped(value, Context::Attribute);
-      out += '"';
+      attributes.push_back(map.item(i));
     }
+    std::sort(attributes.begin(), attributes.end(), [](const QDomNode& left, const QDomNode& right)
+              { return left.nodeName() < right.nodeName(); });
+    std::for_each(attributes.begin(), attributes.end(),
+                  [this](const QDomNode& attribute) { addAttribute(attribute); });
+  }
+
+  void addAttribute(const QDomNode& attribute)
+  {
+    out += ' ';
+    add(attribute.nodeName());
+    out += "=\"";
+    addEscaped(attribute.nodeValue(), Context::Attribute);
+    out += '"';
   }
 
   void addIndentation(int depth) { out.append(static_cast<std::size_t>(depth * indent), ' '); }
@@ -170,7 +183,7 @@ private:
 std::string serialize(const QDomDocument& document, int indent)
 {
   Serializer serializer(indent);
-  forEachChild(document, [&](const QDomNode& node) { serializer.addNode(node, 0); });
+  serializer.addChildren(document, 0);
   return serializer.take();
 }
 

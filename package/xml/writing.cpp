@@ -8,24 +8,24 @@
 namespace vesk
 {
 
-QDomElement createElement(QDomDocument& doc, const std::string& tag)
+QDomElement createElement(QDomDocument& doc, const XmlName& tag)
 {
-  return doc.createElement(toQString(tag));
+  return doc.createElement(tag);
 }
 
-QDomElement appendElement(QDomDocument& doc, QDomNode& parent, const std::string& tag)
+QDomElement appendElement(QDomDocument& doc, QDomNode& parent, const XmlName& tag)
 {
   QDomElement element = createElement(doc, tag);
   parent.appendChild(element);
   return element;
 }
 
-void setAttribute(QDomElement& element, const std::string& name, const std::string& value)
+void setAttribute(QDomElement& element, const XmlName& name, const std::string& value)
 {
-  element.setAttribute(toQString(name), toXmlText(value));
+  element.setAttribute(name, toXmlText(value));
 }
 
-void addAttribute(QDomElement& element, const std::string& name, const std::string& value)
+void addAttribute(QDomElement& element, const XmlName& name, const std::string& value)
 {
   if (!value.empty())
   {
@@ -52,8 +52,8 @@ void addCDATANode(QDomDocument& doc, QDomElement& element, const std::string& te
 
 void addLocalizedDataElement(QDomDocument& doc, QDomNode& parent,
                              const std::map<std::string, std::string>& texts,
-                             const std::string& groupTag, const std::string& itemTag,
-                             const std::string& attribute)
+                             const XmlName& groupTag, const XmlName& itemTag,
+                             const XmlName& attribute)
 {
   if (texts.empty())
   {
@@ -73,8 +73,8 @@ void addLocalizedDataElement(QDomDocument& doc, QDomNode& parent,
 
 void addDataListElementWithAttribute(QDomDocument& doc, QDomNode& parent,
                                      const std::map<std::string, std::list<std::string>>& lists,
-                                     const std::string& groupTag, const std::string& itemTag,
-                                     const std::string& attribute, bool useCDATA)
+                                     const XmlName& groupTag, const XmlName& itemTag,
+                                     const XmlName& attribute, bool useCDATA)
 {
   if (lists.empty())
   {

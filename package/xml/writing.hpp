@@ -2,6 +2,8 @@
 #ifndef PACKAGE_XML_WRITING_HPP
 #define PACKAGE_XML_WRITING_HPP
 
+#include <package/xml/names.hpp>
+
 #include <list>
 #include <map>
 #include <string>
@@ -17,16 +19,16 @@ namespace vesk
 // carry, are left out, so that the document written can always be read.
 
 /// A new element, not attached to anything.
-QDomElement createElement(QDomDocument& doc, const std::string& tag);
+QDomElement createElement(QDomDocument& doc, const XmlName& tag);
 
 /// A new element, the last child of \p parent.
-QDomElement appendElement(QDomDocument& doc, QDomNode& parent, const std::string& tag);
+QDomElement appendElement(QDomDocument& doc, QDomNode& parent, const XmlName& tag);
 
 /// Sets an attribute, also to an empty value.
-void setAttribute(QDomElement& element, const std::string& name, const std::string& value);
+void setAttribute(QDomElement& element, const XmlName& name, const std::string& value);
 
 /// Sets an attribute unless its value is empty.
-void addAttribute(QDomElement& element, const std::string& name, const std::string& value);
+void addAttribute(QDomElement& element, const XmlName& name, const std::string& value);
 
 /// Appends a text node, also an empty one.
 void addTextNode(QDomDocument& doc, QDomElement& element, const std::string& text);
@@ -38,14 +40,14 @@ void addCDATANode(QDomDocument& doc, QDomElement& element, const std::string& te
 /// empty, with the key as the attribute \p attribute.
 void addLocalizedDataElement(QDomDocument& doc, QDomNode& parent,
                              const std::map<std::string, std::string>& texts,
-                             const std::string& groupTag, const std::string& itemTag,
-                             const std::string& attribute);
+                             const XmlName& groupTag, const XmlName& itemTag,
+                             const XmlName& attribute);
 
 /// As addLocalizedDataElement, with an item for each text of each list, as CDATA when \p useCDATA.
 void addDataListElementWithAttribute(QDomDocument& doc, QDomNode& parent,
                                      const std::map<std::string, std::list<std::string>>& lists,
-                                     const std::string& groupTag, const std::string& itemTag,
-                                     const std::string& attribute, bool useCDATA);
+                                     const XmlName& groupTag, const XmlName& itemTag,
+                                     const XmlName& attribute, bool useCDATA);
 
 } // namespace vesk
 

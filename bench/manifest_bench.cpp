@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: Apache-2.0
+// Reading and writing manifests beside what the toolkit alone needs for the same bytes.
+#include "samplepackage.hpp"
+
+#include <QDomDocument>
+#include <QFile>
+#include <QTextStream>
+#include <benchmark/benchmark.h>
+
+#include <stdexcept>
+
+namespace
+{
+/// A file with the sample manifest of this benchmark's size, gone at its end.
+class ManifestFile
+{
+public:
+  explicit ManifestFile(const benchmark::State& state)
+      : path(sampleManifestPath(static_cast<int>(state.range(0))))
+  {
+    writeSampleManifest(path, static_cast<int>(state.range(0)));
+  }
+  ManifestFile(const ManifestFile&) = delete;
+  ManifestFile& operator=(const ManifestFile&) = delete;
+  ~ManifestFile() { QFile::remove(path); }
+
+  const QString path;
+};
+
+void parse(QDomDocument& document, const QString& path)
+{
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly) || !document.setContent(&file))
+  {
+    throw std::runtime_error("cannot parse " + path.toStdString());
+  }
+}
+
+void loadFileToolkit(benchmark::State& state)
+{
+  const ManifestFile manifest(state);
+  for (auto _ : state)
+  {
+    QDomDocument document;
+    parse(document, manifest.path);
+    benchmark::DoNotOptimize(document);
+  }
+}
+
+void loadFile(benchmark::State& state)
+{
+  const ManifestFile manifest(state);
+  const std::string path = manifest.path.toStdString();
+  for (auto _ : state)
+  {
+    vesk::PackageInfo package;
+    if (!package.loadFromManifestFile(path))
+    {
+      throw std::runtime_error("cannot load " + path);
+    }
+    benchmark::DoNotOptimize(package);
+  }
+}
+
+void saveStringToolkit(benchmark::State& state)
+{
+  const ManifestFile manifest(state);
+  QDomDocument document;
+  parse(document, manifest.path);
+  for (auto _ : state)
+  {
+    benchmark::DoNotOptimize(document.toString(1));
+  }
+}
+
+void saveString(benchmark::State& state)
+{
+  const vesk::PackageInfo package = samplePackage(static_cast<int>(state.range(0)));
+  for (auto _ : state)
+  {
+    benchmark::DoNotOptimize(package.saveToManifestContent());
+  }
+}
+
+void saveFileToolkit(benchmark::State& state)
+{
+  const ManifestFile manifest(state);
+  QDomDocument document;
+  parse(document, manifest.path);
+  for (auto _ : state)
+  {
+    QFile file(manifest.path);
+    file.open(QIODevice::WriteOnly);
+    QTextStream stream(&file);
+    document.save(stream, 2, QDomNode::EncodingFromDocument);
+  }
+}
+
+void saveFile(benchmark::State& state)
+{
+  const ManifestFile manifest(state);
+  const std::string path = manifest.path.toStdString();
+  const vesk::PackageInfo package = samplePackage(static_cast<int>(state.range(0)));
+  for (auto _ : state)
+  {
+    benchmark::DoNotOptimize(package.saveToManifestFile(path));
+  }
+}
+
+void behaviorCounts(benchmark::internal::Benchmark* benchmark)
+{
+  benchmark->Arg(1)->Arg(100)->Arg(10000)->Unit(benchmark::kMicrosecond);
+}
+} // namespace
+
+BENCHMARK(loadFileToolkit)->Apply(behaviorCounts);
+BENCHMARK(loadFile)->Apply(behaviorCounts);
+BENCHMARK(saveStringToolkit)->Apply(behaviorCounts);
+BENCHMARK(saveString)->Apply(behaviorCounts);
+BENCHMARK(saveFileToolkit)->Apply(behaviorCounts);
+BENCHMARK(saveFile)->Apply(behaviorCounts);

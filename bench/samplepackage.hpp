@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef BENCH_SAMPLEPACKAGE_HPP
+#define BENCH_SAMPLEPACKAGE_HPP
+
+#include <package/packageinfo.hpp>
+
+#include <QString>
+
+/// A package with so many behaviors, each with texts in two languages, tags, sentences, a condition
+/// and a permission, as a large application has them.
+vesk::PackageInfo samplePackage(int behaviors);
+
+/// The path of a file in the temporary folder that is this process's own, for such a manifest.
+QString sampleManifestPath(int behaviors);
+
+/// Writes the sample package's manifest to \p path.
+void writeSampleManifest(const QString& path, int behaviors);
+
+#endif
