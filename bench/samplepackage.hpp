@@ -6,8 +6,7 @@
 
 #include <QString>
 
-/// A package with so many behaviors, each with texts in two languages, tags, sentences, a condition
-/// and a permission, as a large application has them.
+/// The package of examples/manifests/greeting.xml with its behavior so many times.
 vesk::PackageInfo samplePackage(int behaviors);
 
 /// The path of a file in the temporary folder that is this process's own, for such a manifest.

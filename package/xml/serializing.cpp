@@ -152,16 +152,11 @@ private:
 
   void addIndentation(int depth) { out.append(static_cast<std::size_t>(depth * indent), ' '); }
 
-  void add(const QString& text)
-  {
-    const QByteArray utf8 = text.toUtf8();
-    out.append(utf8.constData(), static_cast<std::size_t>(utf8.size()));
-  }
+  void add(const QString& text) { out += utf8Of(text); }
 
   void addEscaped(const QString& text, Context context)
   {
-    const QByteArray bytes = text.toUtf8();
-    const std::string_view utf8(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    const std::string_view utf8 = utf8Of(text);
     std::size_t written = 0;
     for (std::size_t at = 0; at < utf8.size(); ++at)
     {
@@ -175,6 +170,26 @@ private:
     out += utf8.substr(written);
   }
 
+  /// The text as UTF-8; valid until the next call. Most text is ASCII, and then the toolkit's
+  /// conversion costs more than all else that is done here.
+  std::string_view utf8Of(const QString& text)
+  {
+    utf8Buffer.resize(text.size());
+    ushort allBits = 0;
+    std::transform(text.cbegin(), text.cend(), utf8Buffer.begin(),
+                   [&allBits](QChar c)
+                   {
+                     allBits |= c.unicode();
+                     return static_cast<char>(c.unicode());
+                   });
+    if (allBits >= 0x80)
+    {
+      utf8Buffer = text.toUtf8();
+    }
+    return {utf8Buffer.constData(), static_cast<std::size_t>(utf8Buffer.size())};
+  }
+
+  QByteArray utf8Buffer;
   std::string out;
   int indent;
 };
