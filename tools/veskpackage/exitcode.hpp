@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef TOOLS_EXITCODE_HPP
+#define TOOLS_EXITCODE_HPP
+
+/// What the program tells its caller. Where several files are given, the highest code counts.
+enum ExitCode : int
+{
+  Done = 0,
+  NegativeResult = 1, ///< what was asked for is not so
+  WrongUsage = 2,
+  FileTrouble = 3 ///< a file is unreadable or malformed, or cannot be written
+};
+
+#endif

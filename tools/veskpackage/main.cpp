@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "verbs.hpp"
+
+#include <vesk/log.hpp>
+
+#include <CLI/CLI.hpp>
+
+int main(int argc, char** argv)
+{
+  // The verbs print what concerns the user themselves.
+  vesk::log::removeHandler(vesk::log::defaultHandler);
+
+  ExitCode code = Done;
+  CLI::App app("Shows and edits the manifests of robot application packages.", "veskpackage");
+  app.set_version_flag("--version", std::string("veskpackage ") + VESKPACKAGE_VERSION);
+  app.require_subcommand(1);
+  app.footer("FILE is a manifest; - stands for standard input or output.\n"
+             "Exit codes: 0 done, 1 a negative result, 2 wrong usage, 3 a file unreadable or "
+             "malformed.");
+
+  std::vector<std::string> files;
+  CLI::App* showVerb = app.add_subcommand("show", "Print the report of manifests");
+  showVerb->add_option("FILE", files, "Manifests to report on")->required();
+  showVerb->callback([&] { code = show(files); });
+
+  std::string file;
+  std::string output = "-";
+  CLI::App* fmtVerb = app.add_subcommand("fmt", "Load a manifest and write it back");
+  fmtVerb->add_option("FILE", file, "Manifest to read")->required();
+  fmtVerb->add_option("-o,--output", output, "File to write; standard output when not given");
+  fmtVerb->callback([&] { code = fmt(file, output); });
+
+  try
+  {
+    app.parse(argc, argv);
+  }
+  catch (const CLI::ParseError& error)
+  {
+    return app.exit(error) == 0 ? Done : WrongUsage;
+  }
+  return code;
+}

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "manifestfile.hpp"
+
+#include "complaint.hpp"
+
+#include <vesk/log.hpp>
+
+#include <QFile>
+
+#include <cstdio>
+
+namespace
+{
+/// A file, or a standard stream in the place of "-".
+class StreamOrFile : public QFile
+{
+public:
+  StreamOrFile(const std::string& file, FILE* standardStream, const char* streamName)
+      : name(file == "-" ? streamName : file), stream(file == "-" ? standardStream : nullptr)
+  {
+    setFileName(QString::fromStdString(name));
+  }
+
+  /// For messages; a file opened by its descriptor has no name any more.
+  const std::string name;
+
+  /// The library opens the file that it is given. Without a buffer, what cannot be written is known
+  /// at once, and not lost when the file is closed.
+  bool open(OpenMode mode) override
+  {
+    if ((mode & WriteOnly) != 0)
+    {
+      mode |= Unbuffered;
+    }
+    return stream != nullptr ? QFile::open(fileno(stream), mode) : QFile::open(mode);
+  }
+
+  /// Why not all could be written; empty when it was.
+  const QString& writeError() const { return error; }
+
+protected:
+  qint64 writeData(const char* data, qint64 size) override
+  {
+    const qint64 written = QFile::writeData(data, size);
+    if (written != size)
+    {
+      error = errorString();
+    }
+    return written;
+  }
+
+private:
+  FILE* stream;
+  QString error;
+};
+} // namespace
+
+bool load(vesk::PackageInfo& package, const std::string& file)
+{
+  StreamOrFile input(file, stdin, "<stdin>");
+  std::string logged;
+  const vesk::log::HandlerId handler = vesk::log::addHandler(
+      [&logged](const vesk::log::Message& message) { logged = message.text; });
+  const bool loaded = package.loadFromManifestFile(input);
+  vesk::log::removeHandler(handler);
+  if (!loaded)
+  {
+    complainAsLogged(input.name, logged);
+  }
+  return loaded;
+}
+
+bool save(const vesk::PackageInfo& package, const std::string& file)
+{
+  StreamOrFile output(file, stdout, "<stdout>");
+  if (!package.saveToManifestFile(output))
+  {
+    complain(output.name, "Could not open for writing: " + output.errorString().toStdString());
+    return false;
+  }
+  if (!output.writeError().isEmpty())
+  {
+    complain(output.name, "Could not write: " + output.writeError().toStdString());
+    return false;
+  }
+  return true;
+}
