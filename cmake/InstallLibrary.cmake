@@ -35,6 +35,7 @@ function(vesk_install_library name)
           DESTINATION ${config_dir})
 
   list(JOIN ARG_PKGCONFIG_REQUIRES ", " requires)
+  file(RELATIVE_PATH up_to_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
   configure_file(${PROJECT_SOURCE_DIR}/cmake/pkgconfig.pc.in
                  ${CMAKE_CURRENT_BINARY_DIR}/${name}.pc @ONLY)
   install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${name}.pc

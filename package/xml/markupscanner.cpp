@@ -7,17 +7,8 @@
 
 namespace vesk
 {
-namespace
-{
-bool isBlank(QChar c) { return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r'; }
-} // namespace
-
 int MarkupScanner::scan(const QString& piece)
 {
-  if (!piece.isEmpty() && piece.front() != u'<')
-  {
-    atDocumentStart = false;
-  }
   const QChar* const end = piece.cend();
   const QChar* at = skip(piece.cbegin(), end);
   while (at != end && !isDone())
@@ -44,8 +35,8 @@ const QChar* MarkupScanner::skip(const QChar* at, const QChar* end) const
   case State::StartTag:
     return std::find_if(at, end, [](QChar c)
                         { return c == u'"' || c == u'\'' || c == u'/' || c == u'>'; });
-  case State::Quoted:
-    return std::find(at, end, closingQuote);
+  case State::AttributeValue:
+    return std::find(at, end, quote);
   case State::Instruction:
     return std::find(at, end, u'?');
   case State::Comment:
@@ -73,18 +64,12 @@ MarkupScanner::State MarkupScanner::next(QChar c)
   case State::StartTagSlash:
     --depth;
     return State::Text;
-  case State::Quoted:
-    return quotedIn;
-  case State::InstructionName:
-    return inInstructionName(c);
+  case State::AttributeValue:
+    return State::StartTag;
   case State::Instruction:
     return State::InstructionQuestionMark;
   case State::InstructionQuestionMark:
     return c == u'>' ? State::Text : c == u'?' ? state : State::Instruction;
-  case State::XmlDeclaration:
-    return c == u'"' || c == u'\'' ? openQuote(c)
-           : c == u'?'             ? State::InstructionQuestionMark
-                                   : state;
   case State::ExclamationMark:
     return c == u'-'   ? State::CommentStart
            : c == u'[' ? State::Cdata
@@ -118,10 +103,8 @@ MarkupScanner::State MarkupScanner::afterLessThan(QChar c)
   }
   if (c == u'?')
   {
-    instructionName.clear();
-    return State::InstructionName;
+    return State::Instruction;
   }
-  atDocumentStart = false;
   if (c == u'!')
   {
     return State::ExclamationMark;
@@ -144,33 +127,10 @@ MarkupScanner::State MarkupScanner::inStartTag(QChar c)
       return refuse(
           QStringLiteral("more than %1 attributes on an element").arg(limits::attributes));
     }
-    return openQuote(c);
+    quote = c;
+    return State::AttributeValue;
   }
   return c == u'>' ? State::Text : c == u'/' ? State::StartTagSlash : state;
-}
-
-MarkupScanner::State MarkupScanner::inInstructionName(QChar c)
-{
-  const bool isXmlDeclaration = atDocumentStart && instructionName == u"xml";
-  if (isBlank(c))
-  {
-    atDocumentStart = false;
-    return isXmlDeclaration ? State::XmlDeclaration : State::Instruction;
-  }
-  if (c == u'?')
-  {
-    atDocumentStart = false;
-    return State::InstructionQuestionMark;
-  }
-  instructionName += c;
-  return state;
-}
-
-MarkupScanner::State MarkupScanner::openQuote(QChar quote)
-{
-  quotedIn = state;
-  closingQuote = quote;
-  return State::Quoted;
 }
 
 MarkupScanner::State MarkupScanner::refuse(const QString& why)

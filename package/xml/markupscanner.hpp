@@ -35,11 +35,9 @@ private:
     EndTag,
     StartTag,
     StartTagSlash,
-    Quoted, // in a start tag or the XML declaration
-    InstructionName,
+    AttributeValue,
     Instruction,
     InstructionQuestionMark,
-    XmlDeclaration,
     ExclamationMark,
     CommentStart,
     Comment,
@@ -57,18 +55,13 @@ private:
   State next(QChar c);
   State afterLessThan(QChar c);
   State inStartTag(QChar c);
-  State inInstructionName(QChar c);
-  State openQuote(QChar quote);
   State refuse(const QString& why);
 
   State state = State::Text;
-  State quotedIn = State::Text; // where a closing quote leads back to
-  QChar closingQuote;
+  QChar quote; // around the attribute value at hand
   int depth = 0;
   int attributes = 0; // of the start tag at hand
   bool rootFound = false;
-  bool atDocumentStart = true; // where alone an XML declaration can stand
-  QString instructionName;
   QString reason;
 };
 

@@ -8,7 +8,6 @@
 #include <QDomDocument>
 #include <QIODevice>
 
-#include <array>
 #include <utility>
 
 namespace vesk
@@ -82,25 +81,24 @@ private:
     QString text;
     while (text.isEmpty()) // a short read from a pipe can end within a character and give no text
     {
-      const qint64 size = device->read(
-          chunk.data(), static_cast<qint64>(std::exchange(chunkSize, chunk.size())));
-      if (size <= 0)
+      const QByteArray bytes = device->read(std::exchange(chunkSize, laterChunkSize));
+      if (bytes.isEmpty())
       {
         break;
       }
-      text = fromRawData(QByteArray::fromRawData(chunk.data(), static_cast<int>(size)));
+      text = fromRawData(bytes);
     }
     return text;
   }
 
   // The toolkit looks for the encoding in the first 1024 bytes, its own chunk size. Larger chunks
   // after that are faster, up to about this size.
-  static constexpr std::size_t firstChunkSize = 1024;
-  std::array<char, 16 * 1024> chunk;
+  static constexpr qint64 firstChunkSize = 1024;
+  static constexpr qint64 laterChunkSize = 16 * 1024;
 
   QIODevice* device = nullptr;
   QString undecided; // a text that has not been taken yet
-  std::size_t chunkSize = firstChunkSize;
+  qint64 chunkSize = firstChunkSize;
   MarkupScanner scanner;
   QString prolog; // read ahead, not yet given to the parser
   std::optional<SyntaxError> documentTypeError;
