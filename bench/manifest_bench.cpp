@@ -39,7 +39,7 @@ void parse(QDomDocument& document, const QString& path)
 void loadFileToolkit(benchmark::State& state)
 {
   const ManifestFile manifest(state);
-  for (auto _ : state)
+  while (state.KeepRunning())
   {
     QDomDocument document;
     parse(document, manifest.path);
@@ -51,7 +51,7 @@ void loadFile(benchmark::State& state)
 {
   const ManifestFile manifest(state);
   const std::string path = manifest.path.toStdString();
-  for (auto _ : state)
+  while (state.KeepRunning())
   {
     vesk::PackageInfo package;
     if (!package.loadFromManifestFile(path))
@@ -67,7 +67,7 @@ void saveStringToolkit(benchmark::State& state)
   const ManifestFile manifest(state);
   QDomDocument document;
   parse(document, manifest.path);
-  for (auto _ : state)
+  while (state.KeepRunning())
   {
     benchmark::DoNotOptimize(document.toString(1));
   }
@@ -76,7 +76,7 @@ void saveStringToolkit(benchmark::State& state)
 void saveString(benchmark::State& state)
 {
   const vesk::PackageInfo package = samplePackage(static_cast<int>(state.range(0)));
-  for (auto _ : state)
+  while (state.KeepRunning())
   {
     benchmark::DoNotOptimize(package.saveToManifestContent());
   }
@@ -87,7 +87,7 @@ void saveFileToolkit(benchmark::State& state)
   const ManifestFile manifest(state);
   QDomDocument document;
   parse(document, manifest.path);
-  for (auto _ : state)
+  while (state.KeepRunning())
   {
     QFile file(manifest.path);
     file.open(QIODevice::WriteOnly);
@@ -101,7 +101,7 @@ void saveFile(benchmark::State& state)
   const ManifestFile manifest(state);
   const std::string path = manifest.path.toStdString();
   const vesk::PackageInfo package = samplePackage(static_cast<int>(state.range(0)));
-  for (auto _ : state)
+  while (state.KeepRunning())
   {
     benchmark::DoNotOptimize(package.saveToManifestFile(path));
   }

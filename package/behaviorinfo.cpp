@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <package/behaviorinfo.hpp>
-
 #include <package/behaviorinfo_p.hpp>
 #include <package/languages.hpp>
 #include <package/listmaps.hpp>
@@ -50,8 +49,6 @@ BehaviorInfo::BehaviorInfo(BehaviorInfo&& other) noexcept : record(std::move(oth
   }
 }
 
-// The unusual result is part of the interface.
-// NOLINTNEXTLINE(misc-unconventional-assign-operator,cppcoreguidelines-c-copy-assignment-signature)
 BehaviorInfo BehaviorInfo::operator=(const BehaviorInfo& other)
 {
   assignRecord(record, other.record);

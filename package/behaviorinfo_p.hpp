@@ -38,7 +38,7 @@ struct BehaviorInfoPrivate
   /// Adds what a "behaviorContent" element holds to the record of the owner. Always true.
   bool loadFromManifest(QDomNode& node);
   /// Appends a "behaviorContent" element to \p parent.
-  void saveToManifest(QDomDocument& doc, QDomNode& parent);
+  void saveToManifest(QDomDocument& doc, QDomNode& parent) const;
 };
 
 } // namespace vesk

@@ -66,7 +66,7 @@ bool BehaviorInfoPrivate::loadFromManifest(QDomNode& node)
   return true;
 }
 
-void BehaviorInfoPrivate::saveToManifest(QDomDocument& doc, QDomNode& parent)
+void BehaviorInfoPrivate::saveToManifest(QDomDocument& doc, QDomNode& parent) const
 {
   const ManifestNames& names = manifestNames();
   QDomElement behavior = appendElement(doc, parent, names.behaviorContent);

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <package/dialoginfo.hpp>
-
 #include <package/dialoginfo_p.hpp>
 #include <package/languages.hpp>
 #include <package/recordaccess.hpp>
@@ -19,13 +18,10 @@ DialogInfo::DialogInfo() : record(std::make_unique<DialogInfoPrivate>()) {}
 
 DialogInfo::DialogInfo(const DialogInfo& other)
     : record(std::make_unique<DialogInfoPrivate>(*other.record))
-{
-}
+{}
 
 DialogInfo::DialogInfo(DialogInfo&& other) noexcept = default;
 
-// The unusual result is part of the interface.
-// NOLINTNEXTLINE(misc-unconventional-assign-operator,cppcoreguidelines-c-copy-assignment-signature)
 DialogInfo DialogInfo::operator=(const DialogInfo& other)
 {
   assignRecord(record, other.record);

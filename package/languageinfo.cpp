@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <package/languageinfo.hpp>
-
 #include <package/languageinfo_p.hpp>
 #include <package/languages.hpp>
 #include <package/recordaccess.hpp>
@@ -36,8 +35,6 @@ LanguageInfo::LanguageInfo(LanguageInfo&& other) noexcept : record(std::move(oth
   }
 }
 
-// The unusual result is part of the interface.
-// NOLINTNEXTLINE(misc-unconventional-assign-operator,cppcoreguidelines-c-copy-assignment-signature)
 LanguageInfo LanguageInfo::operator=(const LanguageInfo& other)
 {
   assignRecord(record, other.record);
@@ -100,7 +97,7 @@ bool LanguageInfoPrivate::loadFromManifest(QDomNode& node)
   return true;
 }
 
-void LanguageInfoPrivate::saveToManifest(QDomDocument& doc, QDomNode& parent)
+void LanguageInfoPrivate::saveToManifest(QDomDocument& doc, QDomNode& parent) const
 {
   const ManifestNames& names = manifestNames();
   QDomElement language = appendElement(doc, parent, names.languageContent);

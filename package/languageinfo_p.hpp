@@ -28,7 +28,7 @@ struct LanguageInfoPrivate
   /// Adds what a "languageContent" element holds to the record of the owner. Always true.
   bool loadFromManifest(QDomNode& node);
   /// Appends a "languageContent" element to \p parent.
-  void saveToManifest(QDomDocument& doc, QDomNode& parent);
+  void saveToManifest(QDomDocument& doc, QDomNode& parent) const;
 };
 
 } // namespace vesk

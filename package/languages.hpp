@@ -22,9 +22,9 @@ void trimFromLanguages(std::map<std::string, Value>& map, const std::list<std::s
   for (auto entry = map.begin(); entry != map.end();)
   {
     const std::string& key = entry->first;
-    const bool kept =
-        std::any_of(languages.begin(), languages.end(), [&key](const std::string& language)
-                    { return key.compare(0, language.size(), language) == 0; });
+    const bool kept = std::any_of(languages.begin(), languages.end(),
+                                  [&key](const std::string& language)
+                                  { return key.compare(0, language.size(), language) == 0; });
     entry = kept ? std::next(entry) : map.erase(entry);
   }
 }
@@ -44,8 +44,7 @@ class LanguageAppender
 public:
   explicit LanguageAppender(std::list<std::string>& list)
       : languages(list), known(list.begin(), list.end())
-  {
-  }
+  {}
 
   void append(std::string language)
   {

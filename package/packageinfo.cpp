@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <package/packageinfo.hpp>
-
 #include <package/languages.hpp>
+#include <package/packageinfo.hpp>
 #include <package/packageinfo_p.hpp>
 #include <package/recordaccess.hpp>
 
@@ -25,13 +24,10 @@ PackageInfo::PackageInfo() : record(std::make_unique<PackageInfoPrivate>()) {}
 
 PackageInfo::PackageInfo(const PackageInfo& other)
     : record(std::make_unique<PackageInfoPrivate>(*other.record))
-{
-}
+{}
 
 PackageInfo::PackageInfo(PackageInfo&& other) noexcept = default;
 
-// The unusual result is part of the interface.
-// NOLINTNEXTLINE(misc-unconventional-assign-operator,cppcoreguidelines-c-copy-assignment-signature)
 PackageInfo PackageInfo::operator=(const PackageInfo& other)
 {
   assignRecord(record, other.record);

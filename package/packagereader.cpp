@@ -89,8 +89,7 @@ void readRequirements(const QDomNode& section, PackageInfoPrivate& record)
 void readLanguages(const QDomNode& section, std::list<std::string>& languages)
 {
   LanguageAppender appender(languages);
-  forEachChild(section,
-               [&](const QDomNode& child) { appender.append(textOf(child.toElement())); });
+  forEachChild(section, [&](const QDomNode& child) { appender.append(textOf(child.toElement())); });
 }
 
 void readContents(const QDomNode& section, PackageInfoPrivate& record)

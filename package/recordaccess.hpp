@@ -26,8 +26,8 @@ auto& recordOf(Handle& handle)
   return RecordAccess::of(handle);
 }
 
-/// Copies \p source's fields into \p target's record, or leaves that unchanged when memory runs out.
-/// A moved-from handle gets a new record.
+/// Copies \p source's fields into \p target's record, or leaves that unchanged when memory runs
+/// out. A moved-from handle gets a new record.
 template <typename Record>
 void assignRecord(std::unique_ptr<Record>& target, const std::unique_ptr<Record>& source)
 {

@@ -73,7 +73,8 @@ TEST(Dialog, ComparesAllItHolds)
   left.setTopic("en", "a");
   EXPECT_EQ(left.topic("xx"), "");
   EXPECT_FALSE(left.removeTopic("xx"));
-  for (const auto& change : std::vector<std::function<void(DialogInfo&)>>{
+  for (const auto& change :
+       std::vector<std::function<void(DialogInfo&)>>{
            [](DialogInfo& dialog) { dialog.setTopicName("x"); },
            [](DialogInfo& dialog) { dialog.setTypeVersion("x"); },
            [](DialogInfo& dialog) { dialog.setTopic("en", "x"); },

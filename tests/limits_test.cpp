@@ -11,10 +11,7 @@ using vesk::PackageInfo;
 
 namespace
 {
-std::string nested(int depth)
-{
-  return repeated("<a>", depth) + repeated("</a>", depth);
-}
+std::string nested(int depth) { return repeated("<a>", depth) + repeated("</a>", depth); }
 
 std::string withDocumentType(const std::string& declarations, const std::string& content)
 {
@@ -90,7 +87,10 @@ const std::vector<Hostile> hostileManifests{
     {"Million", "\n" + repeated("<a>", 1000000), " at line 2, column 770: " + nest},
     {"DeepAfterALongProlog", "<!--" + repeated("-x", 40000) + "-->\n" + repeated("<a>", 1000000),
      " at line 2, column 770: " + nest},
-    {"DeepBehindInstructions", "<?xml version='?>'?><?x <!--?><?y?" "?>" + repeated("<a>", 1000000),
+    {"DeepBehindInstructions",
+     "<?xml version='?>'?><?x <!--?><?y?"
+     "?>" +
+         repeated("<a>", 1000000),
      " at line 1, column 806: " + nest},
     {"DeepInAnEntity", withDocumentType(entity("e", repeated("<a>", 1000)), "&e;"),
      " at line 2, column 6: " + nest},
@@ -107,9 +107,8 @@ const std::vector<Hostile> hostileManifests{
      withDocumentType(entity("% p", "<!ELEMENT p " + repeated("(", 300)) + "%p;", ""),
      ": " + parens},
     {"ParenthesesAcrossParameterEntities",
-     withDocumentType(entity("% p", "<!ELEMENT p " + repeated("(", 200)) + "%p;" +
-                          repeated("(", 200),
-                      ""),
+     withDocumentType(
+         entity("% p", "<!ELEMENT p " + repeated("(", 200)) + "%p;" + repeated("(", 200), ""),
      ": " + parens},
     {"Entities", withDocumentType(chainOfEntities(257), ""), ": more than 256 declared entities"},
     {"ManyEntities", withDocumentType(chainOfEntities(30000), "&e29999;"),
@@ -134,13 +133,13 @@ const std::vector<Hostile> hostileManifests{
      " at line 1, column 9140: more than 1024 attributes on an element"},
     {"ManyAttributes", "<p" + attributes(100000) + "/>",
      ": more than 1024 attributes on an element"},
-    {"AttributesBehindAnEntity", withDocumentType(entity("e", "<a"), "&e;" + attributes(1025) + "/>"),
+    {"AttributesBehindAnEntity",
+     withDocumentType(entity("e", "<a"), "&e;" + attributes(1025) + "/>"),
      ": more than 1024 attributes on an element"},
 };
 
 class HostileManifest : public testing::TestWithParam<Hostile>
-{
-};
+{};
 } // namespace
 
 INSTANTIATE_TEST_SUITE_P(, HostileManifest, testing::ValuesIn(hostileManifests),

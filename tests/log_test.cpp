@@ -5,22 +5,22 @@
 #include <thread>
 
 namespace vlog = vesk::log;
-using vlog::Level;
 using testing::ElementsAre;
+using vlog::Level;
 
 TEST(Log, HandsAMessageToHandlersInTheirOrderUntilTheyAreRemoved)
 {
   const vlog::Category category = vlog::addCategory("test.order");
   CapturedLog captured;
   std::vector<std::string> calls;
-  const auto first = vlog::addHandler([&](const vlog::Message&) { calls.push_back("first"); });
+  const auto first = vlog::addHandler([&](const vlog::Message&) { calls.emplace_back("first"); });
   const auto second = vlog::addHandler(
       [&](const vlog::Message& message)
       {
-        calls.push_back("second");
+        calls.emplace_back("second");
         throw std::runtime_error(message.text); // must not reach the writer
       });
-  const auto third = vlog::addHandler([&](const vlog::Message&) { calls.push_back("third"); });
+  const auto third = vlog::addHandler([&](const vlog::Message&) { calls.emplace_back("third"); });
   vlog::write(category, Level::Error, "text", "function", "file.cpp", 7);
   EXPECT_THAT(calls, ElementsAre("first", "second", "third"));
   EXPECT_TRUE(vlog::removeHandler(first));

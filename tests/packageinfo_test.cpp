@@ -15,16 +15,15 @@ TEST(Package, KeepsEveryText)
     void (PackageInfo::*set)(const std::string&);
     const std::string& (PackageInfo::*get)() const;
   };
-  const std::vector<Field> fields{
-      {&PackageInfo::setUuid, &PackageInfo::uuid},
-      {&PackageInfo::setVersion, &PackageInfo::version},
-      {&PackageInfo::setAuthor, &PackageInfo::author},
-      {&PackageInfo::setOrganization, &PackageInfo::organization},
-      {&PackageInfo::setDate, &PackageInfo::date},
-      {&PackageInfo::setTypeVersion, &PackageInfo::typeVersion},
-      {&PackageInfo::setChannel, &PackageInfo::channel},
-      {&PackageInfo::setInstaller, &PackageInfo::installer},
-      {&PackageInfo::setPath, &PackageInfo::path}};
+  const std::vector<Field> fields{{&PackageInfo::setUuid, &PackageInfo::uuid},
+                                  {&PackageInfo::setVersion, &PackageInfo::version},
+                                  {&PackageInfo::setAuthor, &PackageInfo::author},
+                                  {&PackageInfo::setOrganization, &PackageInfo::organization},
+                                  {&PackageInfo::setDate, &PackageInfo::date},
+                                  {&PackageInfo::setTypeVersion, &PackageInfo::typeVersion},
+                                  {&PackageInfo::setChannel, &PackageInfo::channel},
+                                  {&PackageInfo::setInstaller, &PackageInfo::installer},
+                                  {&PackageInfo::setPath, &PackageInfo::path}};
   PackageInfo package;
   for (std::size_t i = 0; i < fields.size(); ++i)
   {

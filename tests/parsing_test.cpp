@@ -139,10 +139,36 @@ TEST(Parsing, GivesTheSameOfTruncatedDocuments)
 TEST(Parsing, GivesTheSameOfDamagedDocuments)
 {
   std::mt19937 random(1); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same damage every time
-  const QByteArray pieces[] = {"<",   ">",  "/",    "'",   "\"",   "&",   ";",    "<!--", "-->", "-",
-                               "]]>", "?>", "<?",   "<![CDATA[",   "=",   "&e;",  "&m;",  "%p;", "(",
-                               "\xC3", "\0", "\xEF\xBF\xBE",      "\xEF\xBF\xBF", "<!DOCTYPE p []>",
-                               "<?xml version='1.0'?>", "<a>", "</a>", "\xEF\xBB\xBF", "%", "]"};
+  const QByteArray pieces[] = {"<",
+                               ">",
+                               "/",
+                               "'",
+                               "\"",
+                               "&",
+                               ";",
+                               "<!--",
+                               "-->",
+                               "-",
+                               "]]>",
+                               "?>",
+                               "<?",
+                               "<![CDATA[",
+                               "=",
+                               "&e;",
+                               "&m;",
+                               "%p;",
+                               "(",
+                               "\xC3",
+                               "\0",
+                               "\xEF\xBF\xBE",
+                               "\xEF\xBF\xBF",
+                               "<!DOCTYPE p []>",
+                               "<?xml version='1.0'?>",
+                               "<a>",
+                               "</a>",
+                               "\xEF\xBB\xBF",
+                               "%",
+                               "]"};
   const auto below = [&random](int limit)
   { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
   for (const QByteArray& document : documents())
@@ -177,9 +203,9 @@ TEST(Parsing, NeverReadsExternalEntities)
   const std::string secret = folder.file("secret", "secret");
   QDomDocument document;
   SyntaxError error;
-  ASSERT_TRUE(parseXml(QString::fromStdString("<!DOCTYPE p [<!ENTITY x SYSTEM 'file://" + secret +
-                                              "'>]><p>&x;</p>"),
-                       document, error));
+  ASSERT_TRUE(parseXml(
+      QString::fromStdString("<!DOCTYPE p [<!ENTITY x SYSTEM 'file://" + secret + "'>]><p>&x;</p>"),
+      document, error));
   EXPECT_EQ(document.documentElement().text(), "");
 }
 

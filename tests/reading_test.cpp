@@ -4,7 +4,6 @@
 #include <package/packageinfo.hpp>
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::Pair;
 using vesk::PackageInfo;
 

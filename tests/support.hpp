@@ -102,7 +102,7 @@ inline void onSmallStack(const std::function<void()>& action)
 {
   pthread_attr_t attributes;
   pthread_attr_init(&attributes);
-  ASSERT_EQ(pthread_attr_setstacksize(&attributes, 256 * 1024), 0);
+  ASSERT_EQ(pthread_attr_setstacksize(&attributes, 262144), 0);
   pthread_t thread = 0;
   const auto run = [](void* argument) -> void*
   {
@@ -124,7 +124,7 @@ struct ProgramRun
 
 /// Runs a program with \p input, and \p environment ("NAME=value") added to this process's.
 inline ProgramRun runProgram(const QString& program, const QStringList& arguments,
-                      const std::string& input = {}, const QStringList& environment = {})
+                             const std::string& input = {}, const QStringList& environment = {})
 {
   QProcess process;
   process.setEnvironment(QProcess::systemEnvironment() + environment);

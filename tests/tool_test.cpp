@@ -7,7 +7,7 @@ using testing::StartsWith;
 namespace
 {
 ProgramRun tool(const QStringList& arguments, const std::string& input = {},
-         const QStringList& environment = {})
+                const QStringList& environment = {})
 {
   return runProgram(TOOL, arguments, input, environment);
 }
@@ -55,8 +55,8 @@ TEST(Tool, GoesOnBehindAFileThatCannotBeShown)
   const TemporaryFolder folder;
   const std::string malformed = folder.file("m.xml", "<p>\n <a></p>");
   const std::string missing = folder.path("missing.xml");
-  const ProgramRun run = tool(
-      {"show", QString::fromStdString(missing), QString::fromStdString(malformed), greeting});
+  const ProgramRun run =
+      tool({"show", QString::fromStdString(missing), QString::fromStdString(malformed), greeting});
   EXPECT_EQ(run.exitCode, 3);
   EXPECT_EQ(run.err, missing + ": error: Could not open " + missing + " for reading\n" + malformed +
                          ":2:8: error: tag mismatch\n");
@@ -80,7 +80,8 @@ TEST(Tool, SaysWhenItCannotWrite)
   const ProgramRun full = tool({"fmt", greeting, "-o", "/dev/full"});
   EXPECT_EQ(full.exitCode, 3);
   EXPECT_EQ(full.err, "/dev/full: error: Could not write: No space left on device\n");
-  const ProgramRun report = runProgram("sh", {"-c", "\"$0\" show \"$1\" > /dev/full", TOOL, greeting});
+  const ProgramRun report =
+      runProgram("sh", {"-c", R"("$0" show "$1" > /dev/full)", TOOL, greeting});
   EXPECT_EQ(report.exitCode, 3);
   EXPECT_THAT(report.err, HasSubstr("<stdout>: error: Could not write"));
 }

@@ -5,7 +5,6 @@
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::Not;
 using vesk::PackageInfo;
 
 namespace

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <package/xml/documenttype.hpp>
-
 #include <package/xml/limits.hpp>
 #include <package/xml/saxapi.hpp>
 

@@ -10,9 +10,9 @@ namespace vesk
 {
 
 /// Parses a document that has a document type once without building a tree, and tells whether it
-/// goes beyond the limits. What entities bring is only known to the parser, so it is the parser that
-/// is watched here. A document that is not well-formed before it reaches a limit is not refused:
-/// the parse that builds the tree stops there, too.
+/// goes beyond the limits. What entities bring is only known to the parser, so it is the parser
+/// that is watched here. A document that is not well-formed before it reaches a limit is not
+/// refused: the parse that builds the tree stops there, too.
 std::optional<SyntaxError> checkLimitsWithDocumentType(const QString& text);
 
 } // namespace vesk

@@ -2,14 +2,11 @@
 #ifndef PACKAGE_XML_LIMITS_HPP
 #define PACKAGE_XML_LIMITS_HPP
 
-namespace vesk
-{
-
 /// What a manifest may cost. The toolkit's parser and its tree use the stack for every level of
 /// nesting, and time or memory that grows faster than the text for entities and attributes. A
 /// document beyond these limits is refused as if it were not well-formed; real manifests stay far
 /// below all of them.
-namespace limits
+namespace vesk::limits
 {
 /// Elements within each other, counting those that entities bring. 756 end a thread with 256 KB of
 /// stack.
@@ -24,8 +21,6 @@ constexpr int entities = 256;
 constexpr int referencesInEntities = 1024;
 /// Characters in the values of entities, and characters that references to them bring in.
 constexpr int entityText = 1 << 20;
-} // namespace limits
-
-} // namespace vesk
+} // namespace vesk::limits
 
 #endif

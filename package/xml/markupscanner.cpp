@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <package/xml/markupscanner.hpp>
-
 #include <package/xml/limits.hpp>
+#include <package/xml/markupscanner.hpp>
 
 #include <algorithm>
 
@@ -33,8 +32,8 @@ const QChar* MarkupScanner::skip(const QChar* at, const QChar* end) const
   case State::EndTag:
     return std::find(at, end, u'>');
   case State::StartTag:
-    return std::find_if(at, end, [](QChar c)
-                        { return c == u'"' || c == u'\'' || c == u'/' || c == u'>'; });
+    return std::find_if(at, end,
+                        [](QChar c) { return c == u'"' || c == u'\'' || c == u'/' || c == u'>'; });
   case State::AttributeValue:
     return std::find(at, end, quote);
   case State::Instruction:
@@ -71,9 +70,7 @@ MarkupScanner::State MarkupScanner::next(QChar c)
   case State::InstructionQuestionMark:
     return c == u'>' ? State::Text : c == u'?' ? state : State::Instruction;
   case State::ExclamationMark:
-    return c == u'-'   ? State::CommentStart
-           : c == u'[' ? State::Cdata
-                       : State::DocumentType;
+    return c == u'-' ? State::CommentStart : c == u'[' ? State::Cdata : State::DocumentType;
   case State::CommentStart:
     return State::Comment;
   case State::Comment:

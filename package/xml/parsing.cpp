@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <package/xml/parsing.hpp>
-
 #include <package/xml/documenttype.hpp>
 #include <package/xml/markupscanner.hpp>
+#include <package/xml/parsing.hpp>
 #include <package/xml/saxapi.hpp>
 
 #include <QDomDocument>
@@ -94,7 +93,7 @@ private:
   // The toolkit looks for the encoding in the first 1024 bytes, its own chunk size. Larger chunks
   // after that are faster, up to about this size.
   static constexpr qint64 firstChunkSize = 1024;
-  static constexpr qint64 laterChunkSize = 16 * 1024;
+  static constexpr qint64 laterChunkSize = 16384;
 
   QIODevice* device = nullptr;
   QString undecided; // a text that has not been taken yet
@@ -113,8 +112,7 @@ bool parse(LimitedSource& source, bool namespaceProcessing, QDomDocument& docume
     error = *source.documentTypeRefusal();
     return false;
   }
-  if (document.setContent(&source, namespaceProcessing, &error.message, &error.line,
-                          &error.column))
+  if (document.setContent(&source, namespaceProcessing, &error.message, &error.line, &error.column))
   {
     return true;
   }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <package/xml/reading.hpp>
-
 #include <package/xml/names.hpp>
+#include <package/xml/reading.hpp>
 #include <package/xml/text.hpp>
 
 #include <QDomElement>

@@ -131,11 +131,13 @@ private:
       return;
     }
     std::vector<QDomNode> attributes;
+    attributes.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
     {
       attributes.push_back(map.item(i));
     }
-    std::sort(attributes.begin(), attributes.end(), [](const QDomNode& left, const QDomNode& right)
+    std::sort(attributes.begin(), attributes.end(),
+              [](const QDomNode& left, const QDomNode& right)
               { return left.nodeName() < right.nodeName(); });
     std::for_each(attributes.begin(), attributes.end(),
                   [this](const QDomNode& attribute) { addAttribute(attribute); });
@@ -150,7 +152,10 @@ private:
     out += '"';
   }
 
-  void addIndentation(int depth) { out.append(static_cast<std::size_t>(depth * indent), ' '); }
+  void addIndentation(int depth)
+  {
+    out.append(static_cast<std::size_t>(depth) * static_cast<std::size_t>(indent), ' ');
+  }
 
   void add(const QString& text) { out += utf8Of(text); }
 

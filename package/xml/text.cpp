@@ -44,7 +44,7 @@ QString toXmlText(const std::string& text)
   QString result = toQString(text);
   if (std::any_of(result.cbegin(), result.cend(), isForbiddenInXml))
   {
-    const auto end = std::remove_if(result.begin(), result.end(), isForbiddenInXml);
+    const QChar* const end = std::remove_if(result.begin(), result.end(), isForbiddenInXml);
     result.truncate(static_cast<int>(end - result.begin()));
   }
   return result;

@@ -1,17 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <package/xml/writing.hpp>
-
 #include <package/xml/text.hpp>
+#include <package/xml/writing.hpp>
 
 #include <QDomDocument>
 
 namespace vesk
 {
 
-QDomElement createElement(QDomDocument& doc, const XmlName& tag)
-{
-  return doc.createElement(tag);
-}
+QDomElement createElement(QDomDocument& doc, const XmlName& tag) { return doc.createElement(tag); }
 
 QDomElement appendElement(QDomDocument& doc, QDomNode& parent, const XmlName& tag)
 {

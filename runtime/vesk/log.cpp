@@ -106,8 +106,7 @@ void write(Category category, Level level, const std::string& text, const std::s
       added.handler(message);
     }
     catch (...) // NOLINT(bugprone-empty-catch)
-    {
-    }
+    {}
   }
 }
 
@@ -150,7 +149,7 @@ void writeToStandardError(const Message& message)
   }
   line += message.text + "\n";
   // One call, so that lines of several threads do not mix.
-  std::fwrite(line.data(), 1, line.size(), stderr);
+  static_cast<void>(std::fwrite(line.data(), 1, line.size(), stderr));
 }
 
 } // namespace vesk::log

@@ -5,7 +5,12 @@
 
 #include <CLI/CLI.hpp>
 
-int main(int argc, char** argv)
+#include <cstdio>
+#include <exception>
+
+namespace
+{
+int run(int argc, char** argv)
 {
   // The verbs print what concerns the user themselves.
   vesk::log::removeHandler(vesk::log::defaultHandler);
@@ -39,4 +44,18 @@ int main(int argc, char** argv)
     return app.exit(error) == 0 ? Done : WrongUsage;
   }
   return code;
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+  try
+  {
+    return run(argc, argv);
+  }
+  catch (const std::exception& error) // memory ran out, nearly surely
+  {
+    static_cast<void>(std::fprintf(stderr, "veskpackage: error: %s\n", error.what()));
+    return FileTrouble;
+  }
 }
