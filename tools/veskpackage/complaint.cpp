@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "complaint.hpp"
 
+#include <QRegularExpression>
+#include <QString>
+
 #include <iostream>
-#include <regex>
 
 void complain(const std::string& file, const std::string& message)
 {
@@ -11,17 +13,18 @@ void complain(const std::string& file, const std::string& message)
 
 void complainAsLogged(const std::string& file, const std::string& logged)
 {
-  static const std::regex place(" at line (\\d+), column (\\d+): ");
+  static const QRegularExpression place(QStringLiteral("^ at line (\\d+), column (\\d+): "));
   const std::string prefix = "Syntax error in " + file;
-  std::smatch parts;
-  if (logged.compare(0, prefix.size(), prefix) == 0 &&
-      std::regex_search(logged.begin() + static_cast<std::ptrdiff_t>(prefix.size()), logged.end(),
-                        parts, place, std::regex_constants::match_continuous))
+  if (logged.compare(0, prefix.size(), prefix) == 0)
   {
-    complain(file + ':' + parts.str(1) + ':' + parts.str(2), parts.suffix());
+    const QString rest = QString::fromStdString(logged.substr(prefix.size()));
+    const QRegularExpressionMatch found = place.match(rest);
+    if (found.hasMatch())
+    {
+      const QString at = ':' + found.captured(1) + ':' + found.captured(2);
+      complain(file + at.toStdString(), rest.mid(found.capturedLength()).toStdString());
+      return;
+    }
   }
-  else
-  {
-    complain(file, logged);
-  }
+  complain(file, logged);
 }
