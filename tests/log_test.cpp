@@ -11,24 +11,21 @@ using vlog::Level;
 TEST(Log, HandsAMessageToHandlersInTheirOrderUntilTheyAreRemoved)
 {
   const vlog::Category category = vlog::addCategory("test.order");
-  CapturedLog captured;
+  const CapturedLog captured;
   std::vector<std::string> calls;
-  const auto first = vlog::addHandler([&](const vlog::Message&) { calls.emplace_back("first"); });
-  const auto second = vlog::addHandler(
+  const auto first = vlog::addHandler(
       [&](const vlog::Message& message)
       {
-        calls.emplace_back("second");
+        calls.emplace_back("first");
         throw std::runtime_error(message.text); // must not reach the writer
       });
-  const auto third = vlog::addHandler([&](const vlog::Message&) { calls.emplace_back("third"); });
+  const auto second = vlog::addHandler([&](const vlog::Message&) { calls.emplace_back("second"); });
   vlog::write(category, Level::Error, "text", "function", "file.cpp", 7);
-  EXPECT_THAT(calls, ElementsAre("first", "second", "third"));
   EXPECT_TRUE(vlog::removeHandler(first));
   EXPECT_FALSE(vlog::removeHandler(first));
-  EXPECT_TRUE(vlog::removeHandler(second));
   vlog::write(category, Level::Error, "more");
-  EXPECT_THAT(calls, ElementsAre("first", "second", "third", "third"));
-  vlog::removeHandler(third);
+  EXPECT_THAT(calls, ElementsAre("first", "second", "second"));
+  vlog::removeHandler(second);
 
   const vlog::Message& message = captured.messages.front();
   EXPECT_EQ(message.level, Level::Error);
@@ -41,20 +38,20 @@ TEST(Log, LetsThroughWhatTheCategorysLevelAllows)
 {
   CapturedLog captured;
   vlog::Category category = vlog::addCategory("test.level");
-  EXPECT_EQ(category.level(), Level::Info);
-  const auto written = [&](Level level)
+  const auto levelsWritten = [&]
   {
     captured.messages.clear();
-    vlog::write(category, level, "text");
-    return captured.messages.size() == 1;
+    for (int level = 0; level <= 5; ++level)
+    {
+      vlog::write(category, static_cast<Level>(level), "text");
+    }
+    return captured.messages.size();
   };
-  EXPECT_TRUE(written(Level::Info));
-  EXPECT_FALSE(written(Level::Debug));
-  EXPECT_FALSE(written(Level::Silent));
+  EXPECT_EQ(levelsWritten(), 4U);
   vlog::addCategory("test.level").setLevel(Level::Silent); // the same category
-  EXPECT_FALSE(written(Level::Fatal));
+  EXPECT_EQ(levelsWritten(), 0U);
   vlog::setLevel(Level::Debug);
-  EXPECT_TRUE(written(Level::Debug));
+  EXPECT_EQ(levelsWritten(), 5U);
   EXPECT_EQ(vlog::addCategory("test.later").level(), Level::Debug);
   vlog::setLevel(Level::Info);
 }
@@ -71,27 +68,26 @@ TEST(Log, WritesALineToStandardErrorByDefault)
 TEST(Log, CanBeUsedFromManyThreadsAndFromHandlers)
 {
   vlog::removeHandler(vlog::defaultHandler);
-  const vlog::Category category = vlog::addCategory("test.threads");
   std::atomic<int> count{0};
-  const auto counter = vlog::addHandler(
+  const auto handler = vlog::addHandler(
       [&](const vlog::Message& message)
       {
         ++count;
         if (message.text == "outer")
         {
           vlog::removeHandler(vlog::addHandler([](const vlog::Message&) {}));
-          vlog::write(vlog::addCategory("test.threads.inner"), Level::Info, "inner");
+          vlog::write(vlog::addCategory("test.inner"), Level::Info, "inner");
         }
       });
-  std::vector<std::thread> threads;
-  for (int i = 0; i < 8; ++i)
+  std::vector<std::thread> threads(8);
+  for (std::thread& thread : threads)
   {
-    threads.emplace_back(
-        [&]
+    thread = std::thread(
+        []
         {
-          for (int n = 0; n < 100; ++n)
+          for (int i = 0; i < 100; ++i)
           {
-            vlog::write(category, Level::Info, "outer");
+            vlog::write(vlog::addCategory("test.outer"), Level::Info, "outer");
           }
         });
   }
@@ -99,6 +95,6 @@ TEST(Log, CanBeUsedFromManyThreadsAndFromHandlers)
   {
     thread.join();
   }
-  vlog::removeHandler(counter);
+  vlog::removeHandler(handler);
   EXPECT_EQ(count, 8 * 100 * 2);
 }

@@ -8,10 +8,11 @@
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QThread>
 #include <gmock/gmock.h>
 
 #include <functional>
-#include <pthread.h>
+#include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -86,33 +87,13 @@ inline std::vector<std::string> exampleManifests()
   return paths;
 }
 
-inline std::string repeated(const std::string& text, int times)
-{
-  std::string result;
-  result.reserve(text.size() * static_cast<std::size_t>(times));
-  for (int i = 0; i < times; ++i)
-  {
-    result += text;
-  }
-  return result;
-}
-
 /// Runs \p action on a thread with a stack of 256 KB, as small threads on a robot have.
 inline void onSmallStack(const std::function<void()>& action)
 {
-  pthread_attr_t attributes;
-  pthread_attr_init(&attributes);
-  ASSERT_EQ(pthread_attr_setstacksize(&attributes, 262144), 0);
-  pthread_t thread = 0;
-  const auto run = [](void* argument) -> void*
-  {
-    (*static_cast<const std::function<void()>*>(argument))();
-    return nullptr;
-  };
-  ASSERT_EQ(pthread_create(&thread, &attributes, run, const_cast<std::function<void()>*>(&action)),
-            0);
-  pthread_join(thread, nullptr);
-  pthread_attr_destroy(&attributes);
+  const std::unique_ptr<QThread> thread(QThread::create(action));
+  thread->setStackSize(262144);
+  thread->start();
+  thread->wait();
 }
 
 struct ProgramRun

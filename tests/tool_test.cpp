@@ -18,6 +18,8 @@ const QString office = EXAMPLE_MANIFESTS "/office-assistant.xml";
 
 TEST(Tool, ShowsReports)
 {
+  const ProgramRun large = tool({"show", office});
+  EXPECT_EQ(large.out, contentOf(GOLDEN_FILES "/office-assistant.report.txt"));
   const ProgramRun one = tool({"show", greeting});
   EXPECT_EQ(one.exitCode, 0);
   EXPECT_EQ(one.err, "");
@@ -26,14 +28,22 @@ TEST(Tool, ShowsReports)
   EXPECT_EQ(tool({"show", greeting, greeting}).out, one.out + one.out);
 }
 
+// A read from a pipe can end within a character.
+TEST(Tool, ReadsASlowPipe)
+{
+  const char* const script = R"((printf '<p uuid="'; sleep 0.2; printf '\303'; sleep 0.2;
+                                 printf '\251"/>') | "$0" show -)";
+  EXPECT_THAT(runProgram("sh", {"-c", script, TOOL}).out, StartsWith("UUID: é\n"));
+}
+
 TEST(Tool, FormatsToStandardOutputOrAFile)
 {
   const TemporaryFolder folder;
   const ProgramRun run = tool({"fmt", greeting});
   EXPECT_EQ(run.exitCode, 0);
-  EXPECT_EQ(run.out, contentOf(GOLDEN_FILES "/greeting.fmt.xml"));
+  EXPECT_EQ(run.out, contentOf(GOLDEN_FILES "/greeting.written.xml"));
   EXPECT_EQ(tool({"fmt", "-"}, contentOf(greeting.toStdString())).out, run.out);
-  const std::string path = folder.file("out.xml", repeated("longer than what is written ", 1000));
+  const std::string path = folder.file("out.xml", std::string(10000, 'x'));
   const ProgramRun toFile = tool({"fmt", greeting, "-o", QString::fromStdString(path)});
   EXPECT_EQ(toFile.exitCode, 0);
   EXPECT_EQ(toFile.out + toFile.err, "");

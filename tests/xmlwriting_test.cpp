@@ -47,18 +47,6 @@ TEST(XmlWriting, WritesAGroupUnlessItsMapIsEmpty)
                   addLocalizedDataElement(doc, root, {{"b", "2"}, {"", "1"}}, "full", "i", "a");
                 }),
             "<r>\n<empty/>\n<full>\n<i>1</i>\n<i a=\"b\">2</i>\n</full>\n</r>\n");
-  for (const bool cdata : {false, true})
-  {
-    const std::string text = cdata ? "<![CDATA[<]]>" : "&lt;";
-    EXPECT_EQ(childrenAfter(
-                  [cdata](QDomDocument& doc, QDomElement& root)
-                  {
-                    addDataListElementWithAttribute(doc, root, {}, "none", "i", "a", cdata);
-                    addDataListElementWithAttribute(doc, root, {{"k", {}}, {"l", {"", "<", "<"}}},
-                                                    "g", "i", "a", cdata);
-                  }),
-              "<r>\n<g>\n<i a=\"l\">" + text + "</i>\n<i a=\"l\">" + text + "</i>\n</g>\n</r>\n");
-  }
 }
 
 TEST(XmlWriting, SerializesAsTheToolkitDoes)
@@ -71,20 +59,6 @@ TEST(XmlWriting, SerializesAsTheToolkitDoes)
   {
     EXPECT_EQ(serialize(document, indent), document.toString(indent).toUtf8().toStdString());
   }
-}
-
-TEST(XmlWriting, OrdersAttributesByName)
-{
-  EXPECT_EQ(childrenAfter(
-                [](QDomDocument&, QDomElement& root)
-                {
-                  for (const char* name : {"b", "d", "a", "c", "aa"})
-                  {
-                    setAttribute(root, name, "1");
-                  }
-                }),
-            R"(<r a="1" aa="1" b="1" c="1" d="1"/>)"
-            "\n");
 }
 
 TEST(XmlWriting, WritesOnlyPermissionsThatAreNames)
