@@ -1,8 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
-# Installs the build into a folder and builds and runs the examples against that, once as a CMake
+# Installs the build into a folder and builds and runs an example against that, once as a CMake
 # project and once with pkg-config.
 set(prefix ${WORK_DIR}/prefix)
-set(flags "")
 if(SANITIZE)
   set(flags "-fsanitize=${SANITIZE}")
 endif()
@@ -15,13 +14,9 @@ endfunction()
 function(expect_edits program)
   run(${program} ${EXAMPLES_DIR}/manifests/greeting.xml ${WORK_DIR}/edited.xml)
   file(READ ${WORK_DIR}/edited.xml edited)
-  foreach(expected IN ITEMS "version=\"1.2.0.1\"" "<name lang=\"fr_FR\">Bonjour</name>"
-                            "<tag lang=\"en_US\">edited</tag>" "path=\"greeting/goodbye\"")
-    string(FIND "${edited}" "${expected}" at)
-    if(at EQUAL -1)
-      message(FATAL_ERROR "${program} did not write ${expected}")
-    endif()
-  endforeach()
+  if(NOT edited MATCHES "version=\"1.2.0.1\".*Bonjour.*>edited<.*greeting/goodbye")
+    message(FATAL_ERROR "${program} wrote ${edited}")
+  endif()
 endfunction()
 
 file(REMOVE_RECURSE ${WORK_DIR})
@@ -32,12 +27,11 @@ run(${CMAKE_COMMAND} -S ${EXAMPLES_DIR} -B ${WORK_DIR}/build -DCMAKE_PREFIX_PATH
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
 expect_edits(${WORK_DIR}/build/edit)
 
-file(GLOB_RECURSE pkgconfig ${prefix}/veskpackage.pc)
-cmake_path(GET pkgconfig PARENT_PATH pkgconfig_dir)
-cmake_path(GET pkgconfig_dir PARENT_PATH lib_dir)
-set(ENV{PKG_CONFIG_PATH} ${pkgconfig_dir})
+file(GLOB_RECURSE pc_file ${prefix}/veskpackage.pc)
+cmake_path(GET pc_file PARENT_PATH pc_dir)
+set(ENV{PKG_CONFIG_PATH} ${pc_dir})
 run(pkg-config --cflags --libs veskpackage)
 separate_arguments(options UNIX_COMMAND "${flags} ${out}")
 run(${CXX} -std=c++17 -fPIC ${EXAMPLES_DIR}/edit.cpp -o ${WORK_DIR}/edit ${options}
-    -Wl,-rpath,${lib_dir})
+    -Wl,-rpath,${pc_dir}/..)
 expect_edits(${WORK_DIR}/edit)

@@ -2,7 +2,7 @@
 #include "support.hpp"
 
 #include <atomic>
-#include <thread>
+#include <future>
 
 namespace vlog = vesk::log;
 using testing::ElementsAre;
@@ -79,21 +79,17 @@ TEST(Log, CanBeUsedFromManyThreadsAndFromHandlers)
           vlog::write(vlog::addCategory("test.inner"), Level::Info, "inner");
         }
       });
-  std::vector<std::thread> threads(8);
-  for (std::thread& thread : threads)
+  const auto writeMany = []
   {
-    thread = std::thread(
-        []
-        {
-          for (int i = 0; i < 100; ++i)
-          {
-            vlog::write(vlog::addCategory("test.outer"), Level::Info, "outer");
-          }
-        });
-  }
-  for (std::thread& thread : threads)
+    for (int i = 0; i < 100; ++i)
+    {
+      vlog::write(vlog::addCategory("test.outer"), Level::Info, "outer");
+    }
+  };
   {
-    thread.join();
+    std::vector<std::future<void>> running;
+    std::generate_n(std::back_inserter(running), 8,
+                    [&] { return std::async(std::launch::async, writeMany); });
   }
   vlog::removeHandler(handler);
   EXPECT_EQ(count, 8 * 100 * 2);

@@ -16,27 +16,28 @@ using vesk::SyntaxError;
 namespace
 {
 /// Everything about a node and what is below it.
-void describe(const QDomNode& node, QString& out)
+QString described(const QDomNode& node)
 {
-  out += QStringLiteral("%1 %2 {%3} [%4] %5:%6\n")
-             .arg(node.nodeType())
-             .arg(node.nodeName(), node.nodeValue(), node.namespaceURI())
-             .arg(node.lineNumber())
-             .arg(node.columnNumber());
   QStringList attributes;
   const QDomNamedNodeMap map = node.attributes();
   for (int i = 0; i < map.count(); ++i)
   {
-    attributes += map.item(i).nodeName() + '=' + map.item(i).nodeValue() + '{' +
-                  map.item(i).namespaceURI() + '}';
+    attributes += described(map.item(i));
   }
   attributes.sort();
-  out += attributes.join(',');
-  for (QDomNode child = node.firstChild(); !child.isNull(); child = child.nextSibling())
+  QString out =
+      QStringLiteral("%1 %2 {%3} [%4] (%5 ")
+          .arg(node.nodeType())
+          .arg(node.nodeName(), node.nodeValue(), node.namespaceURI(), attributes.join(','));
+  if (!node.isAttr())
   {
-    describe(child, out);
+    out += QStringLiteral("%1:%2 ").arg(node.lineNumber()).arg(node.columnNumber());
+    for (QDomNode child = node.firstChild(); !child.isNull(); child = child.nextSibling())
+    {
+      out += described(child);
+    }
   }
-  out += ")\n";
+  return out + ")\n";
 }
 
 /// What a parse gives, as text.
@@ -45,16 +46,9 @@ std::string result(Parse parse)
 {
   QDomDocument document;
   SyntaxError error;
-  QString out;
-  if (parse(document, error))
-  {
-    describe(document, out);
-    return out.toStdString();
-  }
-  return QStringLiteral("%1:%2 %3")
-      .arg(error.line)
-      .arg(error.column)
-      .arg(error.message)
+  const QString failure("%1:%2 %3");
+  return (parse(document, error) ? described(document)
+                                 : failure.arg(error.line).arg(error.column).arg(error.message))
       .toStdString();
 }
 
