@@ -10,22 +10,52 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace vesk
 {
 
-/// Erases the entries of \p map whose key begins with none of \p languages, so that a general code
-/// ("en") keeps its regional variants ("en_US").
+/// Tells which keys begin with one of many languages, so that a general code ("en") keeps its
+/// regional variants ("en_US").
+class LanguagePrefixes
+{
+public:
+  explicit LanguagePrefixes(const std::list<std::string>& list)
+  {
+    // Sorted, a language comes right before those that begin with it, which add nothing.
+    for (const std::string_view language : std::set<std::string_view>(list.begin(), list.end()))
+    {
+      if (shortest.empty() || !startsWith(language, shortest.back()))
+      {
+        shortest.push_back(language);
+      }
+    }
+  }
+
+  bool matches(std::string_view key) const
+  {
+    // None begins with another, so only the last that is not behind the key can be its beginning.
+    const auto behind = std::upper_bound(shortest.begin(), shortest.end(), key);
+    return behind != shortest.begin() && startsWith(key, *std::prev(behind));
+  }
+
+private:
+  static bool startsWith(std::string_view text, std::string_view beginning)
+  {
+    return text.substr(0, beginning.size()) == beginning;
+  }
+
+  std::vector<std::string_view> shortest; // into the list
+};
+
+/// Erases the entries of \p map whose key begins with none of \p languages.
 template <typename Value>
 void trimFromLanguages(std::map<std::string, Value>& map, const std::list<std::string>& languages)
 {
+  const LanguagePrefixes prefixes(languages);
   for (auto entry = map.begin(); entry != map.end();)
   {
-    const std::string& key = entry->first;
-    const bool kept = std::any_of(languages.begin(), languages.end(),
-                                  [&key](const std::string& language)
-                                  { return key.compare(0, language.size(), language) == 0; });
-    entry = kept ? std::next(entry) : map.erase(entry);
+    entry = prefixes.matches(entry->first) ? std::next(entry) : map.erase(entry);
   }
 }
 

@@ -177,9 +177,10 @@ public:
   /// False when the file cannot be opened or is not well-formed, and the package is unchanged then;
   /// a message in the log category "veskpackage", at the level of errors, says why and where. As not
   /// well-formed counts, too, what would make the parser use up stack, memory or time: elements
-  /// nested more than 256 deep, a document type with more than 256 entities, 1,024 references in
-  /// their values or 256 nested parentheses, entities that bring in more than 1,048,576 characters,
-  /// and elements with more than 1,024 attributes. External entities are never read.
+  /// nested more than 256 deep, elements with more than 1,024 attributes, more than 32 namespace
+  /// prefixes declared at once, and a document type with more than 256 nested parentheses or 256
+  /// entities, or whose entities hold more than 1,048,576 characters or 1,024 references or bring in
+  /// more than 1,048,576 characters. External entities are never read.
   /// \{
 
   /// Reads the file at \p path (UTF-8).
@@ -191,10 +192,11 @@ public:
   bool loadFromManifestContent(const std::string& content);
   /// \}
 
-  /// Writes the manifest. Equal packages give equal bytes; attributes are ordered by name. Empty
-  /// texts are left out, and what XML cannot carry: what follows a NUL byte, control characters,
-  /// U+FFFE and U+FFFF, permissions that are no XML names. Text of blanks only is written, but
-  /// readers drop it unless it is a condition. Invalid UTF-8 is written as U+FFFD.
+  /// Writes the manifest. Equal packages give equal bytes; attributes are ordered by name. Items
+  /// with an empty text are left out, and so is what XML cannot carry: what follows a NUL byte,
+  /// control characters, U+FFFE and U+FFFF, permissions that are no XML names. Text of blanks only
+  /// (of any script) is written, but readers drop it unless it is a condition. Invalid UTF-8 is
+  /// written as U+FFFD.
   /// \{
 
   /// Writes or overwrites the file at \p path (UTF-8), indented by 2. False when it cannot be

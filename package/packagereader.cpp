@@ -14,6 +14,7 @@
 
 #include <QDomDocument>
 #include <QFile>
+#include <QScopeGuard>
 
 namespace vesk
 {
@@ -86,9 +87,8 @@ void readRequirements(const QDomNode& section, PackageInfoPrivate& record)
                });
 }
 
-void readLanguages(const QDomNode& section, std::list<std::string>& languages)
+void readLanguages(const QDomNode& section, LanguageAppender& appender)
 {
-  LanguageAppender appender(languages);
   forEachChild(section, [&](const QDomNode& child) { appender.append(textOf(child.toElement())); });
 }
 
@@ -115,6 +115,13 @@ void readContents(const QDomNode& section, PackageInfoPrivate& record)
                  }
                });
 }
+
+/// Parses an open file and closes it, whatever comes of it.
+bool parseAndClose(QFile& file, QDomDocument& document, SyntaxError& error)
+{
+  const auto closing = qScopeGuard([&file] { file.close(); });
+  return parseXml(file, document, error);
+}
 } // namespace
 
 bool PackageInfo::loadFromManifestFile(const std::string& path)
@@ -133,9 +140,7 @@ bool PackageInfo::loadFromManifestFile(QFile& file)
   }
   QDomDocument document;
   SyntaxError error;
-  const bool parsed = parseXml(file, document, error);
-  file.close();
-  if (!parsed)
+  if (!parseAndClose(file, document, error))
   {
     logSyntaxError(name, error, "loadFromManifestFile");
     return false;
@@ -166,6 +171,9 @@ void PackageInfoPrivate::loadFromXmlDocument(const QDomDocument& document, Packa
   {
     record.*attribute.member = attributeOf(root, names.*attribute.name);
   }
+  // One of each for the whole manifest, since sections can come any number of times.
+  LanguageAppender supported(record.supportedLanguages);
+  LanguageAppender described(record.descriptionLanguages);
   forEachChild(root,
                [&](const QDomNode& section)
                {
@@ -192,11 +200,11 @@ void PackageInfoPrivate::loadFromXmlDocument(const QDomDocument& document, Packa
                  }
                  else if (name == names.supportedLanguages)
                  {
-                   readLanguages(section, record.supportedLanguages);
+                   readLanguages(section, supported);
                  }
                  else if (name == names.descriptionLanguages)
                  {
-                   readLanguages(section, record.descriptionLanguages);
+                   readLanguages(section, described);
                  }
                  else if (name == names.contents)
                  {

@@ -22,7 +22,7 @@ endfunction()
 file(REMOVE_RECURSE ${WORK_DIR})
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
 
-run(${CMAKE_COMMAND} -S ${EXAMPLES_DIR} -B ${WORK_DIR}/build -DCMAKE_PREFIX_PATH=${prefix}
+run(${CMAKE_COMMAND} -G ${GENERATOR} -S ${EXAMPLES_DIR} -B ${WORK_DIR}/build -DCMAKE_PREFIX_PATH=${prefix}
     -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_FLAGS=${flags})
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
 expect_edits(${WORK_DIR}/build/edit)

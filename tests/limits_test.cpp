@@ -67,6 +67,7 @@ std::ostream& operator<<(std::ostream& out, const Hostile& hostile) { return out
 #define BROUGHT_IN "more than 1048576 characters brought in by entities"
 #define ENTITIES ": more than 256 declared entities"
 #define ATTRIBUTES "more than 1024 attributes on an element"
+#define PREFIXES "more than 32 namespace prefixes declared at once"
 
 const Hostile hostileManifests[] = {
     {"Deep", "{257*<a>}{257*</a>}", " at line 1, column 770: " NESTING},
@@ -87,6 +88,9 @@ const Hostile hostileManifests[] = {
      ": " PARENTHESES},
     {"ParenthesesBehindAnEntity", "<!DOCTYPE p [<!ENTITY % p '<!ELEMENT p {200*(}'>%p;{200*(}",
      ": " PARENTHESES},
+    {"ParenthesesInEntitiesInEntities",
+     "<!DOCTYPE p [<!ENTITY % b '<!ELEMENT p {200*(}'><!ENTITY % a '&#37;b;{200*(}'>%a;",
+     ": " PARENTHESES},
     {"Entities", "<!DOCTYPE p [<!ENTITY e0 'x'>{256*<!ENTITY e@ '&e#;'>}]><p/>", ENTITIES},
     {"ManyEntities", "<!DOCTYPE p [<!ENTITY e0 'x'>{30000*<!ENTITY e@ '&e#;'>}]><p>&e30000;</p>",
      ENTITIES},
@@ -103,6 +107,10 @@ const Hostile hostileManifests[] = {
      ": more than 1024 references in entities"},
     {"Attributes", "<p{1025* a#='1'}/>", " at line 1, column 9140: " ATTRIBUTES},
     {"ManyAttributes", "<p{100000* a#='1'}/>", ": " ATTRIBUTES},
+    {"Prefixes", "<p{33* xmlns:a#='u'}/>", " at line 1, column 447: " PREFIXES},
+    {"PrefixesOfManyElements", "{20000*<a x='1'xmlns:a#='u'>}", ": " PREFIXES},
+    {"PrefixesFromAnEntity", "<!DOCTYPE p [<!ENTITY e '<a{33* xmlns:a#=\"u\"}/>'>]><p>&e;</p>",
+     ": " PREFIXES},
     {"AttributesBehindAnEntity", "<!DOCTYPE p [<!ENTITY e '<a'>]><p>&e;{1025* a#='1'}/></p>",
      ": " ATTRIBUTES},
 };
@@ -132,6 +140,9 @@ TEST(Limits, LetThroughWhatDoesNotGoBeyondThem)
            "<p>{255*<a>}{255*</a>}{255*<a>}{255*</a>}</p>",
            "<p>{1000*<a/>}{1000*<a></a>}</p>",
            "<p{1024* a#='1'}><a{1024* a#='1'}/></p>",
+           "<p>{100*<a xmlns:a='u' xmlns:b='u'/>}{100*<b xmlns='u' xmlns:a='u' a:c='1'></b>}</p>",
+           "<p{32* xmlns:a#='u'}><p a1:xmlns='xmlns:'/></p>",
+           "<p{1024* b:xmlns:a#='1'}><xmlns:a{33* axmlns:a#='xmlns:'}/></p>",
            "<!DOCTYPE p [<!ELEMENT p {256*(}a{256*)}><!ELEMENT q {256*(}a{256*)}>]><p/>",
            "<!DOCTYPE p [<!--{200*(}--><!ELEMENT p {256*(}a{256*)}>]><p/>",
            "<!DOCTYPE p [<!ENTITY e0 'x'>{255*<!ENTITY e@ '&e#;'>}]><p>&e5;</p>",

@@ -59,10 +59,10 @@ TEST(Log, LetsThroughWhatTheCategorysLevelAllows)
 TEST(Log, WritesALineToStandardErrorByDefault)
 {
   testing::internal::CaptureStderr();
-  vlog::writeToStandardError({Level::Warning, "category", "text", "function", "", 0});
+  vlog::writeToStandardError({Level::Warning, "category", "a\nb\x1b[0mé", "function", "", 0});
   vlog::writeToStandardError({Level::Fatal, "category", "text", "", "", 0});
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "warning: category: function: text\nfatal: category: text\n");
+            "warning: category: function: a\\x0ab\\x1b[0mé\nfatal: category: text\n");
 }
 
 TEST(Log, CanBeUsedFromManyThreadsAndFromHandlers)

@@ -73,7 +73,8 @@ TEST(Writing, GivesAWellFormedManifestWhateverTheRecordHolds)
   for (const std::string text :
        {"]]>", "a]]>b]]>]]>", "]]", "]]]>", "\xEF\xBF\xBE\xEF\xBF\xBF", "a\x01\x02\x1F\x7F z",
         "a\r\nb\tc\rd", "\xFF\xC3 invalid \xED\xA0\x80", "<canStandUp/><!-- & ' \" -->",
-        "\xF0\x9F\xA4\x96 beyond the basic plane \xF0\x9F\xBF\xBE", "&#0;&amp;", "<![CDATA["})
+        "\xF0\x9F\xA4\x96 beyond the basic plane \xF0\x9F\xBF\xBE", "&#0;&amp;", "<![CDATA[",
+        "\xEF\xBB\xBF mark"})
   {
     PackageInfo package;
     package.setUuid(text);
@@ -102,7 +103,8 @@ TEST(Writing, GivesAWellFormedManifestWhateverTheRecordHolds)
 
 TEST(Writing, BringsConditionsBackUnchanged)
 {
-  for (const std::string condition : {"a]]>b]]>]]>", "]]", "]]]>>", " ", "<![CDATA[x]]>", "\r\n\t"})
+  for (const std::string condition :
+       {"a]]>b]]>]]>", "]]", "]]]>>", " ", "<![CDATA[x]]>", "\r\n\t", "\xEF\xBB\xBF"})
   {
     vesk::BehaviorInfo behavior;
     behavior.addCondition(condition, "go");

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <package/xml/documenttype.hpp>
 #include <package/xml/limits.hpp>
+#include <package/xml/openelements.hpp>
 #include <package/xml/saxapi.hpp>
 
 #include <QHash>
@@ -13,29 +14,32 @@ namespace
 {
 /// Counts the open parentheses of a content model. Such a model holds neither markup nor quotes, so
 /// they start the count anew, and it need not be known where in the document type a character
-/// stands.
+/// stands. Markup in an entity does not: what follows the entity may go on with a model that it
+/// begins.
 class ParenthesisCounter
 {
 public:
   /// False when \p c opens one parenthesis too many.
   bool accept(QChar c)
   {
-    switch (c.unicode())
+    if (c == u'<' || c == u'>' || c == u'"' || c == u'\'')
     {
-    case '(':
-      return ++open <= limits::parentheses;
-    case ')':
-      open = std::max(0, open - 1);
-      return true;
-    case '<':
-    case '>':
-    case '"':
-    case '\'':
       open = 0;
-      return true;
-    default:
-      return true;
     }
+    return acceptInEntity(c);
+  }
+
+  bool acceptInEntity(QChar c)
+  {
+    if (c == u'(')
+    {
+      ++open;
+    }
+    else if (c == u')')
+    {
+      open = std::max(0, open - 1);
+    }
+    return open <= limits::parentheses.most;
   }
 
 private:
@@ -49,7 +53,7 @@ public:
   /// A character of the document type; false when it goes beyond a limit.
   bool acceptsInDocumentType(QChar c)
   {
-    return !inDocumentType || parentheses.accept(c) || refuseParentheses();
+    return !inDocumentType || parentheses.accept(c) || refuse(limits::parentheses);
   }
 
   /// The refusal and its place, unless the parse ended well or for another reason.
@@ -61,20 +65,19 @@ public:
   bool startElement(const QString&, const QString&, const QString&,
                     const QXmlAttributes& attributes) override
   {
-    if (++depth > limits::depth)
+    const Limit* passed = elements.enter();
+    for (int i = 0; i < attributes.count() && passed == nullptr; ++i)
     {
-      return refuse("more than %1 elements within each other", limits::depth);
+      const bool isPrefix = attributes.qName(i).startsWith(u"xmlns:");
+      passed = isPrefix ? elements.addPrefix() : nullptr;
+      passed = passed == nullptr ? elements.addAttribute() : passed;
     }
-    if (attributes.count() > limits::attributes)
-    {
-      return refuse("more than %1 attributes on an element", limits::attributes);
-    }
-    return true;
+    return passed == nullptr || refuse(*passed);
   }
 
   bool endElement(const QString&, const QString&, const QString&) override
   {
-    --depth;
+    elements.leave();
     return true;
   }
 
@@ -97,25 +100,18 @@ public:
     entityTexts.insert(name.startsWith(u'%') ? name.mid(1) : name, value);
     references += value.count(u'&');
     declaredText += value.size();
-    if (references > limits::referencesInEntities)
-    {
-      return refuse("more than %1 references in entities", limits::referencesInEntities);
-    }
-    if (declaredText > limits::entityText)
-    {
-      return refuse("more than %1 characters in entities", limits::entityText);
-    }
-    return countEntity();
+    return within(references, limits::referencesInEntities) &&
+           within(declaredText, limits::declaredText) && within(++entities, limits::entities);
   }
 
   bool externalEntityDecl(const QString&, const QString&, const QString&) override
   {
-    return countEntity();
+    return within(++entities, limits::entities);
   }
 
   bool unparsedEntityDecl(const QString&, const QString&, const QString&, const QString&) override
   {
-    return countEntity();
+    return within(++entities, limits::entities);
   }
 
   /// An entity is about to be read in the place of a reference to it.
@@ -123,14 +119,13 @@ public:
   {
     const QString text = entityTexts.value(name);
     broughtIn += text.size();
-    if (broughtIn > limits::entityText)
+    if (!within(broughtIn, limits::broughtInText) || !inDocumentType)
     {
-      return refuse("more than %1 characters brought in by entities", limits::entityText);
+      return reason.isEmpty();
     }
-    return !inDocumentType ||
-           std::all_of(text.cbegin(), text.cend(),
-                       [this](QChar c) { return parentheses.accept(c); }) ||
-           refuseParentheses();
+    return std::all_of(text.cbegin(), text.cend(),
+                       [this](QChar c) { return parentheses.acceptInEntity(c); }) ||
+           refuse(limits::parentheses);
   }
 
   QString errorString() const override { return reason; }
@@ -143,20 +138,11 @@ public:
   }
 
 private:
-  bool countEntity()
-  {
-    return ++entities <= limits::entities ||
-           refuse("more than %1 declared entities", limits::entities);
-  }
+  bool within(int count, const Limit& limit) { return count <= limit.most || refuse(limit); }
 
-  bool refuseParentheses()
+  bool refuse(const Limit& limit)
   {
-    return refuse("more than %1 parentheses within each other", limits::parentheses);
-  }
-
-  bool refuse(const char* why, int limit)
-  {
-    reason = QString::fromLatin1(why).arg(limit);
+    reason = limit.refusal();
     return false;
   }
 
@@ -166,7 +152,7 @@ private:
   bool inDocumentType = false;
   ParenthesisCounter parentheses;
   QHash<QString, QString> entityTexts;
-  int depth = 0;
+  OpenElements elements;
   int entities = 0;
   int references = 0;
   int declaredText = 0;

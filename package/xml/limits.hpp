@@ -2,25 +2,47 @@
 #ifndef PACKAGE_XML_LIMITS_HPP
 #define PACKAGE_XML_LIMITS_HPP
 
-/// What a manifest may cost. The toolkit's parser and its tree use the stack for every level of
-/// nesting, and time or memory that grows faster than the text for entities and attributes. A
-/// document beyond these limits is refused as if it were not well-formed; real manifests stay far
-/// below all of them.
-namespace vesk::limits
+#include <QString>
+
+namespace vesk
 {
-/// Elements within each other, counting those that entities bring. 756 end a thread with 256 KB of
-/// stack.
-constexpr int depth = 256;
-/// The toolkit keeps every attribute in a list that it searches for each further one.
-constexpr int attributes = 1024;
-/// Parentheses within each other in the content models of a document type.
-constexpr int parentheses = 256;
-/// Declared entities; the toolkit compares each with all others.
-constexpr int entities = 256;
-/// References in the values of entities; the toolkit copies a value for each.
-constexpr int referencesInEntities = 1024;
-/// Characters in the values of entities, and characters that references to them bring in.
-constexpr int entityText = 1 << 20;
-} // namespace vesk::limits
+
+/// How many of something a manifest may have.
+struct Limit
+{
+  int most;
+  const char* what;
+
+  /// What is said of a document that has more.
+  QString refusal() const { return QStringLiteral("more than %1 %2").arg(most).arg(what); }
+};
+
+/// What a manifest may cost. The toolkit's parser and its tree use the stack for every level of
+/// nesting, and time or memory that grows faster than the text for entities, attributes and
+/// namespaces. A document beyond these limits is refused as if it were not well-formed; real
+/// manifests stay far below all of them.
+namespace limits
+{
+/// Counting those that entities bring. 756 end a thread with 256 KB of stack.
+constexpr Limit depth{256, "elements within each other"};
+/// With namespaces, the toolkit searches all attributes of an element for each further one.
+constexpr Limit attributes{1024, "attributes on an element"};
+/// With namespaces, the toolkit compares all that are in force with each other at every empty
+/// element.
+constexpr Limit prefixes{32, "namespace prefixes declared at once"};
+/// The parser recurses for those in content models. Those that are open count wherever in the
+/// document type they stand.
+constexpr Limit parentheses{256, "parentheses within each other"};
+/// The toolkit compares each declared entity with all others.
+constexpr Limit entities{256, "declared entities"};
+/// The toolkit copies an entity's value for each reference to another in it.
+constexpr Limit referencesInEntities{1024, "references in entities"};
+/// In the values of all entities together.
+constexpr Limit declaredText{1 << 20, "characters in entities"};
+/// By all references to entities together.
+constexpr Limit broughtInText{1 << 20, "characters brought in by entities"};
+} // namespace limits
+
+} // namespace vesk
 
 #endif

@@ -1,24 +1,29 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <package/xml/limits.hpp>
 #include <package/xml/markupscanner.hpp>
 
 #include <algorithm>
 
 namespace vesk
 {
+namespace
+{
+const int lookBehind = 6; // a character and "xmlns"
+}
+
 int MarkupScanner::scan(const QString& piece)
 {
   const QChar* const end = piece.cend();
   const QChar* at = skip(piece.cbegin(), end);
   while (at != end && !isDone())
   {
-    state = next(*at);
+    state = next(piece, at);
     if (state == State::Refused)
     {
       return static_cast<int>(at - piece.cbegin());
     }
     at = skip(at + 1, end);
   }
+  endOfPieceBefore = (endOfPieceBefore + piece.right(lookBehind)).right(lookBehind);
   return -1;
 }
 
@@ -33,7 +38,8 @@ const QChar* MarkupScanner::skip(const QChar* at, const QChar* end) const
     return std::find(at, end, u'>');
   case State::StartTag:
     return std::find_if(at, end,
-                        [](QChar c) { return c == u'"' || c == u'\'' || c == u'/' || c == u'>'; });
+                        [](QChar c)
+                        { return c == u'"' || c == u'\'' || c == u'/' || c == u'>' || c == u':'; });
   case State::AttributeValue:
     return std::find(at, end, quote);
   case State::Instruction:
@@ -47,8 +53,9 @@ const QChar* MarkupScanner::skip(const QChar* at, const QChar* end) const
   }
 }
 
-MarkupScanner::State MarkupScanner::next(QChar c)
+MarkupScanner::State MarkupScanner::next(const QString& piece, const QChar* at)
 {
+  const QChar c = *at;
   switch (state)
   {
   case State::Text:
@@ -56,13 +63,11 @@ MarkupScanner::State MarkupScanner::next(QChar c)
   case State::LessThan:
     return afterLessThan(c);
   case State::EndTag:
-    --depth;
+  case State::StartTagSlash:
+    elements.leave();
     return State::Text;
   case State::StartTag:
-    return inStartTag(c);
-  case State::StartTagSlash:
-    --depth;
-    return State::Text;
+    return inStartTag(piece, at);
   case State::AttributeValue:
     return State::StartTag;
   case State::Instruction:
@@ -107,32 +112,43 @@ MarkupScanner::State MarkupScanner::afterLessThan(QChar c)
     return State::ExclamationMark;
   }
   rootFound = true;
-  attributes = 0;
-  if (++depth > limits::depth)
-  {
-    return refuse(QStringLiteral("more than %1 elements within each other").arg(limits::depth));
-  }
-  return State::StartTag;
+  return stateUnless(elements.enter(), State::StartTag);
 }
 
-MarkupScanner::State MarkupScanner::inStartTag(QChar c)
+MarkupScanner::State MarkupScanner::inStartTag(const QString& piece, const QChar* at)
 {
-  if (c == u'"' || c == u'\'')
+  switch (at->unicode())
   {
-    if (++attributes > limits::attributes)
-    {
-      return refuse(
-          QStringLiteral("more than %1 attributes on an element").arg(limits::attributes));
-    }
-    quote = c;
-    return State::AttributeValue;
+  case '"':
+  case '\'':
+    quote = *at;
+    return stateUnless(elements.addAttribute(), State::AttributeValue);
+  case ':':
+    return isPrefixDeclaration(piece, at) ? stateUnless(elements.addPrefix(), state) : state;
+  case '/':
+    return State::StartTagSlash;
+  default:
+    return State::Text;
   }
-  return c == u'>' ? State::Text : c == u'/' ? State::StartTagSlash : state;
 }
 
-MarkupScanner::State MarkupScanner::refuse(const QString& why)
+/// Whether the name that ends before \p colon is "xmlns". What comes before it belongs to no name:
+/// a blank, or the quote of an attribute before.
+bool MarkupScanner::isPrefixDeclaration(const QString& piece, const QChar* colon) const
 {
-  reason = why;
+  const int at = static_cast<int>(colon - piece.cbegin());
+  const QString name = (endOfPieceBefore + piece.leftRef(at).right(lookBehind)).right(lookBehind);
+  return name.endsWith(u"xmlns") &&
+         (name.front().isSpace() || name.front() == u'"' || name.front() == u'\'');
+}
+
+MarkupScanner::State MarkupScanner::stateUnless(const Limit* passed, State wanted)
+{
+  if (passed == nullptr)
+  {
+    return wanted;
+  }
+  reason = passed->refusal();
   return State::Refused;
 }
 

@@ -2,13 +2,16 @@
 #ifndef PACKAGE_XML_MARKUPSCANNER_HPP
 #define PACKAGE_XML_MARKUPSCANNER_HPP
 
+#include <package/xml/openelements.hpp>
+
 #include <QString>
 
 namespace vesk
 {
 
 /// Follows the markup of a document without a document type, piece by piece and ahead of the
-/// parser, and finds where it nests too deep or gives an element too many attributes. Without a
+/// parser, and finds where it nests too deep, gives an element too many
+/// attributes or declares too many namespace prefixes. Without a
 /// document type no entity brings markup, so the text is all that the parser sees. Where the text
 /// is not well-formed the scanner may lose its way, but the parser stops there.
 class MarkupScanner
@@ -52,15 +55,16 @@ private:
 
   bool isDone() const { return state == State::DocumentType || state == State::Refused; }
   const QChar* skip(const QChar* at, const QChar* end) const;
-  State next(QChar c);
+  State next(const QString& piece, const QChar* at);
   State afterLessThan(QChar c);
-  State inStartTag(QChar c);
-  State refuse(const QString& why);
+  State stateUnless(const Limit* passed, State wanted);
+  bool isPrefixDeclaration(const QString& piece, const QChar* colon) const;
+  State inStartTag(const QString& piece, const QChar* at);
 
   State state = State::Text;
-  QChar quote; // around the attribute value at hand
-  int depth = 0;
-  int attributes = 0; // of the start tag at hand
+  QChar quote;              // around the attribute value at hand
+  QString endOfPieceBefore; // long enough to look back at the name that ends in a piece
+  OpenElements elements;
   bool rootFound = false;
   QString reason;
 };

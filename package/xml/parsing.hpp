@@ -20,7 +20,8 @@ struct SyntaxError
 
 /// Parses all of an open device into \p document, in whatever encoding, without namespace
 /// processing. The same tree, verdict, message and place as QDomDocument::setContent gives, but for
-/// documents beyond the limits (see limits.hpp), which are refused without using up the stack.
+/// documents beyond the limits (see limits.hpp), which are refused, and for invalid byte sequences
+/// that the toolkit's small chunks cut in two.
 bool parseXml(QIODevice& device, QDomDocument& document, SyntaxError& error);
 
 /// The same with a text, and with namespace processing.

@@ -13,15 +13,31 @@ std::string attributeOf(const QDomElement& element, const QString& name)
   return fromQString(element.attribute(name));
 }
 
+namespace
+{
+void appendText(const QDomElement& element, QString& text)
+{
+  forEachChild(element,
+               [&text](const QDomNode& child)
+               {
+                 if (child.isText())
+                 {
+                   text += child.nodeValue();
+                 }
+                 else if (child.isElement())
+                 {
+                   appendText(child.toElement(), text);
+                 }
+               });
+}
+} // namespace
+
+// The toolkit's text() copies the text once for every level of nesting.
 std::string textOf(const QDomElement& element)
 {
-  // Nearly always there is one text; the toolkit's text() would put a new string together.
-  const QDomNode first = element.firstChild();
-  if (first.isCharacterData() && !first.isComment() && first.nextSibling().isNull())
-  {
-    return fromQString(first.nodeValue());
-  }
-  return fromQString(element.text());
+  QString text;
+  appendText(element, text);
+  return fromQString(text);
 }
 
 void readLocalizedTexts(const QDomNode& group, std::map<std::string, std::string>& texts)

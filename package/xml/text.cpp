@@ -2,6 +2,7 @@
 #include <package/xml/text.hpp>
 
 #include <algorithm>
+#include <cstring>
 
 namespace vesk
 {
@@ -35,13 +36,23 @@ bool continuesXmlName(QChar c)
 }
 } // namespace
 
-QString toQString(const std::string& text) { return QString::fromUtf8(text.c_str()); }
+QString toQString(const std::string& text)
+{
+  // The toolkit counts in int, and its texts take no more than about 2^30 characters.
+  constexpr std::size_t most = 1 << 30;
+  return QString::fromUtf8(text.c_str(),
+                           static_cast<int>(std::min(std::strlen(text.c_str()), most)));
+}
 
 std::string fromQString(const QString& text) { return text.toUtf8().constData(); }
 
 QString toXmlText(const std::string& text)
 {
   QString result = toQString(text);
+  if (text.compare(0, 3, "\xEF\xBB\xBF") == 0)
+  {
+    result.prepend(QChar::ByteOrderMark); // taken for a mark of the encoding, and dropped
+  }
   if (std::any_of(result.cbegin(), result.cend(), isForbiddenInXml))
   {
     const QChar* const end = std::remove_if(result.begin(), result.end(), isForbiddenInXml);

@@ -9,13 +9,13 @@
 namespace vesk
 {
 
-/// UTF-8 text as the toolkit's, up to the first NUL byte.
+/// UTF-8 text as the toolkit's, up to the first NUL byte. A byte order mark at its start is dropped.
 QString toQString(const std::string& text);
 
 /// The toolkit's text as UTF-8, up to the first NUL.
 std::string fromQString(const QString& text);
 
-/// As toQString, less the characters that an XML document cannot carry: control characters but
+/// As toQString, but with a byte order mark, which is a character in a text, and less the characters that an XML document cannot carry: control characters but
 /// for tab, newline and carriage return, U+FFFE and U+FFFF. A parser would refuse the document.
 QString toXmlText(const std::string& text);
 

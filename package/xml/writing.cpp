@@ -37,13 +37,14 @@ void addTextNode(QDomDocument& doc, QDomElement& element, const std::string& tex
 void addCDATANode(QDomDocument& doc, QDomElement& element, const std::string& text)
 {
   const QString end = QStringLiteral("]]>");
-  QString rest = toXmlText(text);
-  for (int at = rest.indexOf(end); at != -1; at = rest.indexOf(end))
+  const QString all = toXmlText(text);
+  int begin = 0;
+  for (int at = all.indexOf(end); at != -1; at = all.indexOf(end, begin))
   {
-    element.appendChild(doc.createCDATASection(rest.left(at + 2)));
-    rest.remove(0, at + 2);
+    element.appendChild(doc.createCDATASection(all.mid(begin, at + 2 - begin)));
+    begin = at + 2;
   }
-  element.appendChild(doc.createCDATASection(rest));
+  element.appendChild(doc.createCDATASection(all.mid(begin)));
 }
 
 void addLocalizedDataElement(QDomDocument& doc, QDomNode& parent,

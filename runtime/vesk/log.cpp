@@ -17,7 +17,11 @@ namespace detail
 {
 struct CategoryState
 {
-  std::string name;
+  CategoryState(std::string categoryName, Level initialLevel)
+      : name(std::move(categoryName)), level(initialLevel)
+  {}
+
+  const std::string name;
   std::atomic<Level> level;
 };
 } // namespace detail
@@ -65,13 +69,7 @@ Category addCategory(const std::string& name)
 {
   Log& log = theLog();
   const std::lock_guard lock(log.mutex);
-  const auto [entry, isNew] = log.categories.try_emplace(name);
-  if (isNew)
-  {
-    entry->second.name = name;
-    entry->second.level = log.initialLevel;
-  }
-  return Category(entry->second);
+  return Category(log.categories.try_emplace(name, name, log.initialLevel).first->second);
 }
 
 void setLevel(Level level)
@@ -141,13 +139,29 @@ bool removeHandler(HandlerId id)
 void writeToStandardError(const Message& message)
 {
   static constexpr std::array names{"silent", "fatal", "error", "warning", "info", "debug"};
-  std::string line(names.at(static_cast<std::size_t>(message.level)));
-  line += ": " + message.category + ": ";
+  const auto level = static_cast<std::size_t>(message.level);
+  std::string text = level < names.size() ? names.at(level) : "level " + std::to_string(level);
+  text += ": " + message.category + ": ";
   if (!message.function.empty())
   {
-    line += message.function + ": ";
+    text += message.function + ": ";
   }
-  line += message.text + "\n";
+  text += message.text;
+  std::string line;
+  for (const char c : text)
+  {
+    if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)
+    {
+      std::array<char, 5> escaped{};
+      static_cast<void>(std::snprintf(escaped.data(), escaped.size(), "\\x%02x", c));
+      line += escaped.data();
+    }
+    else
+    {
+      line += c;
+    }
+  }
+  line += '\n';
   // One call, so that lines of several threads do not mix.
   static_cast<void>(std::fwrite(line.data(), 1, line.size(), stderr));
 }

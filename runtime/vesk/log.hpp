@@ -98,7 +98,8 @@ VESK_EXPORT HandlerId addHandler(Handler handler);
 VESK_EXPORT bool removeHandler(HandlerId id);
 
 /// Writes a message as one line to standard error: level, category, function where there is one,
-/// text. A program that removed the default handler can add this one again.
+/// text. Control characters, which a hostile file can bring into a message, are written as "\x0a"
+/// and the like. A program that removed the default handler can add this one again.
 VESK_EXPORT void writeToStandardError(const Message& message);
 
 } // namespace vesk::log

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef PACKAGE_XML_OPENELEMENTS_HPP
+#define PACKAGE_XML_OPENELEMENTS_HPP
+
+#include <package/xml/limits.hpp>
+
+#include <vector>
+
+namespace vesk
+{
+
+/// The elements that are open at a place of a document, as far as the limits concern them. What adds
+/// something gives the limit that is passed by it, or null.
+class OpenElements
+{
+public:
+  const Limit* enter()
+  {
+    prefixesOfOpen.push_back(0);
+    attributes = 0;
+    return passed(prefixesOfOpen.size(), limits::depth);
+  }
+
+  /// An attribute of the element entered last.
+  const Limit* addAttribute() { return passed(++attributes, limits::attributes); }
+
+  /// A namespace prefix that the element entered last declares.
+  const Limit* addPrefix()
+  {
+    ++prefixesOfOpen.back();
+    return passed(++prefixes, limits::prefixes);
+  }
+
+  void leave()
+  {
+    if (!prefixesOfOpen.empty()) // more are left than entered where a document is not well-formed
+    {
+      prefixes -= prefixesOfOpen.back();
+      prefixesOfOpen.pop_back();
+    }
+  }
+
+private:
+  static const Limit* passed(std::size_t count, const Limit& limit)
+  {
+    return count > static_cast<std::size_t>(limit.most) ? &limit : nullptr;
+  }
+
+  std::vector<std::size_t> prefixesOfOpen; // from the root on, how many each declares
+  std::size_t prefixes = 0;                // all of them
+  std::size_t attributes = 0;              // of the element entered last
+};
+
+} // namespace vesk
+
+#endif
