@@ -8,7 +8,14 @@ namespace vesk
 namespace
 {
 const int lookBehind = 6; // a character and "xmlns"
+
+bool mattersInStartTag(QChar c)
+{
+  const auto bit = [](char character) { return quint64(1) << character; };
+  constexpr quint64 matters = bit('"') | bit('\'') | bit('/') | bit(':') | bit('>');
+  return c.unicode() < 64 && ((matters >> c.unicode()) & 1) != 0;
 }
+} // namespace
 
 int MarkupScanner::scan(const QString& piece)
 {
@@ -37,9 +44,7 @@ const QChar* MarkupScanner::skip(const QChar* at, const QChar* end) const
   case State::EndTag:
     return std::find(at, end, u'>');
   case State::StartTag:
-    return std::find_if(at, end,
-                        [](QChar c)
-                        { return c == u'"' || c == u'\'' || c == u'/' || c == u'>' || c == u':'; });
+    return std::find_if(at, end, mattersInStartTag);
   case State::AttributeValue:
     return std::find(at, end, quote);
   case State::Instruction:

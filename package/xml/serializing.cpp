@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <package/xml/serializing.hpp>
+#include <package/xml/text.hpp>
 
 #include <QDomDocument>
 
@@ -175,26 +176,14 @@ private:
     out += utf8.substr(written);
   }
 
-  /// The text as UTF-8; valid until the next call. Most text is ASCII, and then the toolkit's
-  /// conversion costs more than all else that is done here.
-  std::string_view utf8Of(const QString& text)
+  /// The text as UTF-8; valid until the next call.
+  const std::string& utf8Of(const QString& text)
   {
-    utf8Buffer.resize(text.size());
-    ushort allBits = 0;
-    std::transform(text.cbegin(), text.cend(), utf8Buffer.begin(),
-                   [&allBits](QChar c)
-                   {
-                     allBits |= c.unicode();
-                     return static_cast<char>(c.unicode());
-                   });
-    if (allBits >= 0x80)
-    {
-      utf8Buffer = text.toUtf8();
-    }
-    return {utf8Buffer.constData(), static_cast<std::size_t>(utf8Buffer.size())};
+    assignUtf8(utf8Buffer, text);
+    return utf8Buffer;
   }
 
-  QByteArray utf8Buffer;
+  std::string utf8Buffer;
   std::string out;
   int indent;
 };

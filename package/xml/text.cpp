@@ -44,7 +44,30 @@ QString toQString(const std::string& text)
                            static_cast<int>(std::min(std::strlen(text.c_str()), most)));
 }
 
-std::string fromQString(const QString& text) { return text.toUtf8().constData(); }
+std::string fromQString(const QString& text)
+{
+  std::string utf8;
+  assignUtf8(utf8, text);
+  utf8.resize(std::strlen(utf8.c_str()));
+  return utf8;
+}
+
+void assignUtf8(std::string& utf8, const QString& text)
+{
+  // Most text is ASCII, and copying that costs a fraction of the toolkit's conversion.
+  utf8.resize(static_cast<std::size_t>(text.size()));
+  ushort allBits = 0;
+  std::transform(text.cbegin(), text.cend(), utf8.begin(),
+                 [&allBits](QChar c)
+                 {
+                   allBits |= c.unicode();
+                   return static_cast<char>(c.unicode());
+                 });
+  if (allBits >= 0x80)
+  {
+    utf8 = text.toUtf8().toStdString();
+  }
+}
 
 QString toXmlText(const std::string& text)
 {
