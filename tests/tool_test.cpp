@@ -28,14 +28,6 @@ TEST(Tool, ShowsReports)
   EXPECT_EQ(tool({"show", greeting, greeting}).out, one.out + one.out);
 }
 
-// A read from a pipe can end within a character.
-TEST(Tool, ReadsASlowPipe)
-{
-  const char* const script = R"((printf '<p uuid="'; sleep 0.2; printf '\303'; sleep 0.2;
-                                 printf '\251"/>') | "$0" show -)";
-  EXPECT_THAT(runProgram("sh", {"-c", script, TOOL}).out, StartsWith("UUID: é\n"));
-}
-
 TEST(Tool, FormatsToStandardOutputOrAFile)
 {
   const TemporaryFolder folder;

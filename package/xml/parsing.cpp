@@ -77,17 +77,7 @@ private:
     {
       return std::exchange(undecided, QString());
     }
-    QString text;
-    while (text.isEmpty()) // a short read from a pipe can end within a character and give no text
-    {
-      const QByteArray bytes = device->read(std::exchange(chunkSize, laterChunkSize));
-      if (bytes.isEmpty())
-      {
-        break;
-      }
-      text = fromRawData(bytes);
-    }
-    return text;
+    return fromRawData(device->read(std::exchange(chunkSize, laterChunkSize)));
   }
 
   // The toolkit looks for the encoding in the first 1024 bytes, its own chunk size. Larger chunks
