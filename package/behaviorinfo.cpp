@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <package/behaviorinfo.hpp>
 #include <package/behaviorinfo_p.hpp>
-#include <package/languages.hpp>
+#include <package/languagecodes.hpp>
 #include <package/listmaps.hpp>
 #include <package/recordaccess.hpp>
 

@@ -19,15 +19,17 @@ struct RecordAccess;
 /// Describes one behavior of a package: where it lies, its nature, what it is called in which
 /// language, what it reacts to, and what it may do.
 ///
-/// | What                | Accessors                                    | Form                       |
-/// |---------------------|----------------------------------------------|----------------------------|
-/// | path                | path, setPath                                | relative to the package    |
-/// | nature              | nature, setNature                            | "interactive", "solitary"  |
-/// | user requestable    | isUserRequestable, setUserRequestable        | bool                       |
-/// | names, descriptions | name, names, setName, description, …         | language to text           |
-/// | tags, trigger sentences, loading responses | addTag, triggerSentences, … | language to texts    |
-/// | conditions          | addCondition, conditions, …                  | purpose to texts           |
-/// | permissions         | addPermission, permissions, …                | supported names, each once |
+/// | What                               | Accessors                     | Form                    |
+/// |------------------------------------|-------------------------------|-------------------------|
+/// | path                               | path, setPath                 | relative to the package |
+/// | nature                             | nature, setNature             | "interactive", …        |
+/// | user requestable                   | isUserRequestable, …          | bool                    |
+/// | names, descriptions                | name, names, setName, …       | language to text        |
+/// | tags                               | tags, addTag, …               | language to texts       |
+/// | trigger sentences                  | addTriggerSentence, …         | language to texts       |
+/// | loading responses                  | addLoadingResponse, …         | language to texts       |
+/// | conditions                         | conditions, addCondition, …   | purpose to texts        |
+/// | permissions                        | permissions, addPermission, … | names, each once        |
 ///
 /// In a manifest it is one element:
 /// \code{.xml}
@@ -71,7 +73,7 @@ public:
   BehaviorInfo();
   BehaviorInfo(const BehaviorInfo& other);
   BehaviorInfo(BehaviorInfo&& other) noexcept;
-  /// Takes over all of \p other, and gives a further copy, not a reference to this object.
+  /// Copies all of \p other, and gives a further copy, not a reference to this object.
   BehaviorInfo operator=(const BehaviorInfo& other);
   ~BehaviorInfo();
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <package/dialoginfo.hpp>
 #include <package/dialoginfo_p.hpp>
-#include <package/languages.hpp>
+#include <package/languagecodes.hpp>
 #include <package/recordaccess.hpp>
 #include <package/xml/names.hpp>
 #include <package/xml/reading.hpp>

@@ -40,7 +40,7 @@ public:
   DialogInfo();
   DialogInfo(const DialogInfo& other);
   DialogInfo(DialogInfo&& other) noexcept;
-  /// Takes over all of \p other, and gives a further copy, not a reference to this object.
+  /// Copies all of \p other, and gives a further copy, not a reference to this object.
   DialogInfo operator=(const DialogInfo& other);
   ~DialogInfo();
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <package/languagecodes.hpp>
 #include <package/languageinfo.hpp>
 #include <package/languageinfo_p.hpp>
-#include <package/languages.hpp>
 #include <package/recordaccess.hpp>
 #include <package/reporting.hpp>
 #include <package/xml/names.hpp>

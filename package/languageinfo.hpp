@@ -36,7 +36,7 @@ public:
   LanguageInfo();
   LanguageInfo(const LanguageInfo& other);
   LanguageInfo(LanguageInfo&& other) noexcept;
-  /// Takes over all of \p other, and gives a further copy, not a reference to this object.
+  /// Copies all of \p other, and gives a further copy, not a reference to this object.
   LanguageInfo operator=(const LanguageInfo& other);
   ~LanguageInfo();
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <package/languages.hpp>
+#include <package/languagecodes.hpp>
 #include <package/packageinfo.hpp>
 #include <package/packageinfo_p.hpp>
 #include <package/recordaccess.hpp>

@@ -39,7 +39,7 @@ struct RobotRequirement
   std::string maxBodyVersion;
 };
 
-/// The versions of the robot's system software that a package runs on, as free texts.
+/// The versions of the robot's system software, Mirel, that a package runs on, as free texts.
 struct MirelRequirement
 {
   std::string minVersion;
@@ -49,16 +49,17 @@ struct MirelRequirement
 /// The manifest of one application package: its identity, its texts in several languages, what it
 /// needs and provides, and descriptions of what it contains.
 ///
-/// | What                     | Accessors                                | In the manifest          |
-/// |--------------------------|------------------------------------------|--------------------------|
-/// | uuid, version, author, organization, date, type version, channel | uuid, setUuid, … | root attributes |
-/// | installer, path          | installer, path, …                       | neither read nor written |
-/// | names, descriptions      | name, names, setName, …                  | "names", "descriptions"  |
-/// | languages of the content | supportedLanguages, …                    | "supportedLanguages"     |
-/// | languages of the texts   | descriptionLanguages, …                  | "descriptionLanguages"   |
-/// | content                  | behaviors, dialogs, languages, …         | "contents"               |
-/// | requirements             | robotRequirements, mirelRequirements, …  | "requirements"           |
-/// | services, executables    | services, executableFiles, …             | "services", "executableFiles" |
+/// | What                        | Accessors                           | In the manifest          |
+/// |-----------------------------|-------------------------------------|--------------------------|
+/// | uuid, version, author, …    | uuid, setUuid, …                    | attributes of the root   |
+/// | installer, path             | installer, path, …                  | neither read nor written |
+/// | names, descriptions         | name, names, setName, …             | "names", "descriptions"  |
+/// | languages of the content    | supportedLanguages, …               | "supportedLanguages"     |
+/// | languages of the texts      | descriptionLanguages, …             | "descriptionLanguages"   |
+/// | behaviors, dialogs, …       | behaviors, dialogs, languages, …    | "contents"               |
+/// | requirements                | robotRequirements, …                | "requirements"           |
+/// | services                    | services, addService, …             | "services"               |
+/// | executable files            | executableFiles, addExecutableFile  | "executableFiles"        |
 ///
 /// \code
 /// vesk::PackageInfo package;
@@ -79,7 +80,7 @@ public:
   PackageInfo();
   PackageInfo(const PackageInfo& other);
   PackageInfo(PackageInfo&& other) noexcept;
-  /// Takes over all of \p other, and gives a further copy, not a reference to this object.
+  /// Copies all of \p other, and gives a further copy, not a reference to this object.
   PackageInfo operator=(const PackageInfo& other);
   ~PackageInfo();
 
@@ -172,7 +173,8 @@ public:
 
   /// Reads a manifest into this package: sets the seven texts of the root (to empty where the
   /// manifest lacks them), adds or replaces names and descriptions by language, and appends to every
-  /// list. What the manifest format does not know is skipped.
+  /// list. What the manifest format does not know is skipped; but where texts or languages are
+  /// listed, every child counts, so that a comment there gives an empty text or language.
   ///
   /// False when the file cannot be opened or is not well-formed, and the package is unchanged then;
   /// a message in the log category "veskpackage", at the level of errors, says why and where. As not
@@ -188,19 +190,20 @@ public:
   /// Reads a file that is not open yet, and closes it.
   bool loadFromManifestFile(QFile& file);
   /// Reads the text of a manifest, up to the first NUL byte. Unlike files, it is read with namespace
-  /// processing: an attribute with a declared prefix counts by the name behind the prefix.
+  /// processing: an attribute with a declared prefix counts by the name behind the prefix. What is
+  /// logged of a malformed text holds the whole of it.
   bool loadFromManifestContent(const std::string& content);
   /// \}
 
-  /// Writes the manifest. Equal packages give equal bytes; attributes are ordered by name. Items
-  /// with an empty text are left out, and so is what XML cannot carry: what follows a NUL byte,
+  /// Writes the manifest. Equal packages give equal bytes; attributes are ordered by name. Empty
+  /// names, descriptions, texts of behaviors and topics are left out, and so is what XML cannot carry: what follows a NUL byte,
   /// control characters, U+FFFE and U+FFFF, permissions that are no XML names. Text of blanks only
   /// (of any script) is written, but readers drop it unless it is a condition. Invalid UTF-8 is
   /// written as U+FFFD.
   /// \{
 
   /// Writes or overwrites the file at \p path (UTF-8), indented by 2. False when it cannot be
-  /// opened; whether all could be written is not known.
+  /// opened; true says nothing of whether all could be written, as on a full disk.
   bool saveToManifestFile(const std::string& path) const;
   /// The same with a file that is not open yet; closes it.
   bool saveToManifestFile(QFile& file) const;
@@ -214,7 +217,8 @@ private:
 };
 
 /// Prints the package as labelled lines, each flushed as it is written, with a block for each
-/// language pack, behavior and dialog. It is meant for people and cannot be read back.
+/// language pack, behavior and dialog. It is meant for people and cannot be read back; installer,
+/// description languages, services and executable files are not in it.
 VESKPACKAGE_EXPORT std::ostream& operator<<(std::ostream& out, const PackageInfo& package);
 
 } // namespace vesk

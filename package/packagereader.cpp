@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <package/behaviorinfo_p.hpp>
+#include <package/languagecodes.hpp>
 #include <package/languageinfo_p.hpp>
-#include <package/languages.hpp>
 #include <package/packageinfo.hpp>
 #include <package/packageinfo_p.hpp>
 #include <package/recordaccess.hpp>

@@ -22,16 +22,15 @@ endfunction()
 file(REMOVE_RECURSE ${WORK_DIR})
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
 
-run(${CMAKE_COMMAND} -G ${GENERATOR} -S ${EXAMPLES_DIR} -B ${WORK_DIR}/build -DCMAKE_PREFIX_PATH=${prefix}
+run(${CMAKE_COMMAND} -G ${GENERATOR} -S ${EXAMPLES_DIR} -B ${WORK_DIR}/build
+    -Dveskpackage_DIR=${prefix}/${LIB_DIR}/cmake/veskpackage
     -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_FLAGS=${flags})
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
 expect_edits(${WORK_DIR}/build/edit)
 
-file(GLOB_RECURSE pc_file ${prefix}/veskpackage.pc)
-cmake_path(GET pc_file PARENT_PATH pc_dir)
-set(ENV{PKG_CONFIG_PATH} ${pc_dir})
+set(ENV{PKG_CONFIG_PATH} ${prefix}/${LIB_DIR}/pkgconfig)
 run(pkg-config --cflags --libs veskpackage)
 separate_arguments(options UNIX_COMMAND "${flags} ${out}")
 run(${CXX} -std=c++17 -fPIC ${EXAMPLES_DIR}/edit.cpp -o ${WORK_DIR}/edit ${options}
-    -Wl,-rpath,${pc_dir}/..)
+    -Wl,-rpath,${prefix}/${LIB_DIR})
 expect_edits(${WORK_DIR}/edit)

@@ -17,7 +17,7 @@
 #include <string>
 #include <vector>
 
-/// Keeps the messages written during its life from standard error.
+/// Collects the messages written during its life. The default handler is removed for good.
 class CapturedLog
 {
 public:

@@ -60,8 +60,8 @@ TEST(Tool, GoesOnBehindAFileThatCannotBeShown)
   const ProgramRun run =
       tool({"show", QString::fromStdString(missing), QString::fromStdString(malformed), greeting});
   EXPECT_EQ(run.exitCode, 3);
-  EXPECT_EQ(run.err, missing + ": error: Could not open " + missing + " for reading\n" + malformed +
-                         ":2:8: error: tag mismatch\n");
+  EXPECT_EQ(run.err, missing + ": error: Could not open for reading: No such file or directory\n" +
+                         malformed + ":2:8: error: tag mismatch\n");
   EXPECT_THAT(run.out, StartsWith("UUID: e4a7b0c8"));
   EXPECT_EQ(tool({"fmt", "-"}, "<p").err, "<stdin>:1:3: error: unexpected end of file\n");
 }

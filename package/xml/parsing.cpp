@@ -7,6 +7,7 @@
 #include <QDomDocument>
 #include <QIODevice>
 
+#include <array>
 #include <utility>
 
 namespace vesk
@@ -77,13 +78,16 @@ private:
     {
       return std::exchange(undecided, QString());
     }
-    return fromRawData(device->read(std::exchange(chunkSize, laterChunkSize)));
+    const qint64 size = device->read(chunk.data(), std::exchange(chunkSize, laterChunkSize));
+    return size > 0 ? fromRawData(QByteArray::fromRawData(chunk.data(), static_cast<int>(size)))
+                    : QString();
   }
 
   // The toolkit looks for the encoding in the first 1024 bytes, its own chunk size. Larger chunks
   // after that are faster, up to about this size.
   static constexpr qint64 firstChunkSize = 1024;
   static constexpr qint64 laterChunkSize = 16384;
+  std::array<char, laterChunkSize> chunk;
 
   QIODevice* device = nullptr;
   QString undecided; // a text that has not been taken yet

@@ -18,8 +18,9 @@ std::string fromQString(const QString& text);
 /// Sets \p utf8 to the whole text as UTF-8.
 void assignUtf8(std::string& utf8, const QString& text);
 
-/// As toQString, but with a byte order mark, which is a character in a text, and less the characters that an XML document cannot carry: control characters but
-/// for tab, newline and carriage return, U+FFFE and U+FFFF. A parser would refuse the document.
+/// As toQString, but keeps a byte order mark, which is a character within a text, and leaves out what
+/// an XML document cannot carry: control characters but for tab, newline and carriage return, U+FFFE
+/// and U+FFFF. A parser would refuse the document.
 QString toXmlText(const std::string& text);
 
 /// Whether \p name can be an element's name for any XML parser, with and without namespaces.

@@ -16,12 +16,12 @@ int run(int argc, char** argv)
   vesk::log::removeHandler(vesk::log::defaultHandler);
 
   ExitCode code = Done;
-  CLI::App app("Shows and edits the manifests of robot application packages.", "veskpackage");
+  CLI::App app("Shows and formats the manifests of robot application packages.", "veskpackage");
   app.set_version_flag("--version", std::string("veskpackage ") + VESKPACKAGE_VERSION);
   app.require_subcommand(1);
   app.footer("FILE is a manifest; - stands for standard input or output.\n"
              "Exit codes: 0 done, 1 a negative result, 2 wrong usage, 3 a file unreadable or "
-             "malformed.");
+             "malformed, or one that cannot be written.");
 
   std::vector<std::string> files;
   CLI::App* showVerb = app.add_subcommand("show", "Print the report of manifests");
@@ -30,7 +30,8 @@ int run(int argc, char** argv)
 
   std::string file;
   std::string output = "-";
-  CLI::App* fmtVerb = app.add_subcommand("fmt", "Load a manifest and write it back");
+  CLI::App* fmtVerb = app.add_subcommand(
+      "fmt", "Load a manifest and write it back, without comments and what it does not know");
   fmtVerb->add_option("FILE", file, "Manifest to read")->required();
   fmtVerb->add_option("-o,--output", output, "File to write; standard output when not given");
   fmtVerb->callback([&] { code = fmt(file, output); });

@@ -36,7 +36,7 @@ public:
   }
 
   /// Why not all could be written; empty when it was.
-  const QString& writeError() const { return error; }
+  const QString& writeError() const { return whyNotWritten; }
 
 protected:
   qint64 writeData(const char* data, qint64 size) override
@@ -44,14 +44,14 @@ protected:
     const qint64 written = QFile::writeData(data, size);
     if (written != size)
     {
-      error = errorString();
+      whyNotWritten = errorString();
     }
     return written;
   }
 
 private:
   FILE* stream;
-  QString error;
+  QString whyNotWritten;
 };
 } // namespace
 
@@ -63,7 +63,11 @@ bool load(vesk::PackageInfo& package, const std::string& file)
       [&logged](const vesk::log::Message& message) { logged = message.text; });
   const bool loaded = package.loadFromManifestFile(input);
   vesk::log::removeHandler(handler);
-  if (!loaded)
+  if (!loaded && input.error() == QFile::OpenError)
+  {
+    complain(input.name, "Could not open for reading: " + input.errorString().toStdString());
+  }
+  else if (!loaded)
   {
     complainAsLogged(input.name, logged);
   }

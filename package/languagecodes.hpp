@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef PACKAGE_LANGUAGES_HPP
-#define PACKAGE_LANGUAGES_HPP
+#ifndef PACKAGE_LANGUAGECODES_HPP
+#define PACKAGE_LANGUAGECODES_HPP
 
 #include <algorithm>
 #include <iterator>
