@@ -119,11 +119,12 @@ public:
   {
     const QString text = entityTexts.value(name);
     broughtIn += text.size();
-    if (!within(broughtIn, limits::broughtInText) || !inDocumentType)
+    if (!within(broughtIn, limits::broughtInText))
     {
-      return reason.isEmpty();
+      return false;
     }
-    return std::all_of(text.cbegin(), text.cend(),
+    return !inDocumentType ||
+           std::all_of(text.cbegin(), text.cend(),
                        [this](QChar c) { return parentheses.acceptInEntity(c); }) ||
            refuse(limits::parentheses);
   }

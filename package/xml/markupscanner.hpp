@@ -10,10 +10,10 @@ namespace vesk
 {
 
 /// Follows the markup of a document without a document type, piece by piece and ahead of the
-/// parser, and finds where it nests too deep, gives an element too many
-/// attributes or declares too many namespace prefixes. Without a
-/// document type no entity brings markup, so the text is all that the parser sees. Where the text
-/// is not well-formed the scanner may lose its way, but the parser stops there.
+/// parser, and finds where it nests too deep, gives an element too many attributes or declares too
+/// many namespace prefixes. Without a document type no entity brings markup, so the text is all that
+/// the parser sees. Where the text is not well-formed the scanner may lose its way, but the parser
+/// stops there.
 class MarkupScanner
 {
 public:
@@ -57,9 +57,9 @@ private:
   const QChar* skip(const QChar* at, const QChar* end) const;
   State next(const QString& piece, const QChar* at);
   State afterLessThan(QChar c);
-  State stateUnless(const Limit* passed, State wanted);
-  bool isPrefixDeclaration(const QString& piece, const QChar* colon) const;
   State inStartTag(const QString& piece, const QChar* at);
+  bool isPrefixDeclaration(const QString& piece, const QChar* colon) const;
+  State stateUnless(const Limit* passed, State wanted);
 
   State state = State::Text;
   QChar quote;              // around the attribute value at hand
