@@ -21,48 +21,49 @@ bool BehaviorInfoPrivate::loadFromManifest(QDomNode& node)
   const ManifestNames& names = manifestNames();
   BehaviorInfoPrivate& record = recordOf(*owner);
   record.path = attributeOf(node.toElement(), names.path);
-  forEachChild(node,
-               [&](const QDomNode& child)
-               {
-                 const QString name = child.nodeName();
-                 if (name == names.userRequestable)
-                 {
-                   record.userRequestable = true; // by its presence, whatever it holds
-                 }
-                 else if (name == names.names)
-                 {
-                   readLocalizedTexts(child, record.langToName);
-                 }
-                 else if (name == names.descriptions)
-                 {
-                   readLocalizedTexts(child, record.langToDesc);
-                 }
-                 else if (name == names.tags)
-                 {
-                   readTextLists(child, names.lang, record.langToTags);
-                 }
-                 else if (name == names.nature)
-                 {
-                   record.nature = textOf(child.toElement());
-                 }
-                 else if (name == names.triggerSentences)
-                 {
-                   readTextLists(child, names.lang, record.langToTriggerSentences);
-                 }
-                 else if (name == names.loadingResponses)
-                 {
-                   readTextLists(child, names.lang, record.langToLoadingResponses);
-                 }
-                 else if (name == names.autonomous)
-                 {
-                   readTextLists(child, names.purpose, record.purposeToCondition);
-                 }
-                 else if (name == names.permissions)
-                 {
-                   forEachChild(child, [this](const QDomNode& permission)
-                                { owner->addPermission(fromQString(permission.nodeName())); });
-                 }
-               });
+  for (const QDomNode& child : Children(node))
+  {
+    const QString name = child.nodeName();
+    if (name == names.userRequestable)
+    {
+      record.userRequestable = true; // by its presence, whatever it holds
+    }
+    else if (name == names.names)
+    {
+      readLocalizedTexts(child, record.langToName);
+    }
+    else if (name == names.descriptions)
+    {
+      readLocalizedTexts(child, record.langToDesc);
+    }
+    else if (name == names.tags)
+    {
+      readTextLists(child, names.lang, record.langToTags);
+    }
+    else if (name == names.nature)
+    {
+      record.nature = textOf(child.toElement());
+    }
+    else if (name == names.triggerSentences)
+    {
+      readTextLists(child, names.lang, record.langToTriggerSentences);
+    }
+    else if (name == names.loadingResponses)
+    {
+      readTextLists(child, names.lang, record.langToLoadingResponses);
+    }
+    else if (name == names.autonomous)
+    {
+      readTextLists(child, names.purpose, record.purposeToCondition);
+    }
+    else if (name == names.permissions)
+    {
+      for (const QDomNode& permission : Children(child))
+      {
+        owner->addPermission(fromQString(permission.nodeName()));
+      }
+    }
+  }
   return true;
 }
 

@@ -60,16 +60,14 @@ bool DialogInfo::loadFromManifest(QDomElement& element)
   const ManifestNames& names = manifestNames();
   record->topicName = attributeOf(element, names.topicName);
   record->typeVersion = attributeOf(element, names.typeVersion);
-  forEachChild(element,
-               [&](const QDomNode& child)
-               {
-                 if (child.nodeName() == names.topic)
-                 {
-                   const QDomElement topic = child.toElement();
-                   record->topics[attributeOf(topic, names.language)] =
-                       attributeOf(topic, names.path);
-                 }
-               });
+  for (const QDomNode& child : Children(element))
+  {
+    if (child.nodeName() == names.topic)
+    {
+      const QDomElement topic = child.toElement();
+      record->topics[attributeOf(topic, names.language)] = attributeOf(topic, names.path);
+    }
+  }
   return true;
 }
 

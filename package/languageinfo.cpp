@@ -75,25 +75,24 @@ bool LanguageInfoPrivate::loadFromManifest(QDomNode& node)
   const ManifestNames& names = manifestNames();
   LanguageInfoPrivate& record = recordOf(*owner);
   record.path = attributeOf(node.toElement(), names.path);
-  forEachChild(node,
-               [&](const QDomNode& child)
-               {
-                 const QString name = child.nodeName();
-                 if (name == names.names)
-                 {
-                   readLocalizedTexts(child, record.langToName);
-                 }
-                 else if (name == names.engine)
-                 {
-                   const QDomElement engine = child.toElement();
-                   record.engineName = attributeOf(engine, names.name);
-                   record.engineVersion = attributeOf(engine, names.version);
-                 }
-                 else if (name == names.locale)
-                 {
-                   record.locale = textOf(child.toElement());
-                 }
-               });
+  for (const QDomNode& child : Children(node))
+  {
+    const QString name = child.nodeName();
+    if (name == names.names)
+    {
+      readLocalizedTexts(child, record.langToName);
+    }
+    else if (name == names.engine)
+    {
+      const QDomElement engine = child.toElement();
+      record.engineName = attributeOf(engine, names.name);
+      record.engineVersion = attributeOf(engine, names.version);
+    }
+    else if (name == names.locale)
+    {
+      record.locale = textOf(child.toElement());
+    }
+  }
   return true;
 }
 

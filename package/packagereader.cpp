@@ -35,85 +35,84 @@ void logSyntaxError(const std::string& source, const SyntaxError& error, const c
 void readServices(const QDomNode& section, std::list<PackageService>& services)
 {
   const ManifestNames& names = manifestNames();
-  forEachChild(section,
-               [&](const QDomNode& child)
-               {
-                 if (child.nodeName() == names.service)
-                 {
-                   const QDomElement element = child.toElement();
-                   PackageService& service = services.emplace_back();
-                   service.execStart = attributeOf(element, names.execStart);
-                   service.name = attributeOf(element, names.name);
-                   service.autoRun = attributeOf(element, names.autorun) == "true";
-                 }
-               });
+  for (const QDomNode& child : Children(section))
+  {
+    if (child.nodeName() == names.service)
+    {
+      const QDomElement element = child.toElement();
+      PackageService& service = services.emplace_back();
+      service.execStart = attributeOf(element, names.execStart);
+      service.name = attributeOf(element, names.name);
+      service.autoRun = attributeOf(element, names.autorun) == "true";
+    }
+  }
 }
 
 void readExecutableFiles(const QDomNode& section, std::list<std::string>& files)
 {
   const ManifestNames& names = manifestNames();
-  forEachChild(section,
-               [&](const QDomNode& child)
-               {
-                 if (child.nodeName() == names.file)
-                 {
-                   files.push_back(attributeOf(child.toElement(), names.path));
-                 }
-               });
+  for (const QDomNode& child : Children(section))
+  {
+    if (child.nodeName() == names.file)
+    {
+      files.push_back(attributeOf(child.toElement(), names.path));
+    }
+  }
 }
 
 void readRequirements(const QDomNode& section, PackageInfoPrivate& record)
 {
   const ManifestNames& names = manifestNames();
-  forEachChild(section,
-               [&](const QDomNode& child)
-               {
-                 const QDomElement element = child.toElement();
-                 if (child.nodeName() == names.robotRequirement)
-                 {
-                   RobotRequirement& robot = record.robotRequirements.emplace_back();
-                   robot.model = attributeOf(element, names.model);
-                   robot.minHeadVersion = attributeOf(element, names.minHeadVersion);
-                   robot.maxHeadVersion = attributeOf(element, names.maxHeadVersion);
-                   robot.minBodyVersion = attributeOf(element, names.minBodyVersion);
-                   robot.maxBodyVersion = attributeOf(element, names.maxBodyVersion);
-                 }
-                 else if (child.nodeName() == names.mirelRequirement)
-                 {
-                   MirelRequirement& software = record.mirelRequirements.emplace_back();
-                   software.minVersion = attributeOf(element, names.minVersion);
-                   software.maxVersion = attributeOf(element, names.maxVersion);
-                 }
-               });
+  for (const QDomNode& child : Children(section))
+  {
+    const QDomElement element = child.toElement();
+    if (child.nodeName() == names.robotRequirement)
+    {
+      RobotRequirement& robot = record.robotRequirements.emplace_back();
+      robot.model = attributeOf(element, names.model);
+      robot.minHeadVersion = attributeOf(element, names.minHeadVersion);
+      robot.maxHeadVersion = attributeOf(element, names.maxHeadVersion);
+      robot.minBodyVersion = attributeOf(element, names.minBodyVersion);
+      robot.maxBodyVersion = attributeOf(element, names.maxBodyVersion);
+    }
+    else if (child.nodeName() == names.mirelRequirement)
+    {
+      MirelRequirement& software = record.mirelRequirements.emplace_back();
+      software.minVersion = attributeOf(element, names.minVersion);
+      software.maxVersion = attributeOf(element, names.maxVersion);
+    }
+  }
 }
 
 void readLanguages(const QDomNode& section, LanguageAppender& appender)
 {
-  forEachChild(section, [&](const QDomNode& child) { appender.append(textOf(child.toElement())); });
+  for (const QDomNode& child : Children(section))
+  {
+    appender.append(textOf(child.toElement()));
+  }
 }
 
 void readContents(const QDomNode& section, PackageInfoPrivate& record)
 {
   const ManifestNames& names = manifestNames();
   // A descriptor stays in its list whatever its loader makes of the element.
-  forEachChild(section,
-               [&](QDomNode child)
-               {
-                 const QString name = child.nodeName();
-                 if (name == names.behaviorContent)
-                 {
-                   recordOf(record.behaviors.emplace_back()).loadFromManifest(child);
-                 }
-                 else if (name == names.dialogContent)
-                 {
-                   QDomElement element = child.toElement();
-                   record.dialogs.emplace_back().loadFromManifest(element);
-                 }
-                 else if (name == names.languageContent)
-                 {
-                   recordOf(record.languages.emplace_back()).loadFromManifest(child);
-                 }
-               });
+  for (QDomNode child : Children(section))
+  {
+    const QString name = child.nodeName();
+    if (name == names.behaviorContent)
+    {
+      recordOf(record.behaviors.emplace_back()).loadFromManifest(child);
+    }
+    else if (name == names.dialogContent)
+    {
+      QDomElement element = child.toElement();
+      record.dialogs.emplace_back().loadFromManifest(element);
+    }
+    else if (name == names.languageContent)
+    {
+      recordOf(record.languages.emplace_back()).loadFromManifest(child);
+    }
+  }
 }
 
 /// Parses an open file and closes it, whatever comes of it.
@@ -174,43 +173,42 @@ void PackageInfoPrivate::loadFromXmlDocument(const QDomDocument& document, Packa
   // One of each for the whole manifest, since sections can come any number of times.
   LanguageAppender supported(record.supportedLanguages);
   LanguageAppender described(record.descriptionLanguages);
-  forEachChild(root,
-               [&](const QDomNode& section)
-               {
-                 const QString name = section.nodeName();
-                 if (name == names.names)
-                 {
-                   readLocalizedTexts(section, record.langToName);
-                 }
-                 else if (name == names.descriptions)
-                 {
-                   readLocalizedTexts(section, record.langToDesc);
-                 }
-                 else if (name == names.services)
-                 {
-                   readServices(section, record.services);
-                 }
-                 else if (name == names.executableFiles)
-                 {
-                   readExecutableFiles(section, record.executableFiles);
-                 }
-                 else if (name == names.requirements)
-                 {
-                   readRequirements(section, record);
-                 }
-                 else if (name == names.supportedLanguages)
-                 {
-                   readLanguages(section, supported);
-                 }
-                 else if (name == names.descriptionLanguages)
-                 {
-                   readLanguages(section, described);
-                 }
-                 else if (name == names.contents)
-                 {
-                   readContents(section, record);
-                 }
-               });
+  for (const QDomNode& section : Children(root))
+  {
+    const QString name = section.nodeName();
+    if (name == names.names)
+    {
+      readLocalizedTexts(section, record.langToName);
+    }
+    else if (name == names.descriptions)
+    {
+      readLocalizedTexts(section, record.langToDesc);
+    }
+    else if (name == names.services)
+    {
+      readServices(section, record.services);
+    }
+    else if (name == names.executableFiles)
+    {
+      readExecutableFiles(section, record.executableFiles);
+    }
+    else if (name == names.requirements)
+    {
+      readRequirements(section, record);
+    }
+    else if (name == names.supportedLanguages)
+    {
+      readLanguages(section, supported);
+    }
+    else if (name == names.descriptionLanguages)
+    {
+      readLanguages(section, described);
+    }
+    else if (name == names.contents)
+    {
+      readContents(section, record);
+    }
+  }
 }
 
 } // namespace vesk

@@ -17,18 +17,17 @@ namespace
 {
 void appendText(const QDomElement& element, QString& text)
 {
-  forEachChild(element,
-               [&text](const QDomNode& child)
-               {
-                 if (child.isText())
-                 {
-                   text += child.nodeValue();
-                 }
-                 else if (child.isElement())
-                 {
-                   appendText(child.toElement(), text);
-                 }
-               });
+  for (const QDomNode& child : Children(element))
+  {
+    if (child.isText())
+    {
+      text += child.nodeValue();
+    }
+    else if (child.isElement())
+    {
+      appendText(child.toElement(), text);
+    }
+  }
 }
 } // namespace
 
@@ -43,23 +42,21 @@ std::string textOf(const QDomElement& element)
 void readLocalizedTexts(const QDomNode& group, std::map<std::string, std::string>& texts)
 {
   const ManifestNames& names = manifestNames();
-  forEachChild(group,
-               [&](const QDomNode& child)
-               {
-                 const QDomElement item = child.toElement();
-                 texts[attributeOf(item, names.lang)] = textOf(item);
-               });
+  for (const QDomNode& child : Children(group))
+  {
+    const QDomElement item = child.toElement();
+    texts[attributeOf(item, names.lang)] = textOf(item);
+  }
 }
 
 void readTextLists(const QDomNode& group, const QString& keyAttribute,
                    std::map<std::string, std::list<std::string>>& lists)
 {
-  forEachChild(group,
-               [&](const QDomNode& child)
-               {
-                 const QDomElement item = child.toElement();
-                 lists[attributeOf(item, keyAttribute)].push_back(textOf(item));
-               });
+  for (const QDomNode& child : Children(group))
+  {
+    const QDomElement item = child.toElement();
+    lists[attributeOf(item, keyAttribute)].push_back(textOf(item));
+  }
 }
 
 } // namespace vesk

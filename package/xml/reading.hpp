@@ -7,21 +7,45 @@
 #include <list>
 #include <map>
 #include <string>
+#include <utility>
 
 class QDomElement;
 
 namespace vesk
 {
 
-/// Calls \p action with every child node of \p parent, of whatever kind, in document order.
-template <typename Action>
-void forEachChild(const QDomNode& parent, Action action)
+/// The child nodes of a node, of whatever kind, in document order, for a range-based loop. The tree
+/// must not be changed meanwhile.
+class Children
 {
-  for (QDomNode child = parent.firstChild(); !child.isNull(); child = child.nextSibling())
+public:
+  explicit Children(const QDomNode& parent) : first(parent.firstChild()) {}
+
+  struct End
+  {};
+
+  class Iterator
   {
-    action(child);
-  }
-}
+  public:
+    explicit Iterator(QDomNode start) : node(std::move(start)) {}
+    const QDomNode& operator*() const { return node; }
+    Iterator& operator++()
+    {
+      node = node.nextSibling();
+      return *this;
+    }
+    bool operator!=(End) const { return !node.isNull(); }
+
+  private:
+    QDomNode node;
+  };
+
+  Iterator begin() const { return Iterator(first); }
+  static End end() { return {}; }
+
+private:
+  QDomNode first;
+};
 
 /// An attribute's value as UTF-8; empty when the element is null or has no such attribute.
 std::string attributeOf(const QDomElement& element, const QString& name);
