@@ -56,17 +56,6 @@ TEST(Behavior, EditsItsLists)
              &B::removeCondition>(true);
 }
 
-TEST(Behavior, GivesTextsForExactlyTheirLanguage)
-{
-  BehaviorInfo behavior;
-  behavior.setName("A", "en");
-  behavior.setName("B", "en");
-  behavior.setDescription("C", "en");
-  EXPECT_EQ(behavior.name("en_US") + behavior.description("it"), "");
-  EXPECT_THAT(behavior.names(), ElementsAre(Pair("en", "B")));
-  EXPECT_THAT(behavior.descriptions(), ElementsAre(Pair("en", "C")));
-}
-
 TEST(Behavior, ClaimsSupportedPermissionsOnce)
 {
   EXPECT_THAT(BehaviorInfo::supportedPermissions(),
