@@ -72,8 +72,8 @@ void expectSameAsToolkit(QByteArray bytes)
 std::vector<QByteArray> documents()
 {
   std::vector<std::string> paths = exampleManifests();
-  paths.push_back(GOLDEN_FILES "/oddities.xml");
-  paths.push_back(GOLDEN_FILES "/document-type.xml");
+  paths.emplace_back(GOLDEN_FILES "/oddities.xml");
+  paths.emplace_back(GOLDEN_FILES "/document-type.xml");
   std::vector<QByteArray> all;
   for (const std::string& path : paths)
   {

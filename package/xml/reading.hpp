@@ -7,7 +7,6 @@
 #include <list>
 #include <map>
 #include <string>
-#include <utility>
 
 class QDomElement;
 
@@ -27,7 +26,7 @@ public:
   class Iterator
   {
   public:
-    explicit Iterator(QDomNode start) : node(std::move(start)) {}
+    explicit Iterator(const QDomNode& start) : node(start) {}
     const QDomNode& operator*() const { return node; }
     Iterator& operator++()
     {
