@@ -84,7 +84,7 @@ TEST(Behavior, TrimsTextsByDescriptionLanguagesAndListsBySupportedOnes)
     behavior.addLoadingResponse("response", lang);
     behavior.addCondition("condition", lang);
   }
-  behavior.trimExtraInfo({"en"}, {"fr_FR"});
+  behavior.trimExtraInfo({"en_GB", "fr_CA", "en", "de"}, {"fr_FR", "fr_CA", "es"});
   EXPECT_THAT(behavior.names(), ElementsAre(Pair("en", "name"), Pair("en_GB", "name")));
   EXPECT_EQ(behavior.descriptions().size(), 2U);
   EXPECT_THAT(behavior.languagesToTags(), ElementsAre(Pair("fr_FR", ElementsAre("tag"))));
