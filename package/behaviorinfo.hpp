@@ -10,6 +10,11 @@
 #include <memory>
 #include <string>
 
+namespace XO
+{
+class XOValue;
+}
+
 namespace vesk
 {
 
@@ -45,6 +50,9 @@ struct RecordAccess;
 /// </behaviorContent>
 /// \endcode
 ///
+/// To the type system a behavior is the struct "::vesk::BehaviorInfo"; peers whose version of it
+/// lacks "userRequestable" can be converted from and to.
+///
 /// All text is UTF-8. Values come first in argument lists and the language or purpose last, an
 /// index behind it. No operation checks a language code, and none reports an error. A copy shares
 /// nothing with its source. A moved-from object may only be destroyed or assigned to. An object
@@ -75,6 +83,11 @@ public:
   BehaviorInfo(BehaviorInfo&& other) noexcept;
   /// Copies all of \p other, and gives a further copy, not a reference to this object.
   BehaviorInfo operator=(const BehaviorInfo& other);
+  /// A behavior from its variant form: an array of pairs [name, value]. Pairs count by name, in any
+  /// order; unknown ones are skipped, and repeated ones add to maps and lists. Equal permissions
+  /// next to each other become one; that they are supported is not checked. Any other value gives an
+  /// empty behavior, and one of a wrong kind inside reads as an empty one.
+  explicit BehaviorInfo(const XO::XOValue& value);
   ~BehaviorInfo();
 
   std::string path() const;
@@ -155,6 +168,10 @@ public:
   /// all.
   void trimExtraInfo(std::list<std::string> descriptionLanguages,
                      std::list<std::string> supportedLanguages);
+
+  /// Makes \p out the behavior's variant form: an array of 11 pairs [name, value], from "path" to
+  /// "userRequestable". "categories" is always an empty value.
+  void toXOValue(XO::XOValue& out) const;
 
 private:
   friend struct RecordAccess;

@@ -13,6 +13,11 @@ class QDomDocument;
 class QDomElement;
 class QDomNode;
 
+namespace XO
+{
+class XOValue;
+}
+
 namespace vesk
 {
 
@@ -30,6 +35,8 @@ struct RecordAccess;
 /// </dialogContent>
 /// \endcode
 ///
+/// To the type system a dialog is the struct "::vesk::DialogInfo".
+///
 /// All text is UTF-8; paths are relative to the package. Nothing is checked and nothing reports an
 /// error. A copy shares nothing with its source. A moved-from object may only be destroyed or
 /// assigned to. An object must not be changed while another thread uses it.
@@ -42,6 +49,9 @@ public:
   DialogInfo(DialogInfo&& other) noexcept;
   /// Copies all of \p other, and gives a further copy, not a reference to this object.
   DialogInfo operator=(const DialogInfo& other);
+  /// A dialog from its variant form: an array of exactly 3 pairs [name, value], by position. Any
+  /// other value gives a default dialog, and one of a wrong kind inside reads as an empty one.
+  explicit DialogInfo(const XO::XOValue& value);
   ~DialogInfo();
 
   std::string topicName() const;
@@ -66,6 +76,10 @@ public:
   /// Appends a "dialogContent" element to \p parent. Topics without a language or without a path
   /// are left out.
   void saveToManifest(QDomDocument& doc, QDomNode& parent) const;
+
+  /// The dialog's variant form: an array of the 3 pairs [name, value] "topicName", "typeVersion" and
+  /// "topics".
+  XO::XOValue toXOValue() const;
 
 private:
   friend struct RecordAccess;

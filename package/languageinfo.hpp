@@ -8,6 +8,11 @@
 #include <memory>
 #include <string>
 
+namespace XO
+{
+class XOValue;
+}
+
 namespace vesk
 {
 
@@ -26,6 +31,8 @@ struct RecordAccess;
 /// </languageContent>
 /// \endcode
 ///
+/// To the type system a language pack is the struct "::vesk::LanguageInfo".
+///
 /// All text is UTF-8. Nothing is checked (a locale is any text) and nothing reports an error. A
 /// copy shares nothing with its source. A moved-from object may only be destroyed or assigned to.
 /// An object must not be changed while another thread uses it.
@@ -38,6 +45,9 @@ public:
   LanguageInfo(LanguageInfo&& other) noexcept;
   /// Copies all of \p other, and gives a further copy, not a reference to this object.
   LanguageInfo operator=(const LanguageInfo& other);
+  /// A language pack from its variant form: an array of 5 pairs [name, value], by position. What is
+  /// missing, or of a wrong kind, reads as an empty value.
+  explicit LanguageInfo(const XO::XOValue& value);
   ~LanguageInfo();
 
   /// Where the pack lies, relative to the package.
@@ -57,6 +67,10 @@ public:
   /// The pack's name in exactly this language; empty when there is none.
   std::string name(const std::string& lang) const;
   void setName(const std::string& name, const std::string& lang);
+
+  /// Makes \p out the pack's variant form: an array of the 5 pairs [name, value] "path",
+  /// "engineName", "engineVersion", "locale" and "names".
+  void toXOValue(XO::XOValue& out) const;
 
 private:
   friend struct RecordAccess;

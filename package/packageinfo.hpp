@@ -6,14 +6,21 @@
 #include <package/dialoginfo.hpp>
 #include <package/export.hpp>
 #include <package/languageinfo.hpp>
+#include <vesk/structdescription.hpp>
 
 #include <iosfwd>
 #include <list>
 #include <map>
 #include <memory>
 #include <string>
+#include <tuple>
 
 class QFile;
+
+namespace XO
+{
+class XOValue;
+}
 
 namespace vesk
 {
@@ -29,6 +36,16 @@ struct PackageService
   bool autoRun = false; ///< whether it is started by itself; "autorun" in a manifest
 };
 
+/// How the type system publishes it; the order is also that of its variant form.
+template <>
+struct StructDescription<PackageService>
+{
+  static constexpr auto name = "::vesk::PackageService";
+  static constexpr auto members = std::make_tuple(member("execStart", &PackageService::execStart),
+                                                  member("name", &PackageService::name),
+                                                  member("autoRun", &PackageService::autoRun));
+};
+
 /// The robot hardware that a package runs on. Versions are free texts; none is compared here.
 struct RobotRequirement
 {
@@ -39,11 +56,34 @@ struct RobotRequirement
   std::string maxBodyVersion;
 };
 
+/// How the type system publishes it; the order is also that of its variant form.
+template <>
+struct StructDescription<RobotRequirement>
+{
+  static constexpr auto name = "::vesk::RobotRequirement";
+  static constexpr auto members =
+      std::make_tuple(member("model", &RobotRequirement::model),
+                      member("minHeadVersion", &RobotRequirement::minHeadVersion),
+                      member("maxHeadVersion", &RobotRequirement::maxHeadVersion),
+                      member("minBodyVersion", &RobotRequirement::minBodyVersion),
+                      member("maxBodyVersion", &RobotRequirement::maxBodyVersion));
+};
+
 /// The versions of the robot's system software, Mirel, that a package runs on, as free texts.
 struct MirelRequirement
 {
   std::string minVersion;
   std::string maxVersion;
+};
+
+/// How the type system publishes it; the order is also that of its variant form.
+template <>
+struct StructDescription<MirelRequirement>
+{
+  static constexpr auto name = "::vesk::MirelRequirement";
+  static constexpr auto members =
+      std::make_tuple(member("minVersion", &MirelRequirement::minVersion),
+                      member("maxVersion", &MirelRequirement::maxVersion));
 };
 
 /// The manifest of one application package: its identity, its texts in several languages, what it
@@ -68,6 +108,9 @@ struct MirelRequirement
 /// package.saveToManifestFile("manifest.xml");
 /// \endcode
 ///
+/// To the type system a package is the struct "::vesk::PackageInfo", so that an AnyValue can hold it
+/// and reach its fields by name.
+///
 /// All text is UTF-8; versions and dates are free texts. Texts come first in argument lists, the
 /// language last. Nothing is checked and editing reports no error. A copy shares nothing with its
 /// source. References that accessors give are valid until the package is changed, assigned to or
@@ -82,6 +125,11 @@ public:
   PackageInfo(PackageInfo&& other) noexcept;
   /// Copies all of \p other, and gives a further copy, not a reference to this object.
   PackageInfo operator=(const PackageInfo& other);
+  /// A package from its variant form: an array of 20 pairs [name, value], in the order of
+  /// toXOValue(); 19 are read as well, without description languages, and 18, also without dialogs.
+  /// Pairs count by position, their names do not matter. Any other value gives an empty package;
+  /// inside, a value of a wrong kind reads as an empty one. Never throws for what the value is.
+  explicit PackageInfo(const XO::XOValue& value);
   ~PackageInfo();
 
   /// The package's identifier.
@@ -210,6 +258,11 @@ public:
   /// The manifest as UTF-8 text, indented by 1.
   std::string saveToManifestContent() const;
   /// \}
+
+  /// Makes \p out the package's variant form: an array of pairs [name, value] in a fixed order,
+  /// from "uuid" to "descriptionLanguages". Maps are arrays of pairs [language, text]. A package
+  /// with an empty uuid has no such form and gives an array of size 0.
+  void toXOValue(XO::XOValue& out);
 
 private:
   friend struct RecordAccess;

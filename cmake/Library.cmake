@@ -1,0 +1,40 @@
+# SPDX-License-Identifier: Apache-2.0
+# What the libraries of this project have in common.
+#
+#   vesk_library(NAME HEADERS public headers...)
+#
+# Called in the folder of the library NAME after add_library: gives it the alias NAME::NAME, its
+# version, an export header FOLDER/export.hpp, and its public headers, which are included by the
+# folder's name (<package/...>, <vesk/...>).
+include(GenerateExportHeader)
+
+function(vesk_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "HEADERS")
+  cmake_path(GET CMAKE_CURRENT_SOURCE_DIR FILENAME folder)
+  cmake_path(GET CMAKE_CURRENT_SOURCE_DIR PARENT_PATH base_dir)
+  set(generated ${CMAKE_CURRENT_BINARY_DIR}/include)
+
+  add_library(${name}::${name} ALIAS ${name})
+  vesk_compiler_settings(${name})
+  # A program may have taken addresses from the library, as of type descriptions: it stays loaded.
+  target_link_options(${name} PRIVATE LINKER:-z,nodelete)
+  set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION
+                                                                      ${PROJECT_VERSION_MAJOR})
+  generate_export_header(${name} EXPORT_FILE_NAME ${generated}/${folder}/export.hpp)
+  target_sources(
+    ${name}
+    PUBLIC FILE_SET
+           HEADERS
+           BASE_DIRS
+           ${base_dir}
+           FILES
+           ${ARG_HEADERS}
+           FILE_SET
+           generated_headers
+           TYPE
+           HEADERS
+           BASE_DIRS
+           ${generated}
+           FILES
+           ${generated}/${folder}/export.hpp)
+endfunction()

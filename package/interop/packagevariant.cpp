@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <package/interop/variantmembers.hpp>
+#include <package/languagecodes.hpp>
+#include <package/recordaccess.hpp>
+
+#include <boost/bind/bind.hpp>
+
+using namespace vesk;
+
+namespace
+{
+// What a package is given by its own operations, for each element of an array.
+using AddText = boost::function<void(const std::string&)>;
+using AddLocalizedText = boost::function<void(const std::string&, const std::string&)>;
+template <typename Item>
+using Add = boost::function<void(const Item&)>;
+
+/// As addSupportedLanguage() and addDescriptionLanguage() for each text, but in a time that does not
+/// grow with the square of their number.
+void readLanguages(std::list<std::string>& languages, const XO::XOValue& value)
+{
+  LanguageAppender appender(languages);
+  fromXOValue(AddText(boost::bind(&LanguageAppender::append, &appender, boost::placeholders::_1)),
+              value);
+}
+} // namespace
+
+void toXOValue(const PackageInfo& package, XO::XOValue& out)
+{
+  if (package.uuid().empty())
+  {
+    out.arraySetSize(0);
+    return;
+  }
+  writePairs(recordOf(package), out);
+}
+
+void fromXOValue(PackageInfo& package, const XO::XOValue& value)
+{
+  using boost::placeholders::_1;
+  using boost::placeholders::_2;
+  package.setUuid(value[0][1]);
+  package.setPath(value[1][1]);
+  package.setVersion(value[2][1]);
+  package.setChannel(value[3][1]);
+  package.setAuthor(value[4][1]);
+  package.setOrganization(value[5][1]);
+  package.setDate(value[6][1]);
+  package.setTypeVersion(value[7][1]);
+  fromXOValue(AddLocalizedText(boost::bind(&PackageInfo::setName, &package, _1, _2)), value[8][1]);
+  fromXOValue(AddLocalizedText(boost::bind(&PackageInfo::setDescription, &package, _1, _2)),
+              value[9][1]);
+  readLanguages(recordOf(package).supportedLanguages, value[10][1]);
+  fromXOValue(Add<BehaviorInfo>(boost::bind(&PackageInfo::addBehavior, &package, _1)),
+              value[11][1]);
+  fromXOValue(Add<LanguageInfo>(boost::bind(&PackageInfo::addLanguage, &package, _1)),
+              value[12][1]);
+  package.setInstaller(value[13][1]);
+  fromXOValue(Add<RobotRequirement>(boost::bind(&PackageInfo::addRobotRequirement, &package, _1)),
+              value[14][1]);
+  fromXOValue(Add<MirelRequirement>(boost::bind(&PackageInfo::addMirelRequirement, &package, _1)),
+              value[15][1]);
+  fromXOValue(Add<PackageService>(boost::bind(&PackageInfo::addService, &package, _1)),
+              value[16][1]);
+  fromXOValue(AddText(boost::bind(&PackageInfo::addExecutableFile, &package, _1)), value[17][1]);
+  // The two were added one after the other, and each was guarded in its own way.
+  if (value.getSize() >= 19)
+  {
+    fromXOValue(Add<DialogInfo>(boost::bind(&PackageInfo::addDialog, &package, _1)), value[18][1]);
+  }
+  if (value.getSize() == PackageInfoPrivate::fieldsCount)
+  {
+    readLanguages(recordOf(package).descriptionLanguages, value[19][1]);
+  }
+}
+
+namespace vesk
+{
+
+PackageInfo::PackageInfo(const XO::XOValue& value) : PackageInfo()
+{
+  if (value.getSize() >= 18 && value.getSize() <= PackageInfoPrivate::fieldsCount)
+  {
+    fromXOValue(*this, value);
+  }
+}
+
+void PackageInfo::toXOValue(XO::XOValue& out) { ::toXOValue(*this, out); }
+
+} // namespace vesk

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <package/interop/recordmembers.hpp>
+#include <package/recordaccess.hpp>
+#include <vesk/log.hpp>
+#include <vesk/typesystem.hpp>
+
+namespace vesk
+{
+
+/// Registers a public class and the record behind it.
+template <typename Public, typename Record>
+void registerRecord(const char* publicName)
+{
+  auto* const record = new StructType<Record>; // like all descriptions, never freed
+  registerStruct(record);
+  registerType(typeid(Record), record);
+  auto* const bouncer =
+      new StructTypeInterfaceBouncer<Public, Record>(publicName, *record, &recordOf<Public>);
+  registerType(typeid(Public), bouncer);
+}
+
+/// All that the library does when it is loaded. The order is known to peers.
+struct Registrar
+{
+  Registrar()
+  {
+    registerRecord<DialogInfo, DialogInfoPrivate>("::vesk::DialogInfo");
+    registerRecord<BehaviorInfo, BehaviorInfoPrivate>("::vesk::BehaviorInfo");
+    registerRecord<LanguageInfo, LanguageInfoPrivate>("::vesk::LanguageInfo");
+    registerRecord<PackageInfo, PackageInfoPrivate>("::vesk::PackageInfo");
+  }
+
+  log::Category category = log::addCategory("vesk.package.info"); // before the types
+};
+
+} // namespace vesk
+
+/// Has a plain name so that programs which link the library statically can be told to keep it.
+extern "C" const vesk::Registrar veskpackage_registrar;
+const vesk::Registrar veskpackage_registrar;

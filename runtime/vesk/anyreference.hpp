@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef VESK_ANYREFERENCE_HPP
+#define VESK_ANYREFERENCE_HPP
+
+#include <vesk/export.hpp>
+#include <vesk/typesystem.hpp>
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace vesk
+{
+
+class AnyConstReference;
+class AnyReference;
+
+/// Thrown where a value is not of the type it is taken for, or cannot be converted. The message of a
+/// conversion names both types and the place in the source that could not be converted, as in
+/// `cannot convert ::peer::Package to ::vesk::PackageInfo: behaviors[2]: "nature" is missing`.
+class VESK_EXPORT ConversionError : public std::runtime_error
+{
+public:
+  using std::runtime_error::runtime_error;
+};
+
+/// Makes what \p target refers to a converted copy of \p source; unchanged when that throws.
+///
+/// The same type is copied. Numbers convert where the value fits: to integers only as they are, to
+/// floating point with rounding. Lists, maps and pairs convert element by element; what is in an
+/// AnyValue converts as the value itself, and any value into an AnyValue. Structs convert by the
+/// names of their members, of which both must have the same, but for what a struct's versioning
+/// allows; a map with string keys counts as a struct with the members it holds. Nothing else
+/// converts. Throws ConversionError.
+VESK_EXPORT void convert(const AnyConstReference& source, const AnyReference& target);
+
+/// A view of a value of any type, for reading. It owns nothing: it is valid as long as the value is,
+/// and its parts are not moved. Views are small and copied freely; each may be used by one thread.
+class VESK_EXPORT AnyConstReference
+{
+public:
+  /// A view of nothing.
+  AnyConstReference() = default;
+  /// A view of the value at an address, which must be of this type.
+  AnyConstReference(const TypeInterface& type, const void* value)
+      : viewedType(&type), viewed(value)
+  {}
+  /// A view of a C++ value.
+  template <typename Value,
+            std::enable_if_t<!std::is_base_of_v<AnyConstReference, Value>, int> = 0>
+  explicit AnyConstReference(const Value& value) : AnyConstReference(*typeOf<Value>(), &value)
+  {}
+
+  /// Whether there is a value.
+  bool isValid() const { return viewedType != nullptr; }
+  /// The type of the value; null when there is none.
+  const TypeInterface* type() const { return viewedType; }
+  /// Whether there is a value of this C++ type.
+  template <typename Value>
+  bool is() const
+  {
+    return isValid() && isSameType(*viewedType, *typeOf<Value>());
+  }
+  /// Where the value is; null when there is none.
+  const void* address() const { return viewed; }
+
+  /// The value itself. Throws ConversionError when it is of another type.
+  template <typename Value>
+  const Value& as() const
+  {
+    return *static_cast<const Value*>(addressOf(*typeOf<Value>()));
+  }
+
+  /// A converted copy of the value, by the rules of convert(). Throws ConversionError.
+  template <typename Value>
+  Value to() const;
+
+  /// The names of a struct's members, in published order. Throws ConversionError when the value is
+  /// no struct.
+  const std::vector<std::string>& memberNames() const;
+  /// A member of a struct, counted from 0. Throws ConversionError when the value is no struct, and
+  /// std::out_of_range when it has no such member.
+  /// \{
+  AnyConstReference member(std::size_t index) const;
+  AnyConstReference member(const std::string& name) const;
+  /// \}
+
+  /// The number of elements of a list or map. Throws ConversionError when the value is neither.
+  std::size_t size() const;
+  /// All elements of a list, in order. Throws ConversionError when the value is no list.
+  std::vector<AnyConstReference> elements() const;
+  /// An element of a list, counted from 0. Throws as elements() does, and std::out_of_range.
+  AnyConstReference element(std::size_t index) const;
+  /// All keys of a map with their values, in the map's order. Throws ConversionError when the value
+  /// is no map.
+  std::vector<std::pair<AnyConstReference, AnyConstReference>> entries() const;
+  /// The value under a key that is converted to the map's type of keys; a view of nothing when there
+  /// is none. Throws as entries() does, and ConversionError when the key does not convert.
+  /// \{
+  AnyConstReference find(const AnyConstReference& key) const;
+  AnyConstReference find(const std::string& key) const { return find(AnyConstReference(key)); }
+  /// \}
+
+private:
+  const void* addressOf(const TypeInterface& wanted) const;
+  template <typename Interface>
+  const Interface& typeAs(TypeKind kind, const char* kindName) const;
+
+  const TypeInterface* viewedType = nullptr;
+  const void* viewed = nullptr;
+};
+
+/// A view through which the value can be changed as well. It is otherwise as AnyConstReference, and
+/// what that says of each function holds here.
+class VESK_EXPORT AnyReference : public AnyConstReference
+{
+public:
+  AnyReference() = default;
+  AnyReference(const TypeInterface& type, void* value) : AnyConstReference(type, value) {}
+  template <typename Value,
+            std::enable_if_t<
+                !std::is_const_v<Value> && !std::is_base_of_v<AnyConstReference, Value>, int> = 0>
+  explicit AnyReference(Value& value) : AnyReference(*typeOf<Value>(), &value)
+  {}
+
+  void* address() const { return const_cast<void*>(AnyConstReference::address()); }
+
+  template <typename Value>
+  Value& as() const
+  {
+    return const_cast<Value&>(AnyConstReference::as<Value>());
+  }
+
+  AnyReference member(std::size_t index) const
+  {
+    return writable(AnyConstReference::member(index));
+  }
+  AnyReference member(const std::string& name) const
+  {
+    return writable(AnyConstReference::member(name));
+  }
+  std::vector<AnyReference> elements() const;
+  AnyReference element(std::size_t index) const
+  {
+    return writable(AnyConstReference::element(index));
+  }
+  std::vector<std::pair<AnyConstReference, AnyReference>> entries() const;
+  AnyReference find(const AnyConstReference& key) const
+  {
+    return writable(AnyConstReference::find(key));
+  }
+  AnyReference find(const std::string& key) const { return find(AnyConstReference(key)); }
+
+  /// Makes the value a converted copy, by the rules of convert(); unchanged when that throws.
+  /// \{
+  void set(const AnyConstReference& source) const { convert(source, *this); }
+  void set(const char* text) const { set(std::string(text)); }
+  template <typename Value,
+            std::enable_if_t<!std::is_base_of_v<AnyConstReference, Value>, int> = 0>
+  void set(const Value& value) const
+  {
+    convert(AnyConstReference(value), *this);
+  }
+  /// \}
+
+private:
+  // Only what was reached from a value that may be changed.
+  static AnyReference writable(const AnyConstReference& part)
+  {
+    return part.isValid() ? AnyReference(*part.type(), const_cast<void*>(part.address()))
+                          : AnyReference();
+  }
+};
+
+template <typename Value>
+Value AnyConstReference::to() const
+{
+  if (is<Value>())
+  {
+    return as<Value>();
+  }
+  Value converted{};
+  convert(*this, AnyReference(converted));
+  return converted;
+}
+
+} // namespace vesk
+
+#endif

@@ -1,0 +1,215 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef VESK_NATIVETYPES_HPP
+#define VESK_NATIVETYPES_HPP
+
+#include <vesk/typeinterface.hpp>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+/// The descriptions of C++ types, made by typeOf(). Programs use them through their interfaces.
+namespace vesk
+{
+
+template <typename Value>
+TypeInterface* typeOf();
+
+/// Creates, copies and destroys values of a C++ type, for a description with the given interface.
+template <typename Value, typename Interface = TypeInterface>
+class NativeType : public Interface
+{
+  static_assert(std::is_copy_constructible_v<Value>, "the type system copies values");
+
+public:
+  const std::type_info& info() const override { return typeid(Value); }
+
+  void* create() const override
+  {
+    if constexpr (std::is_default_constructible_v<Value>)
+    {
+      return new Value();
+    }
+    else
+    {
+      throw std::logic_error(this->name() + " has no default value");
+    }
+  }
+
+  void* copy(const void* value) const override { return new Value(of(value)); }
+
+  void destroy(void* value) const noexcept override { delete &of(value); }
+
+  void assign(void* target, const void* source) const override
+  {
+    if constexpr (std::is_nothrow_move_constructible_v<Value>)
+    {
+      // Copied once and all or nothing, which operator= need not be.
+      Value copied(of(source));
+      std::destroy_at(&of(target));
+      new (target) Value(std::move(copied));
+    }
+    else
+    {
+      of(target) = of(source);
+    }
+  }
+
+protected:
+  static Value& of(void* value) { return *static_cast<Value*>(value); }
+  static const Value& of(const void* value) { return *static_cast<const Value*>(value); }
+};
+
+/// Describes a type whose kind and name are all there is to know.
+template <typename Value, TypeKind Kind>
+class PlainType : public NativeType<Value>
+{
+public:
+  explicit PlainType(std::string typeName) : plainName(std::move(typeName)) {}
+
+  TypeKind kind() const override { return Kind; }
+  std::string name() const override { return plainName; }
+
+private:
+  std::string plainName;
+};
+
+namespace detail
+{
+/// The number as a whole one of this type, when it is one.
+VESK_EXPORT std::optional<std::int64_t> toSigned(const Number& number);
+VESK_EXPORT std::optional<std::uint64_t> toUnsigned(const Number& number);
+VESK_EXPORT double toDouble(const Number& number);
+
+/// The name of a type that nothing is known of, as C++ writes it.
+VESK_EXPORT std::string nameOf(const std::type_info& info);
+} // namespace detail
+
+template <typename Value>
+class NumberType : public NativeType<Value, NumberTypeInterface>
+{
+  static constexpr bool isInteger = std::is_integral_v<Value>;
+  using Limits = std::numeric_limits<Value>;
+
+public:
+  TypeKind kind() const override { return isInteger ? TypeKind::Integer : TypeKind::Float; }
+
+  std::string name() const override
+  {
+    const std::string bits = std::to_string(8 * sizeof(Value));
+    return (!isInteger ? "float" : std::is_signed_v<Value> ? "int" : "uint") + bits;
+  }
+
+  Number number(const void* value) const override
+  {
+    using Wide = std::conditional_t<
+        !isInteger, double,
+        std::conditional_t<std::is_signed_v<Value>, std::int64_t, std::uint64_t>>;
+    return static_cast<Wide>(this->of(value));
+  }
+
+  bool setNumber(void* value, const Number& number) const override
+  {
+    if constexpr (!isInteger)
+    {
+      const double wide = detail::toDouble(number);
+      return (!std::isfinite(wide) || std::abs(wide) <= Limits::max()) && set(value, wide);
+    }
+    else if constexpr (std::is_signed_v<Value>)
+    {
+      const std::optional<std::int64_t> wide = detail::toSigned(number);
+      return wide && *wide >= Limits::min() && *wide <= Limits::max() && set(value, *wide);
+    }
+    else
+    {
+      const std::optional<std::uint64_t> wide = detail::toUnsigned(number);
+      return wide && *wide <= Limits::max() && set(value, *wide);
+    }
+  }
+
+private:
+  template <typename Wide>
+  static bool set(void* value, Wide wide)
+  {
+    NumberType::of(value) = static_cast<Value>(wide);
+    return true;
+  }
+};
+
+template <typename List>
+class ListType : public NativeType<List, ListTypeInterface>
+{
+  using Element = typename List::value_type;
+
+public:
+  TypeInterface* elementType() const override { return typeOf<Element>(); }
+
+  std::size_t size(const void* list) const override { return this->of(list).size(); }
+
+  std::vector<void*> elements(void* list) const override
+  {
+    std::vector<void*> addresses;
+    addresses.reserve(size(list));
+    for (Element& element : this->of(list))
+    {
+      addresses.push_back(&element);
+    }
+    return addresses;
+  }
+
+  void* append(void* list) const override { return &this->of(list).emplace_back(); }
+
+  void appendCopy(void* list, const void* element) const override
+  {
+    this->of(list).push_back(*static_cast<const Element*>(element));
+  }
+
+  void clear(void* list) const override { this->of(list).clear(); }
+};
+
+template <typename Map>
+class MapType : public NativeType<Map, MapTypeInterface>
+{
+  using Key = typename Map::key_type;
+  using Value = typename Map::mapped_type;
+
+public:
+  TypeInterface* keyType() const override { return typeOf<Key>(); }
+  TypeInterface* valueType() const override { return typeOf<Value>(); }
+
+  std::size_t size(const void* map) const override { return this->of(map).size(); }
+
+  std::vector<std::pair<const void*, void*>> entries(void* map) const override
+  {
+    std::vector<std::pair<const void*, void*>> addresses;
+    addresses.reserve(size(map));
+    for (auto& [key, value] : this->of(map))
+    {
+      addresses.emplace_back(&key, &value);
+    }
+    return addresses;
+  }
+
+  void* find(void* map, const void* key) const override
+  {
+    const auto found = this->of(map).find(*static_cast<const Key*>(key));
+    return found == this->of(map).end() ? nullptr : &found->second;
+  }
+
+  void* insert(void* map, const void* key) const override
+  {
+    return &this->of(map)[*static_cast<const Key*>(key)];
+  }
+
+  void clear(void* map) const override { this->of(map).clear(); }
+};
+
+} // namespace vesk
+
+#endif

@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <vesk/runtimetypes.hpp>
+
+#include <vesk/anyvalue.hpp>
+#include <vesk/structversioning.hpp>
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <set>
+#include <stdexcept>
+#include <tuple>
+
+namespace vesk
+{
+namespace
+{
+/// The members of a struct or the elements of a list, each holding a value of its type.
+using Parts = std::vector<AnyValue>;
+
+template <typename Interface>
+class RuntimeType : public NativeType<Parts, Interface>
+{
+public:
+  const std::type_info& info() const override { return typeid(void); }
+};
+
+class RuntimeStruct : public RuntimeType<StructTypeInterface>
+{
+public:
+  RuntimeStruct(std::string structName, const std::vector<RuntimeMember>& members,
+                const std::vector<std::string>& addedFields)
+      : typeName(std::move(structName)), versioning(addedFields)
+  {
+    for (const RuntimeMember& member : members)
+    {
+      names.push_back(member.name);
+      types.push_back(member.type);
+    }
+  }
+
+  std::string name() const override { return typeName; }
+  const std::vector<std::string>& memberNames() const override { return names; }
+  const std::vector<TypeInterface*>& memberTypes() const override { return types; }
+
+  void* create() const override
+  {
+    auto parts = std::make_unique<Parts>();
+    parts->reserve(types.size());
+    for (const TypeInterface* type : types)
+    {
+      parts->emplace_back(*type);
+    }
+    return parts.release();
+  }
+
+  void* member(void* value, std::size_t index) const override
+  {
+    return of(value).at(index).reference().address();
+  }
+
+  bool convertFrom(void* value, const MemberDifference& difference) const override
+  {
+    return versioning.convertFrom(*this, value, difference);
+  }
+
+  bool convertTo(const MemberDifference& difference) const override
+  {
+    return versioning.convertTo(difference);
+  }
+
+private:
+  std::string typeName;
+  std::vector<std::string> names;
+  std::vector<TypeInterface*> types;
+  StructVersioningDelegateAddFields versioning;
+};
+
+class RuntimeList : public RuntimeType<ListTypeInterface>
+{
+public:
+  explicit RuntimeList(TypeInterface* elementType) : type(elementType) {}
+
+  TypeInterface* elementType() const override { return type; }
+  std::size_t size(const void* list) const override { return of(list).size(); }
+
+  std::vector<void*> elements(void* list) const override
+  {
+    std::vector<void*> addresses;
+    addresses.reserve(size(list));
+    for (AnyValue& part : of(list))
+    {
+      addresses.push_back(part.reference().address());
+    }
+    return addresses;
+  }
+
+  void* append(void* list) const override
+  {
+    return of(list).emplace_back(*type).reference().address();
+  }
+
+  void appendCopy(void* list, const void* element) const override
+  {
+    of(list).emplace_back(AnyConstReference(*type, element));
+  }
+
+  void clear(void* list) const override { of(list).clear(); }
+
+private:
+  TypeInterface* type;
+};
+
+struct RuntimeTypes
+{
+  using Signature =
+      std::tuple<std::string, std::vector<std::pair<std::string, TypeInterface*>>,
+                 std::vector<std::string>>;
+
+  std::mutex mutex;
+  std::map<Signature, std::unique_ptr<RuntimeStruct>> structs;
+  std::map<TypeInterface*, std::unique_ptr<RuntimeList>> lists;
+};
+
+// Never destroyed: values may outlive everything else.
+RuntimeTypes& theRuntimeTypes()
+{
+  static RuntimeTypes& types = *new RuntimeTypes;
+  return types;
+}
+} // namespace
+
+StructTypeInterface* describeStruct(const std::string& name,
+                                    const std::vector<RuntimeMember>& members,
+                                    const std::vector<std::string>& addedFields)
+{
+  std::set<std::string> names;
+  std::vector<std::pair<std::string, TypeInterface*>> signature;
+  for (const RuntimeMember& member : members)
+  {
+    if (member.type == nullptr || !names.insert(member.name).second)
+    {
+      throw std::invalid_argument("struct " + name + ": the member \"" + member.name +
+                                  "\" has no type or stands twice");
+    }
+    signature.emplace_back(member.name, member.type);
+  }
+  RuntimeTypes& types = theRuntimeTypes();
+  const std::lock_guard lock(types.mutex);
+  std::unique_ptr<RuntimeStruct>& type = types.structs[{name, signature, addedFields}];
+  if (!type)
+  {
+    type = std::make_unique<RuntimeStruct>(name, members, addedFields);
+  }
+  return type.get();
+}
+
+ListTypeInterface* describeList(TypeInterface* elementType)
+{
+  if (elementType == nullptr)
+  {
+    throw std::invalid_argument("a list of elements without a type");
+  }
+  RuntimeTypes& types = theRuntimeTypes();
+  const std::lock_guard lock(types.mutex);
+  std::unique_ptr<RuntimeList>& type = types.lists[elementType];
+  if (!type)
+  {
+    type = std::make_unique<RuntimeList>(elementType);
+  }
+  return type.get();
+}
+
+} // namespace vesk

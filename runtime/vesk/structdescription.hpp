@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef VESK_STRUCTDESCRIPTION_HPP
+#define VESK_STRUCTDESCRIPTION_HPP
+
+#include <tuple>
+#include <utility>
+
+namespace vesk
+{
+
+/// One member of a struct: its published name and where it is.
+template <typename Struct, typename Value>
+struct Member
+{
+  const char* name;
+  Value Struct::*pointer;
+};
+
+template <typename Struct, typename Value>
+constexpr Member<Struct, Value> member(const char* name, Value Struct::*pointer)
+{
+  return {name, pointer};
+}
+
+/// Describes a struct to the type system, where it is specialised for one. That has to be seen
+/// wherever the type system is asked about the struct, so it stands beside the struct:
+///
+/// \code
+/// struct Point { double x; double y; };
+///
+/// template <> struct vesk::StructDescription<Point>
+/// {
+///   static constexpr auto name = "::Point";
+///   static constexpr auto members =
+///       std::make_tuple(vesk::member("x", &Point::x), vesk::member("y", &Point::y));
+/// };
+/// \endcode
+///
+/// The order of the members is the order in which peers see them. An element of the tuple may be of
+/// another class that has a `name` and a `pointer`. A struct that has got members since its first
+/// version, and is to be exchanged with peers of that version, lists their names as well, as in
+/// `static constexpr std::array addedFields{"z"};` (see StructVersioningDelegateAddFields).
+template <typename Struct>
+struct StructDescription;
+
+template <typename First, typename Second>
+struct StructDescription<std::pair<First, Second>>
+{
+  static constexpr auto name = "pair";
+  static constexpr auto members =
+      std::make_tuple(member("first", &std::pair<First, Second>::first),
+                      member("second", &std::pair<First, Second>::second));
+};
+
+} // namespace vesk
+
+#endif

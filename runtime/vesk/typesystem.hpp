@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef VESK_TYPESYSTEM_HPP
+#define VESK_TYPESYSTEM_HPP
+
+#include <vesk/structtypes.hpp>
+#include <vesk/typeregistry.hpp>
+
+#include <list>
+#include <map>
+
+/// The type system: descriptions of types by which values are held, reached into and converted by
+/// code that does not know the types (see AnyValue).
+///
+/// typeOf<T>() gives the description of a type. bool, integers, floating-point numbers, std::string,
+/// std::vector, std::list, std::map, std::pair and AnyValue have one; a struct gets one from its
+/// StructDescription. Any other type has one of unknown kind, by which it can be held and copied.
+namespace vesk
+{
+
+class AnyValue;
+
+namespace detail
+{
+template <typename Value, typename = void>
+constexpr bool isDescribedStruct = false;
+template <typename Value>
+constexpr bool
+    isDescribedStruct<Value, std::void_t<decltype(StructDescription<Value>::members)>> = true;
+
+template <typename Value>
+constexpr bool isList = false;
+template <typename Element>
+constexpr bool isList<std::list<Element>> = std::is_default_constructible_v<Element>;
+template <typename Element>
+constexpr bool isList<std::vector<Element>> =
+    std::is_default_constructible_v<Element> && !std::is_same_v<Element, bool>;
+
+template <typename Value>
+constexpr bool isMap = false;
+template <typename Key, typename Value>
+constexpr bool isMap<std::map<Key, Value>> = std::is_default_constructible_v<Value>;
+
+template <typename Value>
+std::unique_ptr<TypeInterface> describe()
+{
+  if constexpr (std::is_same_v<Value, bool>)
+  {
+    return std::make_unique<PlainType<Value, TypeKind::Bool>>("bool");
+  }
+  else if constexpr (std::is_arithmetic_v<Value>)
+  {
+    return std::make_unique<NumberType<Value>>();
+  }
+  else if constexpr (std::is_same_v<Value, std::string>)
+  {
+    return std::make_unique<PlainType<Value, TypeKind::String>>("string");
+  }
+  else if constexpr (isList<Value>)
+  {
+    return std::make_unique<ListType<Value>>();
+  }
+  else if constexpr (isMap<Value>)
+  {
+    return std::make_unique<MapType<Value>>();
+  }
+  else if constexpr (isDescribedStruct<Value>)
+  {
+    return std::make_unique<StructType<Value>>();
+  }
+  else
+  {
+    return std::make_unique<PlainType<Value, TypeKind::Unknown>>(nameOf(typeid(Value)));
+  }
+}
+} // namespace detail
+
+/// The description of a C++ type: the registered one, or else the one that is made when it is first
+/// asked for, once in the process. Never null.
+template <typename Value>
+TypeInterface* typeOf()
+{
+  static_assert(std::is_same_v<Value, std::decay_t<Value>>, "ask for the type of values");
+  static TypeInterface* const type =
+      detail::getTypeOrDescribe(typeid(Value), &detail::describe<Value>);
+  return type;
+}
+
+template <>
+VESK_EXPORT TypeInterface* typeOf<AnyValue>();
+
+} // namespace vesk
+
+#endif
