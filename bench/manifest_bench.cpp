@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // Reading and writing manifests beside what the toolkit alone needs for the same bytes.
+#include "least.hpp"
 #include "samplepackage.hpp"
 
 #include <QDomDocument>
 #include <QFile>
 #include <QTextStream>
-#include <benchmark/benchmark.h>
 
-#include <algorithm>
 #include <stdexcept>
-#include <vector>
 
 namespace
 {
@@ -107,18 +105,6 @@ void saveFile(benchmark::State& state)
   {
     benchmark::DoNotOptimize(package.saveToManifestFile(path));
   }
-}
-
-// The least time of many is what can be compared where other programs run beside.
-double least(const std::vector<double>& times)
-{
-  return *std::min_element(times.begin(), times.end());
-}
-
-void behaviorCounts(benchmark::internal::Benchmark* benchmark)
-{
-  benchmark->Arg(1)->Arg(100)->Arg(10000)->Unit(benchmark::kMicrosecond);
-  benchmark->Repetitions(12)->ReportAggregatesOnly()->ComputeStatistics("least", least);
 }
 } // namespace
 

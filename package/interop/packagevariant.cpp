@@ -23,6 +23,16 @@ void readLanguages(std::list<std::string>& languages, const XO::XOValue& value)
   fromXOValue(AddText(boost::bind(&LanguageAppender::append, &appender, boost::placeholders::_1)),
               value);
 }
+
+/// As addBehavior() and the like with what is made from each element, but without copying that.
+template <typename Item>
+void readDescriptors(std::list<Item>& items, const XO::XOValue& value)
+{
+  for (int i = 0; i < value.getSize(); ++i)
+  {
+    items.emplace_back(value[i]);
+  }
+}
 } // namespace
 
 void toXOValue(const PackageInfo& package, XO::XOValue& out)
@@ -39,6 +49,7 @@ void fromXOValue(PackageInfo& package, const XO::XOValue& value)
 {
   using boost::placeholders::_1;
   using boost::placeholders::_2;
+  PackageInfoPrivate& record = recordOf(package);
   package.setUuid(value[0][1]);
   package.setPath(value[1][1]);
   package.setVersion(value[2][1]);
@@ -50,11 +61,9 @@ void fromXOValue(PackageInfo& package, const XO::XOValue& value)
   fromXOValue(AddLocalizedText(boost::bind(&PackageInfo::setName, &package, _1, _2)), value[8][1]);
   fromXOValue(AddLocalizedText(boost::bind(&PackageInfo::setDescription, &package, _1, _2)),
               value[9][1]);
-  readLanguages(recordOf(package).supportedLanguages, value[10][1]);
-  fromXOValue(Add<BehaviorInfo>(boost::bind(&PackageInfo::addBehavior, &package, _1)),
-              value[11][1]);
-  fromXOValue(Add<LanguageInfo>(boost::bind(&PackageInfo::addLanguage, &package, _1)),
-              value[12][1]);
+  readLanguages(record.supportedLanguages, value[10][1]);
+  readDescriptors(record.behaviors, value[11][1]);
+  readDescriptors(record.languages, value[12][1]);
   package.setInstaller(value[13][1]);
   fromXOValue(Add<RobotRequirement>(boost::bind(&PackageInfo::addRobotRequirement, &package, _1)),
               value[14][1]);
@@ -66,11 +75,11 @@ void fromXOValue(PackageInfo& package, const XO::XOValue& value)
   // The two were added one after the other, and each was guarded in its own way.
   if (value.getSize() >= 19)
   {
-    fromXOValue(Add<DialogInfo>(boost::bind(&PackageInfo::addDialog, &package, _1)), value[18][1]);
+    readDescriptors(record.dialogs, value[18][1]);
   }
   if (value.getSize() == PackageInfoPrivate::fieldsCount)
   {
-    readLanguages(recordOf(package).descriptionLanguages, value[19][1]);
+    readLanguages(record.descriptionLanguages, value[19][1]);
   }
 }
 

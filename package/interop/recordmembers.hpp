@@ -9,6 +9,7 @@
 #include <vesk/structdescription.hpp>
 
 #include <array>
+#include <string_view>
 #include <tuple>
 
 /// The members of the records behind the public classes, in the order in which the type system
@@ -26,8 +27,8 @@ enum class InVariant
 template <typename Record, typename Value>
 struct RecordMember
 {
-  const char* name;        ///< in the type system
-  const char* variantName; ///< in the variant form
+  const char* name;             ///< in the type system
+  std::string_view variantName; ///< in the variant form; of a literal, so NUL-terminated
   Value Record::*pointer;
   InVariant inVariant;
 };

@@ -22,9 +22,12 @@ void writeValue(const Container& container, XO::XOValue& out)
   ::toXOValue(container, out);
 }
 
-inline void readValue(std::string& text, const XO::XOValue& value) { text = value.toString(); }
+inline void readValue(std::string& text, const XO::XOValue& value)
+{
+  text = static_cast<const std::string&>(value);
+}
 
-inline void readValue(bool& flag, const XO::XOValue& value) { flag = value.toBool(); }
+inline void readValue(bool& flag, const XO::XOValue& value) { flag = value; }
 
 template <typename Container>
 void readValue(Container& container, const XO::XOValue& value)
@@ -55,7 +58,7 @@ void writePairs(const Record& record, XO::XOValue& out)
       {
         XO::XOValue& pair = out[position];
         pair.arraySetSize(2);
-        pair[0] = member.variantName;
+        pair[0] = member.variantName.data();
         if (member.inVariant == InVariant::Value)
         {
           writeValue(record.*member.pointer, pair[1]);

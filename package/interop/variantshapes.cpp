@@ -99,7 +99,7 @@ void fromXOValue(std::map<std::string, std::string>& texts, const XO::XOValue& v
 {
   for (int i = 0; i < value.getSize(); ++i)
   {
-    texts[value[i][0]] = value[i][1].toString();
+    texts[value[i][0]] = static_cast<const std::string&>(value[i][1]);
   }
 }
 

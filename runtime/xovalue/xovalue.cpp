@@ -4,47 +4,84 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <memory>
 #include <ostream>
 #include <stdexcept>
 
 namespace XO
 {
 
-XOValue::XOValue(const char* text) : content(std::string(text != nullptr ? text : "")) {}
-
-// What is assigned may be a part of this value, so it is taken out before this value goes.
-
-XOValue& XOValue::operator=(const XOValue& other)
+void XOValue::copyFrom(const XOValue& other)
 {
-  Content copy(other.content);
-  content = std::move(copy);
-  return *this;
+  switch (other.kind)
+  {
+  case Kind::Empty:
+    break;
+  case Kind::Bool:
+    content.flag = other.content.flag;
+    break;
+  case Kind::String:
+    new (&content.text) std::string(other.content.text);
+    break;
+  case Kind::Array:
+    new (&content.array) detail::Array(other.content.array, content.nearby);
+    break;
+  }
+  kind = other.kind;
 }
 
-XOValue& XOValue::operator=(XOValue&& other) noexcept
+void XOValue::takeFrom(XOValue& other) noexcept
 {
-  Content taken = std::exchange(other.content, Content());
-  content = std::move(taken);
-  return *this;
+  switch (other.kind)
+  {
+  case Kind::Empty:
+    break;
+  case Kind::Bool:
+    content.flag = other.content.flag;
+    break;
+  case Kind::String:
+    new (&content.text) std::string(std::move(other.content.text));
+    break;
+  case Kind::Array:
+    new (&content.array) detail::Array(std::move(other.content.array));
+    break;
+  }
+  kind = other.kind;
+  other.clear();
+}
+
+void XOValue::assignText(std::string_view text)
+{
+  if (isString())
+  {
+    content.text = text;
+    return;
+  }
+  if (kind == Kind::Empty)
+  {
+    new (&content.text) std::string(text);
+    kind = Kind::String;
+    return;
+  }
+  *this = XOValue(std::string(text)); // copied first, since it may be a part of this value
+}
+
+void XOValue::destroyContent() noexcept
+{
+  if (kind == Kind::String)
+  {
+    std::destroy_at(&content.text);
+  }
+  else
+  {
+    std::destroy_at(&content.array);
+  }
 }
 
 const std::string& XOValue::toString() const noexcept
 {
-  static const std::string& none = *new std::string;
-  const auto* text = std::get_if<std::string>(&content);
-  return text != nullptr ? *text : none;
-}
-
-bool XOValue::toBool() const noexcept
-{
-  const auto* flag = std::get_if<bool>(&content);
-  return flag != nullptr && *flag;
-}
-
-int XOValue::getSize() const noexcept
-{
-  const auto* array = std::get_if<Array>(&content);
-  return array != nullptr ? static_cast<int>(array->size()) : 0;
+  static const std::string none;
+  return isString() ? content.text : none;
 }
 
 void XOValue::arraySetSize(int size)
@@ -53,27 +90,54 @@ void XOValue::arraySetSize(int size)
   {
     throw std::out_of_range("an array of negative size: " + std::to_string(size));
   }
-  content = Array(static_cast<std::size_t>(size));
-}
-
-const XOValue& XOValue::operator[](int index) const noexcept
-{
-  static const XOValue& none = *new XOValue;
-  const auto* array = std::get_if<Array>(&content);
-  const auto place = static_cast<std::size_t>(index); // a negative one is past every end
-  return array != nullptr && place < array->size() ? (*array)[place] : none;
-}
-
-XOValue& XOValue::operator[](int index)
-{
-  auto* array = std::get_if<Array>(&content);
-  const auto place = static_cast<std::size_t>(index);
-  if (array == nullptr || place >= array->size())
+  if (kind != Kind::Empty)
   {
-    throw std::out_of_range("no value at " + std::to_string(index) + " of an array of " +
-                            std::to_string(getSize()));
+    XOValue array;
+    array.arraySetSize(size);
+    *this = std::move(array);
+    return;
   }
-  return (*array)[place];
+  new (&content.array) detail::Array(size, content.nearby);
+  kind = Kind::Array;
+}
+
+const XOValue& XOValue::none() noexcept
+{
+  static const XOValue value;
+  return value;
+}
+
+XOValue& XOValue::throwOutOfRange(int index) const
+{
+  throw std::out_of_range("no value at " + std::to_string(index) + " of an array of " +
+                          std::to_string(getSize()));
+}
+
+namespace
+{
+bool equal(const detail::Array& left, const detail::Array& right)
+{
+  return std::equal(&left[0], &left[left.size()], &right[0], &right[right.size()]);
+}
+} // namespace
+
+bool operator==(const XOValue& left, const XOValue& right)
+{
+  if (left.kind != right.kind)
+  {
+    return false;
+  }
+  switch (left.kind)
+  {
+  case XOValue::Kind::Bool:
+    return left.content.flag == right.content.flag;
+  case XOValue::Kind::String:
+    return left.content.text == right.content.text;
+  case XOValue::Kind::Array:
+    return equal(left.content.array, right.content.array);
+  default:
+    return true;
+  }
 }
 
 namespace

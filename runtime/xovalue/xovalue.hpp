@@ -4,15 +4,50 @@
 
 #include <xovalue/export.hpp>
 
+#include <cstddef>
+#include <cstdint>
 #include <iosfwd>
+#include <new>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
-#include <variant>
-#include <vector>
 
 namespace XO
 {
+
+class XOValue;
+
+namespace detail
+{
+struct Block;
+
+/// Values in a row in a block of memory. Small arrays are made in the block in which they stand
+/// themselves, as elements of another array: nearly all values are arrays of pairs, and allocating
+/// each pair would take more time than all the rest.
+class XOVALUE_EXPORT Array
+{
+public:
+  /// Empty values, in \p nearby if it is given and has room, or else in a new block. Where \p nearby
+  /// is given, the array itself stands in that block.
+  Array(int size, Block* nearby);
+  Array(const Array& other, Block* nearby);
+  Array(Array&& other) noexcept;
+  Array& operator=(const Array&) = delete;
+  ~Array();
+
+  int size() const noexcept { return count; }
+  XOValue& operator[](int index) const noexcept;
+
+private:
+  Array(int size, std::int64_t room, Block* nearby);
+
+  XOValue* values = nullptr;
+  Block* block = nullptr;
+  int count = 0;
+  bool keepsBlock = false; // not needed as long as the array stands in the block itself
+};
+} // namespace detail
 
 /// A value that travels between modules which share no types: nothing (the empty value), a text, a
 /// bool, or an array of further values.
@@ -30,36 +65,74 @@ namespace XO
 /// gives an empty text, false or the size 0. Writing there throws.
 ///
 /// A copy shares nothing with its source. An empty value, a bool and a text of up to 15 bytes need
-/// no memory beside the value itself, an array needs one block. A value moved from is empty. A
+/// no memory beside the value itself; an array needs one block, which small arrays inside it share.
+/// A value moved from is empty. A
 /// value may be assigned a part of itself. Copying, comparing, printing and destroying go as deep
 /// as arrays are nested, on the stack. Threads may read one value at once; who writes must be alone.
 class XOVALUE_EXPORT XOValue
 {
+  template <typename Type>
+  using IfBool = std::enable_if_t<std::is_same_v<Type, bool>, int>;
+  template <typename Type>
+  using IfText = std::enable_if_t<std::is_convertible_v<const Type&, std::string_view>, int>;
+
 public:
   /// An empty value.
-  XOValue() noexcept = default;
-  XOValue(const XOValue& other) = default;
-  XOValue(XOValue&& other) noexcept : content(std::exchange(other.content, Content())) {}
+  XOValue() noexcept : XOValue(static_cast<detail::Block*>(nullptr)) {}
+  XOValue(const XOValue& other) : XOValue() { copyFrom(other); }
+  XOValue(XOValue&& other) noexcept : XOValue() { takeFrom(other); }
   /// A text; any bytes, usually UTF-8.
-  XOValue(std::string text) : content(std::move(text)) {}
-  /// A NUL-terminated text; a null pointer gives an empty text.
-  XOValue(const char* text);
+  XOValue(std::string text) noexcept : kind(Kind::String)
+  {
+    new (&content.text) std::string(std::move(text));
+  }
+  /// A text from a NUL-terminated one; a null pointer gives an empty text.
+  XOValue(const char* text) : XOValue(std::string(text != nullptr ? text : "")) {}
   /// A bool, and nothing that merely converts to one, as pointers do.
-  template <typename Bool, std::enable_if_t<std::is_same_v<Bool, bool>, int> = 0>
-  XOValue(Bool flag) noexcept : content(flag)
-  {}
+  template <typename Bool, IfBool<Bool> = 0>
+  XOValue(Bool flag) noexcept : kind(Kind::Bool)
+  {
+    content.flag = flag;
+  }
   XOValue(int) = delete; ///< there are no numbers; and a 0 is no null pointer
   XOValue(std::nullptr_t) = delete;
 
-  XOValue& operator=(const XOValue& other);
-  XOValue& operator=(XOValue&& other) noexcept;
-  ~XOValue() = default;
+  /// Makes this a copy of another value, which may be a part of this one.
+  XOValue& operator=(const XOValue& other) { return *this = XOValue(other); }
+  XOValue& operator=(XOValue&& other) noexcept
+  {
+    XOValue taken(std::move(other)); // out of this value, if it is a part of it
+    clear();
+    takeFrom(taken);
+    return *this;
+  }
+  /// Makes this a text: of a std::string or a NUL-terminated one.
+  template <typename Text, IfText<Text> = 0>
+  XOValue& operator=(const Text& text)
+  {
+    if constexpr (std::is_pointer_v<Text>)
+    {
+      assignText(text != nullptr ? text : "");
+    }
+    else
+    {
+      assignText(text);
+    }
+    return *this;
+  }
+  ~XOValue()
+  {
+    if (kind > Kind::Bool)
+    {
+      destroyContent();
+    }
+  }
 
   /// Whether the value is anything but empty; an array of size 0 is valid.
-  bool isValid() const noexcept { return !std::holds_alternative<std::monostate>(content); }
-  bool isString() const noexcept { return std::holds_alternative<std::string>(content); }
-  bool isBool() const noexcept { return std::holds_alternative<bool>(content); }
-  bool isArray() const noexcept { return std::holds_alternative<Array>(content); }
+  bool isValid() const noexcept { return kind != Kind::Empty; }
+  bool isString() const noexcept { return kind == Kind::String; }
+  bool isBool() const noexcept { return kind == Kind::Bool; }
+  bool isArray() const noexcept { return kind == Kind::Array; }
 
   /// The text; an empty one that lives to the end of the program when this is no text.
   /// \{
@@ -69,8 +142,8 @@ public:
 
   /// The bool; false when this is none. The conversion is to bool only, not on to numbers.
   /// \{
-  bool toBool() const noexcept;
-  template <typename Bool, std::enable_if_t<std::is_same_v<Bool, bool>, int> = 0>
+  bool toBool() const noexcept { return isBool() && content.flag; }
+  template <typename Bool, IfBool<Bool> = 0>
   operator Bool() const noexcept
   {
     return toBool();
@@ -78,7 +151,10 @@ public:
   /// \}
 
   /// Number of values in the array; 0 when this is no array.
-  int getSize() const noexcept;
+  int getSize() const noexcept
+  {
+    return isArray() ? content.array.size() : 0;
+  }
 
   /// Makes this an array of \p size empty values, whatever it was. Throws std::out_of_range when
   /// \p size is negative.
@@ -86,26 +162,69 @@ public:
 
   /// The value at \p index, counted from 0, for reading. Where there is none, an empty value that
   /// lives to the end of the program.
-  const XOValue& operator[](int index) const noexcept;
+  const XOValue& operator[](int index) const noexcept
+  {
+    return has(index) ? content.array[index] : none();
+  }
   /// The value at \p index for writing. Throws std::out_of_range where there is none, also in a
   /// value that is no array.
-  XOValue& operator[](int index);
+  XOValue& operator[](int index)
+  {
+    return has(index) ? content.array[index] : throwOutOfRange(index);
+  }
 
   /// Equal when of the same kind, with equal contents.
   /// \{
-  friend bool operator==(const XOValue& left, const XOValue& right)
-  {
-    return left.content == right.content;
-  }
+  friend XOVALUE_EXPORT bool operator==(const XOValue& left, const XOValue& right);
   friend bool operator!=(const XOValue& left, const XOValue& right) { return !(left == right); }
   /// \}
 
 private:
-  using Array = std::vector<XOValue>;
-  using Content = std::variant<std::monostate, std::string, bool, Array>;
+  friend class detail::Array;
 
+  enum class Kind : unsigned char
+  {
+    Empty,
+    Bool,
+    String,
+    Array
+  };
+  union Content
+  {
+    Content() {}  // NOLINT(modernize-use-equals-default): the kind tells what is in it
+    ~Content() {} // NOLINT(modernize-use-equals-default)
+    detail::Block* nearby; // where an empty value may get the memory for its array from
+    bool flag;
+    std::string text;
+    detail::Array array;
+  };
+
+  explicit XOValue(detail::Block* nearby) noexcept { content.nearby = nearby; }
+
+  bool has(int index) const noexcept { return index >= 0 && index < getSize(); }
+  static const XOValue& none() noexcept;
+  [[noreturn]] XOValue& throwOutOfRange(int index) const;
+  void assignText(std::string_view text);
+  /// Makes this empty value a copy of another.
+  void copyFrom(const XOValue& other);
+  /// Makes this empty value what \p other was, and \p other empty.
+  void takeFrom(XOValue& other) noexcept;
+  void clear() noexcept
+  {
+    if (kind > Kind::Bool)
+    {
+      destroyContent();
+    }
+    kind = Kind::Empty;
+    content.nearby = nullptr;
+  }
+  void destroyContent() noexcept;
+
+  Kind kind = Kind::Empty;
   Content content;
 };
+
+inline XOValue& detail::Array::operator[](int index) const noexcept { return values[index]; }
 
 /// Prints the value in the form of JSON, the empty value as null. An array that holds arrays takes
 /// a line for each of its values, indented by 2. Bytes that are no UTF-8 go out as they are.

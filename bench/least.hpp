@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef BENCH_LEAST_HPP
+#define BENCH_LEAST_HPP
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <vector>
+
+/// The least time of many is what can be compared where other programs run beside.
+inline void leastOfMany(benchmark::internal::Benchmark* benchmark)
+{
+  benchmark->Repetitions(12)->ReportAggregatesOnly()->ComputeStatistics(
+      "least", [](const std::vector<double>& times)
+      { return *std::min_element(times.begin(), times.end()); });
+}
+
+/// Runs with packages of 1, 100 and 10,000 behaviors.
+inline void behaviorCounts(benchmark::internal::Benchmark* benchmark)
+{
+  benchmark->Arg(1)->Arg(100)->Arg(10000)->Unit(benchmark::kMicrosecond)->Apply(leastOfMany);
+}
+
+#endif

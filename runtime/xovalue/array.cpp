@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <xovalue/xovalue.hpp>
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+
+namespace XO::detail
+{
+
+/// Memory for values, which follows it. Arrays made in one block may be moved apart, also to other
+/// threads, so the last that keeps it frees it.
+struct alignas(XOValue) Block
+{
+  std::atomic<int> keepers = 1;
+  std::atomic<std::int64_t> room;
+
+  explicit Block(std::int64_t valuesToHold) : room(valuesToHold) {}
+
+  static Block* make(std::int64_t room)
+  {
+    void* const memory =
+        ::operator new(sizeof(Block) + static_cast<std::size_t>(room) * sizeof(XOValue));
+    return new (memory) Block(room);
+  }
+
+  /// The place for so many values; null when there is no room. Values are taken from the end on.
+  XOValue* take(std::int64_t count)
+  {
+    std::int64_t left = room.load(std::memory_order_relaxed);
+    while (left >= count)
+    {
+      // Two threads may be at work on two elements of an array.
+      if (room.compare_exchange_weak(left, left - count, std::memory_order_relaxed))
+      {
+        return reinterpret_cast<XOValue*>(this + 1) + (left - count);
+      }
+    }
+    return nullptr;
+  }
+
+  void keep() noexcept { keepers.fetch_add(1, std::memory_order_relaxed); }
+
+  void release() noexcept
+  {
+    if (keepers.fetch_sub(1, std::memory_order_acq_rel) == 1)
+    {
+      this->~Block();
+      ::operator delete(this);
+    }
+  }
+};
+
+namespace
+{
+/// Room for the elements, and for them to become pairs; large arrays are more often of larger items.
+std::int64_t usualRoom(int size) { return size <= 32 ? 3 * std::int64_t{size} : size; }
+
+std::int64_t roomForCopy(const Array& other)
+{
+  std::int64_t room = other.size();
+  for (int i = 0; i < other.size(); ++i)
+  {
+    room += other[i].getSize();
+  }
+  return room;
+}
+} // namespace
+
+Array::Array(int size, Block* nearby) : Array(size, usualRoom(size), nearby) {}
+
+Array::Array(int size, std::int64_t room, Block* nearby)
+    : values(nearby != nullptr ? nearby->take(size) : nullptr), block(nearby)
+{
+  if (values == nullptr)
+  {
+    block = Block::make(room);
+    keepsBlock = true;
+    values = block->take(size);
+  }
+  for (; count < size; ++count)
+  {
+    new (&values[count]) XOValue(block);
+  }
+}
+
+Array::Array(Array&& other) noexcept
+    : values(other.values), block(other.block), count(std::exchange(other.count, 0)),
+      keepsBlock(true)
+{
+  if (!std::exchange(other.keepsBlock, false))
+  {
+    block->keep();
+  }
+}
+
+// The constructor that this one begins with has made a whole array: what throws later destroys it.
+Array::Array(const Array& other, Block* nearby) : Array(other.size(), roomForCopy(other), nearby)
+{
+  for (int i = 0; i < count; ++i)
+  {
+    values[i].copyFrom(other[i]);
+  }
+}
+
+Array::~Array()
+{
+  std::destroy_n(values, count);
+  if (keepsBlock)
+  {
+    block->release();
+  }
+}
+
+} // namespace XO::detail
