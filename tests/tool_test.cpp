@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "support.hpp"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -26,6 +29,24 @@ TEST(Tool, ShowsReports)
   EXPECT_EQ(one.out, contentOf(GOLDEN_FILES "/greeting.report.txt"));
   EXPECT_EQ(tool({"show", "-"}, contentOf(greeting.toStdString())).out, one.out);
   EXPECT_EQ(tool({"show", greeting, greeting}).out, one.out + one.out);
+}
+
+TEST(Tool, ShowsAllFieldsAsJsonAndTheVariantForm)
+{
+  const std::string json = contentOf(GOLDEN_FILES "/greeting.json");
+  EXPECT_EQ(tool({"show", "--format", "json", greeting}).out, json);
+  EXPECT_EQ(tool({"show", greeting, "--format=text"}).out, tool({"show", greeting}).out);
+  const QByteArray lines =
+      QByteArray::fromStdString(tool({"show", "--format", "json", greeting, office}).out);
+  EXPECT_EQ(lines.count('\n'), 2);
+  EXPECT_EQ(QJsonDocument::fromJson(lines.split('\n').front()),
+            QJsonDocument::fromJson(QByteArray::fromStdString(json)));
+  const ProgramRun variant = tool({"show", "--format", "variant", greeting});
+  const auto pairs = QJsonDocument::fromJson(QByteArray::fromStdString(variant.out)).array();
+  EXPECT_EQ(pairs.size(), 20);
+  EXPECT_EQ(pairs.at(2).toArray(), (QJsonArray{"version", "1.2.0"}));
+  EXPECT_EQ(tool({"show", "--format", "variant", "-"}, "<package/>").out, "[]\n");
+  EXPECT_EQ(tool({"show", "--format", "yaml", greeting}).exitCode, 2);
 }
 
 TEST(Tool, FormatsToStandardOutputOrAFile)

@@ -12,6 +12,11 @@ std::string nameOf(const TypeInterface* type) { return type != nullptr ? type->n
 void* writableAddress(const AnyConstReference& view) { return const_cast<void*>(view.address()); }
 } // namespace
 
+AnyConstReference::AnyConstReference(const AnyValue& value) : AnyConstReference(value.reference())
+{}
+
+AnyReference::AnyReference(AnyValue& value) : AnyReference(value.reference()) {}
+
 const void* AnyConstReference::addressOf(const TypeInterface& wanted) const
 {
   if (!isValid() || !isSameType(*viewedType, wanted))
@@ -96,7 +101,7 @@ AnyConstReference AnyConstReference::find(const AnyConstReference& key) const
 {
   const auto& type = typeAs<MapTypeInterface>(TypeKind::Map, "map");
   AnyValue converted(*type.keyType());
-  converted.reference().set(key);
+  AnyReference(converted).set(key);
   void* const found = type.find(writableAddress(*this), converted.reference().address());
   return found != nullptr ? AnyConstReference(*type.valueType(), found) : AnyConstReference();
 }

@@ -37,6 +37,15 @@ public:
 /// converts. Throws ConversionError.
 VESK_EXPORT void convert(const AnyConstReference& source, const AnyReference& target);
 
+namespace detail
+{
+/// What is viewed as the C++ value that it is, and not as what it views or holds itself.
+template <typename Value>
+using IfPlain = std::enable_if_t<!std::is_base_of_v<AnyConstReference, std::remove_const_t<Value>> &&
+                                     !std::is_same_v<AnyValue, std::remove_const_t<Value>>,
+                                 int>;
+} // namespace detail
+
 /// A view of a value of any type, for reading. It owns nothing: it is valid as long as the value is,
 /// and its parts are not moved. Views are small and copied freely; each may be used by one thread.
 class VESK_EXPORT AnyConstReference
@@ -49,10 +58,11 @@ public:
       : viewedType(&type), viewed(value)
   {}
   /// A view of a C++ value.
-  template <typename Value,
-            std::enable_if_t<!std::is_base_of_v<AnyConstReference, Value>, int> = 0>
+  template <typename Value, detail::IfPlain<Value> = 0>
   explicit AnyConstReference(const Value& value) : AnyConstReference(*typeOf<Value>(), &value)
   {}
+  /// A view of what \p value holds.
+  AnyConstReference(const AnyValue& value);
 
   /// Whether there is a value.
   bool isValid() const { return viewedType != nullptr; }
@@ -120,11 +130,11 @@ class VESK_EXPORT AnyReference : public AnyConstReference
 public:
   AnyReference() = default;
   AnyReference(const TypeInterface& type, void* value) : AnyConstReference(type, value) {}
-  template <typename Value,
-            std::enable_if_t<
-                !std::is_const_v<Value> && !std::is_base_of_v<AnyConstReference, Value>, int> = 0>
+  template <typename Value, detail::IfPlain<Value> = 0,
+            std::enable_if_t<!std::is_const_v<Value>, int> = 0>
   explicit AnyReference(Value& value) : AnyReference(*typeOf<Value>(), &value)
   {}
+  AnyReference(AnyValue& value);
 
   void* address() const { return const_cast<void*>(AnyConstReference::address()); }
 
@@ -158,8 +168,7 @@ public:
   /// \{
   void set(const AnyConstReference& source) const { convert(source, *this); }
   void set(const char* text) const { set(std::string(text)); }
-  template <typename Value,
-            std::enable_if_t<!std::is_base_of_v<AnyConstReference, Value>, int> = 0>
+  template <typename Value, detail::IfPlain<Value> = 0>
   void set(const Value& value) const
   {
     convert(AnyConstReference(value), *this);
@@ -183,7 +192,7 @@ Value AnyConstReference::to() const
     return as<Value>();
   }
   Value converted{};
-  convert(*this, AnyReference(converted));
+  convert(*this, AnyReference(*typeOf<Value>(), &converted));
   return converted;
 }
 

@@ -63,8 +63,6 @@ public:
   {
     return held != nullptr ? AnyConstReference(*held, content) : AnyConstReference();
   }
-  operator AnyReference() { return reference(); }
-  operator AnyConstReference() const { return reference(); }
   /// \}
 
   /// What the views give: see AnyConstReference for each.

@@ -250,9 +250,13 @@ void convertInto(const AnyReference& target, const AnyConstReference& source, co
 
 void convert(const AnyConstReference& source, const AnyReference& target)
 {
-  if (!source.isValid() || !target.isValid())
+  if (!target.isValid())
   {
-    throw ConversionError("there is no value to convert");
+    throw ConversionError("there is no value to convert into");
+  }
+  if (!source.isValid())
+  {
+    throw ConversionError("cannot convert nothing to " + target.type()->name());
   }
   if (isSameType(*source.type(), *target.type()))
   {

@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <map>
 
 namespace
 {
@@ -24,9 +25,19 @@ int run(int argc, char** argv)
              "malformed, or one that cannot be written.");
 
   std::vector<std::string> files;
-  CLI::App* showVerb = app.add_subcommand("show", "Print the report of manifests");
-  showVerb->add_option("FILE", files, "Manifests to report on")->required();
-  showVerb->callback([&] { code = show(files); });
+  CLI::App* showVerb = app.add_subcommand("show", "Print what manifests hold, as a report or otherwise");
+  showVerb->add_option("FILE", files, "Manifests to print")->required();
+  static const std::map<std::string, ShowFormat> formats{{"text", ShowFormat::Text},
+                                                         {"json", ShowFormat::Json},
+                                                         {"variant", ShowFormat::Variant}};
+  std::string format = "text";
+  showVerb
+      ->add_option("--format", format,
+                   "text (the report), json (all fields; of several manifests one line each), or "
+                   "variant (as the robot's modules get it)")
+      ->check(CLI::IsMember(formats))
+      ->option_text("FORMAT");
+  showVerb->callback([&] { code = show(files, formats.at(format)); });
 
   std::string file;
   std::string output = "-";

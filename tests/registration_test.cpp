@@ -1,0 +1,250 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "filledpackage.hpp"
+#include "support.hpp"
+
+#include <package/behaviorinfo_p.hpp>
+#include <package/dialoginfo_p.hpp>
+#include <package/languageinfo_p.hpp>
+#include <package/manifest2/webinfo.hpp>
+#include <package/packageinfo_p.hpp>
+#include <vesk/runtimetypes.hpp>
+
+using namespace vesk;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace
+{
+/// A behavior as a peer of the first version has it.
+struct PeerBehavior
+{
+  std::string path = "peer/path", nature, categories;
+  std::map<std::string, std::string> names, descriptions;
+  std::map<std::string, std::list<std::string>> tags, sentences, responses, conditions;
+  std::list<std::string> permissions{"canStandUp"};
+};
+} // namespace
+
+template <>
+struct vesk::StructDescription<PeerBehavior>
+{
+  static constexpr auto name = "::peer::Behavior";
+  static constexpr auto members =
+      std::make_tuple(member("path", &PeerBehavior::path), member("nature", &PeerBehavior::nature),
+                      member("langToName", &PeerBehavior::names),
+                      member("langToDesc", &PeerBehavior::descriptions),
+                      member("categories", &PeerBehavior::categories),
+                      member("langToTags", &PeerBehavior::tags),
+                      member("langToTriggerSentences", &PeerBehavior::sentences),
+                      member("langToLoadingResponses", &PeerBehavior::responses),
+                      member("purposeToCondition", &PeerBehavior::conditions),
+                      member("permissions", &PeerBehavior::permissions));
+};
+
+namespace
+{
+const StructTypeInterface& structOf(const TypeInterface* type)
+{
+  return dynamic_cast<const StructTypeInterface&>(*type);
+}
+
+/// A description of a record with the members of \p type, but for the one named, and with a further
+/// one when that is given.
+TypeInterface* peerOf(const TypeInterface* type, const std::string& without,
+                      const std::string& with = {})
+{
+  std::vector<RuntimeMember> members;
+  for (std::size_t i = 0; i < structOf(type).memberNames().size(); ++i)
+  {
+    if (structOf(type).memberNames()[i] != without)
+    {
+      members.push_back({structOf(type).memberNames()[i], structOf(type).memberTypes()[i]});
+    }
+  }
+  if (!with.empty())
+  {
+    members.push_back({with, typeOf<std::string>()});
+  }
+  return describeStruct("::peer::Record", members);
+}
+
+/// The message with which a conversion fails; empty when it does not.
+std::string failure(const AnyConstReference& source, const AnyReference& target)
+{
+  try
+  {
+    convert(source, target);
+    return {};
+  }
+  catch (const ConversionError& error)
+  {
+    return error.what();
+  }
+}
+} // namespace
+
+TEST(Registration, KnowsTheRecordsByNameInOrder)
+{
+  const std::vector<std::string> names = registeredNames();
+  ASSERT_GE(names.size(), 8U);
+  EXPECT_THAT(std::vector<std::string>(names.begin(), names.begin() + 8),
+              ElementsAre("::vesk::DialogInfoPrivate", "::vesk::DialogInfo",
+                          "::vesk::BehaviorInfoPrivate", "::vesk::BehaviorInfo",
+                          "vesk::LanguageInfoPrivate", "::vesk::LanguageInfo",
+                          "::vesk::PackageInfoPrivate", "::vesk::PackageInfo"));
+  EXPECT_EQ(getStruct("vesk::LanguageInfoPrivate"), getType(typeid(LanguageInfoPrivate)));
+  EXPECT_EQ(getStruct("::vesk::PackageInfo"), nullptr); // known by its native type only
+  EXPECT_EQ(typeOf<PackageInfo>()->name(), "::vesk::PackageInfo");
+  EXPECT_EQ(interfaceMarkerLength, 11);
+}
+
+TEST(Registration, PublishesMembersInOrder)
+{
+  EXPECT_THAT(structOf(typeOf<PackageInfo>()).memberNames(),
+              ElementsAre("uuid", "path", "version", "channel", "author", "organization", "date",
+                          "typeVersion", "langToName", "langToDesc", "supportedLanguages",
+                          "behaviors", "languages", "installer", "robotRequirements",
+                          "mirelRequirements", "services", "executableFiles", "dialogs",
+                          "descriptionLanguages"));
+  EXPECT_THAT(structOf(typeOf<BehaviorInfo>()).memberNames(),
+              ElementsAre("path", "nature", "langToName", "langToDesc", "categories", "langToTags",
+                          "langToTriggerSentences", "langToLoadingResponses", "purposeToCondition",
+                          "permissions", "userRequestable"));
+  EXPECT_THAT(structOf(typeOf<DialogInfo>()).memberNames(),
+              ElementsAre("topicName", "typeVersion", "topics"));
+  EXPECT_THAT(structOf(typeOf<LanguageInfo>()).memberNames(),
+              ElementsAre("path", "engineName", "engineVersion", "locale", "langToName"));
+  const std::vector<std::pair<TypeInterface*, std::vector<std::string>>> plain{
+      {typeOf<RobotRequirement>(),
+       {"::vesk::RobotRequirement", "model", "minHeadVersion", "maxHeadVersion", "minBodyVersion",
+        "maxBodyVersion"}},
+      {typeOf<MirelRequirement>(), {"::vesk::MirelRequirement", "minVersion", "maxVersion"}},
+      {typeOf<PackageService>(), {"::vesk::PackageService", "execStart", "name", "autoRun"}},
+      {typeOf<WebInfo>(), {"::vesk::WebInfo", "path"}}};
+  for (const auto& [type, expected] : plain)
+  {
+    std::vector<std::string> found = structOf(type).memberNames();
+    found.insert(found.begin(), type->name());
+    EXPECT_EQ(found, expected);
+  }
+  EXPECT_EQ(structOf(typeOf<PackageInfo>()).memberTypes(),
+            structOf(typeOf<PackageInfoPrivate>()).memberTypes());
+  EXPECT_EQ(structOf(typeOf<PackageInfo>()).memberTypes().at(15),
+            typeOf<std::list<MirelRequirement>>());
+}
+
+TEST(Registration, ReachesTheRecordOfAPackage)
+{
+  PackageInfo package;
+  package.setInstaller("store");
+  const AnyReference view(package);
+  EXPECT_EQ(view.member(13).as<std::string>(), "store");
+  view.member(0).set("u");
+  EXPECT_EQ(package.uuid(), "u");
+  view.member("behaviors").set(std::vector<BehaviorInfo>(2));
+  EXPECT_EQ(package.behaviors().size(), 2U);
+  EXPECT_EQ(view.member("behaviors").address(), &package.behaviors());
+}
+
+TEST(Registration, PackagesMakeTheRoundTripThroughGenericValues)
+{
+  const auto package = filled<PackageInfo>();
+  const std::string content = contentOfRecord(package);
+  const AnyValue value(package);
+  EXPECT_EQ(contentOfRecord(value.to<PackageInfo>()), content);
+  EXPECT_EQ(contentOfRecord(value.to<PackageInfoPrivate>()), content);
+
+  AnyValue byName(*typeOf<PackageInfo>());
+  AnyValue byIndex(*typeOf<PackageInfo>());
+  std::size_t index = 0;
+  for (const std::string& name : value.reference().memberNames())
+  {
+    EXPECT_NE(contentOf(value.member(name)), contentOf(byName.member(name))) << name;
+    byName.member(name).set(value.member(name));
+    byIndex.member(index).set(value.member(index));
+    ++index;
+  }
+  EXPECT_EQ(contentOf(byName.reference()), content);
+  EXPECT_EQ(contentOf(byIndex.reference()), content);
+
+  auto members = value.to<std::map<std::string, AnyValue>>();
+  EXPECT_EQ(members.size(), 20U);
+  EXPECT_EQ(contentOfRecord(AnyValue(members).to<PackageInfo>()), content);
+  members.erase("uuid");
+  AnyValue target(package);
+  EXPECT_THAT(failure(AnyValue(members), target), HasSubstr("without \"uuid\""));
+  const WebInfo web{"html"};
+  const auto webMembers = AnyConstReference(web).to<std::map<std::string, std::string>>();
+  EXPECT_EQ(AnyConstReference(webMembers).to<WebInfo>().path, "html");
+}
+
+TEST(Registration, ExchangesBehaviorsWithPeersThatLackTheAddedField)
+{
+  const auto behavior = filled<BehaviorInfo>();
+  const PeerBehavior peer;
+  const auto read = AnyConstReference(peer).to<BehaviorInfo>();
+  EXPECT_EQ(read.path(), "peer/path");
+  EXPECT_FALSE(read.isUserRequestable());
+  EXPECT_EQ(AnyConstReference(behavior).to<PeerBehavior>().tags["de"], behavior.tags("de"));
+
+  // As elements of a list in a package that a peer describes while the program runs.
+  TypeInterface* const peerBehavior = peerOf(typeOf<BehaviorInfo>(), "userRequestable");
+  std::vector<RuntimeMember> members;
+  for (std::size_t i = 0; i < 20; ++i)
+  {
+    const auto& package = structOf(typeOf<PackageInfo>());
+    const bool isBehaviors = package.memberNames()[i] == "behaviors";
+    members.push_back({package.memberNames()[i],
+                       isBehaviors ? describeList(peerBehavior) : package.memberTypes()[i]});
+  }
+  AnyValue peerPackage(*describeStruct("::peer::Package", members));
+  const auto package = filled<PackageInfo>();
+  peerPackage.reference().set(package);
+  EXPECT_EQ(peerPackage.member("behaviors").size(), 3U);
+  const auto back = peerPackage.to<PackageInfo>();
+  ASSERT_EQ(back.behaviors().size(), 3U);
+  EXPECT_EQ(back.behaviors().back().path(), package.behaviors().back().path());
+  EXPECT_EQ(contentOfRecord(back.dialogs()), contentOfRecord(package.dialogs()));
+  EXPECT_FALSE(back.behaviors().back().isUserRequestable());
+
+  const auto map = AnyConstReference(peer).to<std::map<std::string, AnyValue>>();
+  EXPECT_EQ(AnyConstReference(map).to<BehaviorInfo>().path(), "peer/path");
+}
+
+TEST(Registration, RefusesOtherDifferencesOfRecords)
+{
+  const auto check = [](const AnyValue& record, const std::string& without,
+                        const std::string& with, bool converts)
+  {
+    const std::string differing = '"' + (with.empty() ? without : with) + '"';
+    AnyValue peer(*peerOf(record.type(), without, with));
+    AnyValue target(record);
+    const std::string in = failure(peer, target);
+    const std::string out = failure(record, peer);
+    EXPECT_TRUE(converts ? in.empty() : in.find(differing) != std::string::npos) << in;
+    EXPECT_TRUE(converts ? out.empty() : out.find(differing) != std::string::npos) << out;
+  };
+  const AnyValue behavior(filled<BehaviorInfo>());
+  check(behavior, "", "", true);
+  check(behavior, "userRequestable", "", true);
+  check(behavior, "nature", "", false);
+  check(behavior, "", "mood", false);
+  check(behavior, "userRequestable", "mood", false);
+  check(AnyValue(BehaviorInfoPrivate()), "userRequestable", "", true);
+  check(AnyValue(filled<PackageInfo>()), "descriptionLanguages", "", false);
+  check(AnyValue(filled<DialogInfo>()), "topics", "", false);
+  check(AnyValue(filled<LanguageInfo>()), "", "mood", false);
+  check(AnyValue(PackageService()), "autoRun", "", false);
+
+  // What is wrong inside is named with the way to it.
+  AnyValue members(std::map<std::string, AnyValue>{});
+  members.reference().set(filled<PackageInfo>());
+  auto& behaviors = members.as<std::map<std::string, AnyValue>>().at("behaviors");
+  behaviors = std::vector<AnyValue>{AnyValue(filled<BehaviorInfo>()),
+                                    AnyValue(*peerOf(typeOf<BehaviorInfo>(), "nature"))};
+  PackageInfo target;
+  EXPECT_EQ(failure(members, AnyReference(target)),
+            "cannot convert map<string, dynamic> to ::vesk::PackageInfo: behaviors[1]: without "
+            "\"nature\"");
+  EXPECT_EQ(contentOfRecord(target), contentOfRecord(PackageInfo()));
+}

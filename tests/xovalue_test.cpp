@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "support.hpp"
+
+#include <xovalue/xovalue.hpp>
+
+#include <random>
+
+using XO::XOValue;
+
+namespace
+{
+XOValue array(std::initializer_list<XOValue> values)
+{
+  XOValue made;
+  made.arraySetSize(static_cast<int>(values.size()));
+  int index = 0;
+  for (const XOValue& value : values)
+  {
+    made[index++] = value;
+  }
+  return made;
+}
+
+/// Arrays in arrays down to \p depth, with values of all kinds.
+XOValue randomValue(std::mt19937& random, int depth)
+{
+  switch (random() % (depth > 0 ? 6 : 4))
+  {
+  case 0:
+    return {};
+  case 1:
+    return random() % 2 == 0;
+  case 2:
+    return "short";
+  case 3:
+    return std::string(random() % 60, 'x');
+  default:
+    XOValue made;
+    made.arraySetSize(static_cast<int>(random() % 5));
+    for (int i = 0; i < made.getSize(); ++i)
+    {
+      made[i] = randomValue(random, depth - 1);
+    }
+    return made;
+  }
+}
+} // namespace
+
+TEST(XOValue, ReadsAsEmptyWhatItIsNot)
+{
+  const XOValue empty;
+  const XOValue text("text");
+  const XOValue flag(true);
+  const XOValue pair = array({"a", false});
+  for (const XOValue& value : {empty, text, flag, pair})
+  {
+    EXPECT_EQ(value.isValid(), value != empty);
+    EXPECT_EQ(static_cast<const std::string&>(value), value == text ? "text" : "");
+    EXPECT_EQ(static_cast<bool>(value), value == flag);
+    EXPECT_EQ(value.isArray(), value == pair);
+    EXPECT_EQ(value.getSize(), value == pair ? 2 : 0);
+    for (const int index : {-1, 2, 1000000})
+    {
+      EXPECT_FALSE(value[index].isValid());
+      EXPECT_FALSE(value[index][index].isValid());
+      XOValue copy(value);
+      EXPECT_THROW(copy[index] = "x", std::out_of_range);
+    }
+  }
+  EXPECT_TRUE(array({}).isValid());
+  XOValue negative(flag);
+  EXPECT_THROW(negative.arraySetSize(-1), std::out_of_range);
+  EXPECT_EQ(negative, flag);
+}
+
+TEST(XOValue, TakesNoPointerOrNumberForABool)
+{
+  const char* const null = nullptr;
+  XOValue assigned(true);
+  assigned = "text";
+  EXPECT_TRUE(assigned.isString());
+  assigned = null;
+  EXPECT_EQ(assigned, XOValue(""));
+  assigned = false;
+  EXPECT_TRUE(assigned.isBool());
+  assigned = {};
+  EXPECT_FALSE(assigned.isValid());
+  EXPECT_EQ(XOValue(null), XOValue(std::string()));
+  EXPECT_TRUE(XOValue("").isString());
+  static_assert(!std::is_constructible_v<XOValue, int>);
+  static_assert(!std::is_constructible_v<XOValue, double>);
+  static_assert(!std::is_constructible_v<XOValue, void*>);
+  static_assert(!std::is_constructible_v<XOValue, std::nullptr_t>);
+  static_assert(std::is_convertible_v<XOValue, bool>);
+  static_assert(!std::is_convertible_v<XOValue, int>);
+  std::string text;
+  text = XOValue("text"); // and not by way of a bool and a char
+  EXPECT_EQ(text, "text");
+}
+
+TEST(XOValue, IsAValue)
+{
+  XOValue pair = array({"en_US", array({"a", "b"})});
+  XOValue copy(pair);
+  copy[1][0] = "changed";
+  EXPECT_EQ(pair[1][0], XOValue("a"));
+  EXPECT_NE(copy, pair);
+  EXPECT_NE(array({"a"}), array({"a", {}}));
+
+  const XOValue moved(std::move(copy));
+  EXPECT_FALSE(copy.isValid()); // NOLINT(bugprone-use-after-move): it says so
+  EXPECT_EQ(moved[1][0], XOValue("changed"));
+
+  pair = pair[1]; // a part of itself
+  EXPECT_EQ(pair, array({"a", "b"}));
+  pair = std::move(pair[1]);
+  EXPECT_EQ(pair, XOValue("b"));
+  pair = array({std::string(100, 'x')});
+  pair = static_cast<const std::string&>(pair[0]);
+  EXPECT_EQ(pair, XOValue(std::string(100, 'x')));
+  pair = *&pair;
+  EXPECT_EQ(pair, XOValue(std::string(100, 'x')));
+}
+
+// Small arrays share memory with the array around them.
+TEST(XOValue, PartsOutliveTheArrayTheyWereIn)
+{
+  std::mt19937 random(7);
+  XOValue kept;
+  for (int round = 0; round < 2000; ++round)
+  {
+    XOValue value = randomValue(random, 4);
+    const XOValue same(value);
+    ASSERT_EQ(value, same);
+    if (value.getSize() > 0)
+    {
+      const int index = static_cast<int>(random()) & 1 ? 0 : value.getSize() - 1;
+      kept = std::move(value[index]);
+      value[index].arraySetSize(3);
+      value[index][2] = "new";
+      if (round % 2 == 0)
+      {
+        value = {};
+      }
+      ASSERT_EQ(kept, same[index]);
+    }
+  }
+}
+
+TEST(XOValue, NeedsNoMemoryForSmallValues)
+{
+  EXPECT_LE(sizeof(XOValue), sizeof(std::string) + sizeof(void*));
+  const XOValue value(std::string("fifteen letters"));
+  const auto* text = static_cast<const std::string&>(value).data();
+  EXPECT_TRUE(text >= static_cast<const void*>(&value) && text < static_cast<const void*>(&value + 1));
+}
+
+TEST(XOValue, Prints)
+{
+  EXPECT_EQ(printed(XOValue()), "null");
+  EXPECT_EQ(printed(array({"a\"\\\n\x01é", true, false, {}})),
+            R"(["a\"\\\u000a\u0001é", true, false, null])");
+  EXPECT_EQ(printed(array({})), "[]");
+  EXPECT_EQ(printed(array({"names", array({array({"en", "Hi"}), array({})})})), R"([
+  "names",
+  [
+    ["en", "Hi"],
+    []
+  ]
+])");
+}

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef TOOLS_VESKPACKAGE_JSON_HPP
+#define TOOLS_VESKPACKAGE_JSON_HPP
+
+#include <vesk/anyvalue.hpp>
+
+#include <string>
+
+/// Any value that the type system describes as JSON: structs and maps with string keys as objects,
+/// members in published order; other maps as arrays of pairs; bytes that are no UTF-8 as U+FFFD; what
+/// nothing is known of, and what JSON has no number for, as null. Indented by \p indentation, on one
+/// line when that is negative.
+std::string toJson(const vesk::AnyConstReference& value, int indentation);
+
+#endif
