@@ -8,11 +8,10 @@
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QThread>
 #include <gmock/gmock.h>
+#include <pthread.h>
 
 #include <functional>
-#include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -88,12 +87,23 @@ inline std::vector<std::string> exampleManifests()
 }
 
 /// Runs \p action on a thread with a stack of 256 KB, as small threads on a robot have.
-inline void onSmallStack(const std::function<void()>& action)
+inline void onSmallStack(std::function<void()> action)
 {
-  const std::unique_ptr<QThread> thread(QThread::create(action));
-  thread->setStackSize(262144);
-  thread->start();
-  thread->wait();
+  pthread_attr_t attributes;
+  pthread_attr_init(&attributes);
+  pthread_attr_setstacksize(&attributes, 262144);
+  pthread_t thread{};
+  const auto run = [](void* toRun) -> void*
+  {
+    (*static_cast<std::function<void()>*>(toRun))();
+    return nullptr;
+  };
+  if (pthread_create(&thread, &attributes, run, &action) != 0)
+  {
+    throw std::runtime_error("cannot start a thread");
+  }
+  pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attributes);
 }
 
 struct ProgramRun
