@@ -5,10 +5,10 @@
 #include <xovalue/xovalue.hpp>
 
 #include <QDomDocument>
-#include <dlfcn.h>
 
 #include <chrono>
 #include <cstdio>
+#include <dlfcn.h>
 
 int main()
 {

@@ -16,8 +16,6 @@ function(vesk_library name)
 
   add_library(${name}::${name} ALIAS ${name})
   vesk_compiler_settings(${name})
-  # A program may have taken addresses from the library, as of type descriptions: it stays loaded.
-  target_link_options(${name} PRIVATE LINKER:-z,nodelete)
   set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION
                                                                       ${PROJECT_VERSION_MAJOR})
   generate_export_header(${name} EXPORT_FILE_NAME ${generated}/${folder}/export.hpp)

@@ -18,6 +18,12 @@ struct RecordAccess
   }
 };
 
+/// Registers the types when the library is loaded. Every handle's unit refers to it from here, so
+/// that it is there as well in a program that is linked statically, with what is referred to only.
+struct Registrar;
+extern const Registrar registrar;
+[[gnu::used]] static const Registrar* const referredToRegistrar = &registrar;
+
 /// The private record of a handle; to be changed even where the handle is const, as the handle's
 /// own const operations may.
 template <typename Handle>

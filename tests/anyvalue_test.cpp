@@ -164,13 +164,14 @@ TEST(AnyValue, ConvertsAtAnyDepth)
 TEST(AnyValue, SaysWhatCannotBeConverted)
 {
   Arm arm{{Motor{"a", {}}, Motor{"b", {1, 2.5}}}, Names()};
-  EXPECT_EQ(whyNot<OtherArm>(AnyConstReference(arm)),
-            "cannot convert Arm to OtherArm: motors[1].limits[1]: 2.500000 does not fit into int32");
+  EXPECT_EQ(
+      whyNot<OtherArm>(AnyConstReference(arm)),
+      "cannot convert Arm to OtherArm: motors[1].limits[1]: 2.500000 does not fit into int32");
   arm.motors.clear();
   arm.extra = std::map<std::string, Motor>{{"x", {}}};
   EXPECT_EQ(whyNot<OtherArm>(AnyConstReference(arm)), "it does convert");
   EXPECT_EQ(whyNot<Names>(AnyConstReference(arm)),
-            "cannot convert Arm to map<string, string>: motors: a list<Motor> is no string");
+            "cannot convert Arm to map<string, string>: motors: list<Motor> is no string");
   const AnyValue strange(std::map<std::string, AnyValue>{{"name", 1}, {"wheels", 2}});
   EXPECT_EQ(whyNot<Motor>(strange), "cannot convert map<string, dynamic> to Motor: without "
                                     "\"limits\" and with a surplus \"wheels\"");
@@ -180,7 +181,7 @@ TEST(AnyValue, SaysWhatCannotBeConverted)
   EXPECT_THROW(AnyReference().set(5), ConversionError);
   using Texts = std::map<int, std::string>;
   EXPECT_EQ(whyNot<Texts>(AnyValue(std::map<int, AnyValue>{{5, "x"}, {6, true}})),
-            "cannot convert map<int32, dynamic> to map<int32, string>: [1]: a bool is no string");
+            "cannot convert map<int32, dynamic> to map<int32, string>: [1]: bool is no string");
 
   AnyValue target(Motor{"kept", {1}});
   EXPECT_THROW(target.reference().set(OtherMotor{{1, 2}, 5}), ConversionError);

@@ -21,8 +21,7 @@ inline void fill(const vesk::AnyReference& value, int& count)
   case TypeKind::String:
     value.set("text " + std::to_string(++count));
     break;
-  case TypeKind::List:
-  {
+  case TypeKind::List: {
     const auto* type = static_cast<const vesk::ListTypeInterface*>(value.type());
     for (int i = 0; i < 3; ++i)
     {
@@ -30,8 +29,7 @@ inline void fill(const vesk::AnyReference& value, int& count)
     }
     break;
   }
-  case TypeKind::Map:
-  {
+  case TypeKind::Map: {
     const auto* type = static_cast<const vesk::MapTypeInterface*>(value.type());
     for (const std::string key : {"en_US", "de", "fr"})
     {

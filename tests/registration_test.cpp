@@ -29,16 +29,14 @@ template <>
 struct vesk::StructDescription<PeerBehavior>
 {
   static constexpr auto name = "::peer::Behavior";
-  static constexpr auto members =
-      std::make_tuple(member("path", &PeerBehavior::path), member("nature", &PeerBehavior::nature),
-                      member("langToName", &PeerBehavior::names),
-                      member("langToDesc", &PeerBehavior::descriptions),
-                      member("categories", &PeerBehavior::categories),
-                      member("langToTags", &PeerBehavior::tags),
-                      member("langToTriggerSentences", &PeerBehavior::sentences),
-                      member("langToLoadingResponses", &PeerBehavior::responses),
-                      member("purposeToCondition", &PeerBehavior::conditions),
-                      member("permissions", &PeerBehavior::permissions));
+  static constexpr auto members = std::make_tuple(
+      member("path", &PeerBehavior::path), member("nature", &PeerBehavior::nature),
+      member("langToName", &PeerBehavior::names), member("langToDesc", &PeerBehavior::descriptions),
+      member("categories", &PeerBehavior::categories), member("langToTags", &PeerBehavior::tags),
+      member("langToTriggerSentences", &PeerBehavior::sentences),
+      member("langToLoadingResponses", &PeerBehavior::responses),
+      member("purposeToCondition", &PeerBehavior::conditions),
+      member("permissions", &PeerBehavior::permissions));
 };
 
 namespace
@@ -213,8 +211,8 @@ TEST(Registration, ExchangesBehaviorsWithPeersThatLackTheAddedField)
 
 TEST(Registration, RefusesOtherDifferencesOfRecords)
 {
-  const auto check = [](const AnyValue& record, const std::string& without,
-                        const std::string& with, bool converts)
+  const auto check =
+      [](const AnyValue& record, const std::string& without, const std::string& with, bool converts)
   {
     const std::string differing = '"' + (with.empty() ? without : with) + '"';
     AnyValue peer(*peerOf(record.type(), without, with));

@@ -9,9 +9,9 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <gmock/gmock.h>
-#include <pthread.h>
 
 #include <functional>
+#include <pthread.h>
 #include <sstream>
 #include <string>
 #include <vector>

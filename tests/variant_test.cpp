@@ -5,7 +5,6 @@
 #include <package/interop/xovalue.hpp>
 
 #include <boost/bind/bind.hpp>
-
 #include <random>
 
 using namespace vesk;
@@ -156,7 +155,7 @@ TEST(Variant, ReadsBehaviorsByName)
 
 TEST(Variant, AddsToWhatIsThere)
 {
-  PackageInfo package = filled<PackageInfo>();
+  auto package = filled<PackageInfo>();
   package.setName("stays", "it");
   const XOValue value = variantOf(filled<PackageInfo>());
   fromXOValue(package, value);

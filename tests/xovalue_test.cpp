@@ -134,7 +134,7 @@ TEST(XOValue, PartsOutliveTheArrayTheyWereIn)
     ASSERT_EQ(value, same);
     if (value.getSize() > 0)
     {
-      const int index = static_cast<int>(random()) & 1 ? 0 : value.getSize() - 1;
+      const int index = random() % 2 == 0 ? 0 : value.getSize() - 1;
       kept = std::move(value[index]);
       value[index].arraySetSize(3);
       value[index][2] = "new";
@@ -152,7 +152,8 @@ TEST(XOValue, NeedsNoMemoryForSmallValues)
   EXPECT_LE(sizeof(XOValue), sizeof(std::string) + sizeof(void*));
   const XOValue value(std::string("fifteen letters"));
   const auto* text = static_cast<const std::string&>(value).data();
-  EXPECT_TRUE(text >= static_cast<const void*>(&value) && text < static_cast<const void*>(&value + 1));
+  EXPECT_TRUE(text >= static_cast<const void*>(&value) &&
+              text < static_cast<const void*>(&value + 1));
 }
 
 TEST(XOValue, Prints)

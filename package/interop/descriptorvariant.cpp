@@ -39,10 +39,7 @@ XO::XOValue DialogInfo::toXOValue() const
   return value;
 }
 
-LanguageInfo::LanguageInfo(const XO::XOValue& value) : LanguageInfo()
-{
-  readPairs(*record, value);
-}
+LanguageInfo::LanguageInfo(const XO::XOValue& value) : LanguageInfo() { readPairs(*record, value); }
 
 void LanguageInfo::toXOValue(XO::XOValue& out) const { writePairs(*record, out); }
 

@@ -176,10 +176,10 @@ constexpr bool describeAllMembers =
     ((describedMembers<Records> ==
       std::tuple_size_v<decltype(allMembers(std::declval<const Records&>()))>)&&...);
 
-static_assert(describeAllMembers<DialogInfoPrivate, BehaviorInfoPrivate, LanguageInfoPrivate,
-                                 PackageInfoPrivate, RobotRequirement, MirelRequirement,
-                                 PackageService>,
-              "a member of a record is not described");
+static_assert(
+    describeAllMembers<DialogInfoPrivate, BehaviorInfoPrivate, LanguageInfoPrivate,
+                       PackageInfoPrivate, RobotRequirement, MirelRequirement, PackageService>,
+    "a member of a record is not described");
 static_assert(describedMembers<PackageInfoPrivate> == PackageInfoPrivate::fieldsCount);
 
 } // namespace vesk

@@ -33,8 +33,7 @@ struct Registrar
   log::Category category = log::addCategory("vesk.package.info"); // before the types
 };
 
-} // namespace vesk
+// Before a program's own objects, also where it is linked statically.
+__attribute__((init_priority(101))) const Registrar registrar;
 
-/// Has a plain name so that programs which link the library statically can be told to keep it.
-extern "C" const vesk::Registrar veskpackage_registrar;
-const vesk::Registrar veskpackage_registrar;
+} // namespace vesk

@@ -64,14 +64,14 @@ void toXOValue(const std::list<std::string>& texts, XO::XOValue& out)
 
 void toXOValue(const std::list<BehaviorInfo>& behaviors, XO::XOValue& out)
 {
-  writeArray(behaviors, out, [](const BehaviorInfo& behavior, XO::XOValue& value)
-             { behavior.toXOValue(value); });
+  writeArray(behaviors, out,
+             [](const BehaviorInfo& behavior, XO::XOValue& value) { behavior.toXOValue(value); });
 }
 
 void toXOValue(const std::list<LanguageInfo>& languages, XO::XOValue& out)
 {
-  writeArray(languages, out, [](const LanguageInfo& language, XO::XOValue& value)
-             { language.toXOValue(value); });
+  writeArray(languages, out,
+             [](const LanguageInfo& language, XO::XOValue& value) { language.toXOValue(value); });
 }
 
 void toXOValue(const std::list<DialogInfo>& dialogs, XO::XOValue& out)
@@ -119,6 +119,9 @@ void fromXOValue(std::list<std::string>& texts, const XO::XOValue& value)
   }
 }
 
+// Adders are taken by value, as modules pass them.
+// NOLINTBEGIN(performance-unnecessary-value-param)
+
 void fromXOValue(boost::function<void(const std::string&, const std::string&)> add,
                  const XO::XOValue& value)
 {
@@ -150,3 +153,5 @@ void fromXOValue(boost::function<void(const PackageService&)> add, const XO::XOV
 {
   readRecords(add, value);
 }
+
+// NOLINTEND(performance-unnecessary-value-param)

@@ -7,7 +7,6 @@
 #include <xovalue/xovalue.hpp>
 
 #include <boost/function.hpp>
-
 #include <list>
 #include <map>
 #include <string>

@@ -81,7 +81,8 @@ std::vector<AnyConstReference> AnyConstReference::elements() const
 
 AnyConstReference AnyConstReference::element(std::size_t index) const
 {
-  return elements().at(index);
+  const auto& type = typeAs<ListTypeInterface>(TypeKind::List, "list");
+  return {*type.elementType(), type.element(writableAddress(*this), index)};
 }
 
 std::vector<std::pair<AnyConstReference, AnyConstReference>> AnyConstReference::entries() const

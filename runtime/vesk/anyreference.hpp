@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -39,11 +40,14 @@ VESK_EXPORT void convert(const AnyConstReference& source, const AnyReference& ta
 
 namespace detail
 {
-/// What is viewed as the C++ value that it is, and not as what it views or holds itself.
+/// What is viewed as the C++ value that it is, and not as what it views, points to or holds itself.
 template <typename Value>
-using IfPlain = std::enable_if_t<!std::is_base_of_v<AnyConstReference, std::remove_const_t<Value>> &&
-                                     !std::is_same_v<AnyValue, std::remove_const_t<Value>>,
-                                 int>;
+using IfPlain =
+    std::enable_if_t<!std::is_base_of_v<AnyConstReference, std::remove_const_t<Value>> &&
+                         !std::is_same_v<AnyValue, std::remove_const_t<Value>> &&
+                         !std::is_pointer_v<Value> && !std::is_array_v<Value> &&
+                         !std::is_same_v<std::string_view, std::remove_const_t<Value>>,
+                     int>;
 } // namespace detail
 
 /// A view of a value of any type, for reading. It owns nothing: it is valid as long as the value is,
@@ -54,8 +58,7 @@ public:
   /// A view of nothing.
   AnyConstReference() = default;
   /// A view of the value at an address, which must be of this type.
-  AnyConstReference(const TypeInterface& type, const void* value)
-      : viewedType(&type), viewed(value)
+  AnyConstReference(const TypeInterface& type, const void* value) : viewedType(&type), viewed(value)
   {}
   /// A view of a C++ value.
   template <typename Value, detail::IfPlain<Value> = 0>
@@ -168,6 +171,7 @@ public:
   /// \{
   void set(const AnyConstReference& source) const { convert(source, *this); }
   void set(const char* text) const { set(std::string(text)); }
+  void set(std::string_view text) const { set(std::string(text)); }
   template <typename Value, detail::IfPlain<Value> = 0>
   void set(const Value& value) const
   {
@@ -191,9 +195,16 @@ Value AnyConstReference::to() const
   {
     return as<Value>();
   }
-  Value converted{};
-  convert(*this, AnyReference(*typeOf<Value>(), &converted));
-  return converted;
+  if constexpr (std::is_default_constructible_v<Value>)
+  {
+    Value converted{};
+    convert(*this, AnyReference(*typeOf<Value>(), &converted));
+    return converted;
+  }
+  else
+  {
+    return as<Value>(); // which says that it is of another type
+  }
 }
 
 } // namespace vesk

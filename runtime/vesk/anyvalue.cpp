@@ -43,7 +43,8 @@ template <>
 TypeInterface* typeOf<AnyValue>()
 {
   static TypeInterface* const type = detail::getTypeOrDescribe(
-      typeid(AnyValue), []() -> std::unique_ptr<TypeInterface>
+      typeid(AnyValue),
+      []() -> std::unique_ptr<TypeInterface>
       { return std::make_unique<PlainType<AnyValue, TypeKind::Dynamic>>("dynamic"); });
   return type;
 }

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -24,7 +25,8 @@ namespace vesk
 /// \endcode
 ///
 /// Copying copies the value; moving moves it and leaves none behind. Views of the value and of its
-/// parts are valid until this object is assigned to or destroyed, also after it has been moved.
+/// parts are valid until this object is assigned to or destroyed, also after it has been moved. Values
+/// in values in values are copied and destroyed as deep as they are nested, on the stack.
 class VESK_EXPORT AnyValue
 {
 public:
@@ -34,7 +36,8 @@ public:
   explicit AnyValue(const TypeInterface& type);
   /// A copy of what is viewed, none when nothing is.
   explicit AnyValue(const AnyConstReference& value);
-  /// Holds \p value, moved in where it can be. A C string becomes a std::string.
+  /// Holds \p value, moved in where it can be. A C string or string view becomes a
+  /// std::string.
   template <typename Value,
             std::enable_if_t<!std::is_base_of_v<AnyConstReference, std::decay_t<Value>> &&
                                  !std::is_base_of_v<TypeInterface, std::decay_t<Value>> &&
@@ -43,9 +46,10 @@ public:
   AnyValue(Value&& value)
   {
     using Decayed = std::decay_t<Value>;
-    using Held = std::conditional_t<std::is_same_v<Decayed, const char*> ||
-                                        std::is_same_v<Decayed, char*>,
-                                    std::string, Decayed>;
+    constexpr bool isText = std::is_same_v<Decayed, const char*> ||
+                            std::is_same_v<Decayed, char*> ||
+                            std::is_same_v<Decayed, std::string_view>;
+    using Held = std::conditional_t<isText, std::string, Decayed>;
     static_assert(!std::is_pointer_v<Held>, "a value owns what it holds");
     held = typeOf<Held>();
     content = new Held(std::forward<Value>(value));
@@ -58,7 +62,10 @@ public:
 
   /// Views of the value; of nothing when there is none. Copied as freely as they are.
   /// \{
-  AnyReference reference() { return held != nullptr ? AnyReference(*held, content) : AnyReference(); }
+  AnyReference reference()
+  {
+    return held != nullptr ? AnyReference(*held, content) : AnyReference();
+  }
   AnyConstReference reference() const
   {
     return held != nullptr ? AnyConstReference(*held, content) : AnyConstReference();

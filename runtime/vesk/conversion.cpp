@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <vesk/anyvalue.hpp>
 
-#include <algorithm>
+#include <map>
+#include <string_view>
 
 namespace vesk
 {
@@ -62,15 +63,6 @@ std::string quoted(const std::vector<std::string>& names)
   return text;
 }
 
-std::vector<std::string> without(const std::vector<std::string>& names,
-                                 const std::vector<std::string>& others)
-{
-  std::vector<std::string> rest;
-  std::copy_if(names.begin(), names.end(), std::back_inserter(rest), [&others](const auto& name)
-               { return std::find(others.begin(), others.end(), name) == others.end(); });
-  return rest;
-}
-
 bool isNumber(const TypeInterface& type)
 {
   return type.kind() == TypeKind::Integer || type.kind() == TypeKind::Float;
@@ -126,6 +118,10 @@ void convertMap(const AnyReference& target, const AnyConstReference& source, con
     const Place entry(place, index);
     AnyValue convertedKey(*type.keyType());
     convertInto(convertedKey, key, entry);
+    if (target.find(convertedKey).isValid())
+    {
+      entry.fail("two keys become one");
+    }
     void* const converted = type.insert(target.address(), convertedKey.reference().address());
     const AnyReference convertedValue(*type.valueType(), converted);
     if (key.is<std::string>())
@@ -140,18 +136,44 @@ void convertMap(const AnyReference& target, const AnyConstReference& source, con
   }
 }
 
-std::vector<std::string> namesIn(const AnyConstReference& structOrMap)
+/// The members of a struct, or the entries of a map with names for keys.
+std::map<std::string_view, AnyConstReference> fieldsOf(const AnyConstReference& structOrMap)
 {
-  if (structOrMap.type()->kind() == TypeKind::Struct)
+  std::map<std::string_view, AnyConstReference> fields;
+  if (structOrMap.type()->kind() == TypeKind::Map)
   {
-    return structOrMap.memberNames();
+    for (const auto& [key, value] : structOrMap.entries())
+    {
+      fields.emplace(key.as<std::string>(), value);
+    }
+    return fields;
   }
-  std::vector<std::string> names;
-  for (const auto& [key, value] : structOrMap.entries())
+  std::size_t index = 0;
+  for (const std::string& name : structOrMap.memberNames())
   {
-    names.push_back(key.as<std::string>());
+    fields.emplace(name, structOrMap.member(index++));
   }
-  return names;
+  return fields;
+}
+
+std::string described(const MemberDifference& difference)
+{
+  return (difference.missing.empty() ? "" : "without " + quoted(difference.missing)) +
+         (difference.missing.empty() || difference.surplus.empty() ? "" : " and ") +
+         (difference.surplus.empty() ? "" : "with a surplus " + quoted(difference.surplus));
+}
+
+/// Whether a conversion may be done in spite of different members, by what either type has to say.
+bool isAccepted(const MemberDifference& ours, const StructTypeInterface& targetType, void* target,
+                const TypeInterface& sourceType)
+{
+  if (targetType.convertFrom(target, ours))
+  {
+    return true;
+  }
+  const MemberDifference theirs{ours.surplus, ours.missing};
+  return sourceType.kind() == TypeKind::Struct &&
+         static_cast<const StructTypeInterface&>(sourceType).convertTo(theirs);
 }
 
 /// From a struct or a map with names for keys.
@@ -159,31 +181,37 @@ void convertToStruct(const AnyReference& target, const AnyConstReference& source
                      const Place& place)
 {
   const auto& type = static_cast<const StructTypeInterface&>(*target.type());
-  const std::vector<std::string>& names = type.memberNames();
-  const std::vector<std::string> peerNames = namesIn(source);
-  const bool fromStruct = source.type()->kind() == TypeKind::Struct;
-
-  const MemberDifference ours{without(names, peerNames), without(peerNames, names)};
-  if (!ours.missing.empty() || !ours.surplus.empty())
+  std::map<std::string_view, AnyConstReference> surplus = fieldsOf(source);
+  std::vector<AnyConstReference> fields; // in the order of the members; nothing for a missing one
+  MemberDifference ours;
+  for (const std::string& name : type.memberNames())
   {
-    const MemberDifference theirs{ours.surplus, ours.missing};
-    const bool accepted =
-        type.convertFrom(target.address(), ours) ||
-        (fromStruct &&
-         static_cast<const StructTypeInterface&>(*source.type()).convertTo(theirs));
-    if (!accepted)
+    const auto field = surplus.find(name);
+    if (field == surplus.end())
     {
-      place.fail((ours.missing.empty() ? "" : "without " + quoted(ours.missing)) +
-                 (ours.missing.empty() || ours.surplus.empty() ? "" : " and ") +
-                 (ours.surplus.empty() ? "" : "with a surplus " + quoted(ours.surplus)));
+      ours.missing.push_back(name);
+      fields.emplace_back();
+    }
+    else
+    {
+      fields.push_back(field->second);
+      surplus.erase(field);
     }
   }
-  for (const std::string& name : names)
+  for (const auto& [name, value] : surplus)
   {
-    if (std::find(peerNames.begin(), peerNames.end(), name) != peerNames.end())
+    ours.surplus.emplace_back(name);
+  }
+  if ((!ours.missing.empty() || !ours.surplus.empty()) &&
+      !isAccepted(ours, type, target.address(), *source.type()))
+  {
+    place.fail(described(ours));
+  }
+  for (std::size_t index = 0; index < fields.size(); ++index)
+  {
+    if (fields[index].isValid())
     {
-      convertInto(target.member(name), fromStruct ? source.member(name) : source.find(name),
-                  Place(place, name));
+      convertInto(target.member(index), fields[index], Place(place, type.memberNames()[index]));
     }
   }
 }
@@ -232,8 +260,7 @@ void convertInto(const AnyReference& target, const AnyConstReference& source, co
   {
     convertMap(target, source, place);
   }
-  else if (to.kind() == TypeKind::Struct &&
-           (from.kind() == TypeKind::Struct || isMapOfNames(from)))
+  else if (to.kind() == TypeKind::Struct && (from.kind() == TypeKind::Struct || isMapOfNames(from)))
   {
     convertToStruct(target, source, place);
   }
@@ -243,7 +270,7 @@ void convertInto(const AnyReference& target, const AnyConstReference& source, co
   }
   else
   {
-    place.fail("a " + from.name() + " is no " + to.name());
+    place.fail(from.name() + " is no " + to.name());
   }
 }
 } // namespace
@@ -263,8 +290,13 @@ void convert(const AnyConstReference& source, const AnyReference& target)
     target.type()->assign(target.address(), source.address());
     return;
   }
+  const Place outermost(*source.type(), *target.type());
+  if (target.type()->kind() == TypeKind::Unknown)
+  {
+    outermost.fail("nothing is known of it"); // not even whether it has a default value
+  }
   AnyValue converted(*target.type());
-  convertInto(converted, source, Place(*source.type(), *target.type()));
+  convertInto(converted, source, outermost);
   target.type()->assign(target.address(), converted.reference().address());
 }
 

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <vesk/nativetypes.hpp>
 
-#include <cxxabi.h>
-
 #include <cstdlib>
+#include <cxxabi.h>
 
 namespace vesk::detail
 {

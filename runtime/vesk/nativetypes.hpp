@@ -5,6 +5,7 @@
 #include <vesk/typeinterface.hpp>
 
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <memory>
 #include <new>
@@ -55,9 +56,13 @@ public:
       std::destroy_at(&of(target));
       new (target) Value(std::move(copied));
     }
-    else
+    else if constexpr (std::is_copy_assignable_v<Value>)
     {
       of(target) = of(source);
+    }
+    else
+    {
+      throw std::logic_error(this->name() + " cannot be assigned to");
     }
   }
 
@@ -161,6 +166,16 @@ public:
       addresses.push_back(&element);
     }
     return addresses;
+  }
+
+  void* element(void* list, std::size_t index) const override
+  {
+    if (index >= size(list))
+    {
+      throw std::out_of_range("no element " + std::to_string(index) + " in a list of " +
+                              std::to_string(size(list)));
+    }
+    return &*std::next(this->of(list).begin(), static_cast<std::ptrdiff_t>(index));
   }
 
   void* append(void* list) const override { return &this->of(list).emplace_back(); }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <vesk/runtimetypes.hpp>
-
 #include <vesk/anyvalue.hpp>
+#include <vesk/runtimetypes.hpp>
 #include <vesk/structversioning.hpp>
 
 #include <algorithm>
@@ -96,6 +95,11 @@ public:
     return addresses;
   }
 
+  void* element(void* list, std::size_t index) const override
+  {
+    return of(list).at(index).reference().address();
+  }
+
   void* append(void* list) const override
   {
     return of(list).emplace_back(*type).reference().address();
@@ -114,9 +118,8 @@ private:
 
 struct RuntimeTypes
 {
-  using Signature =
-      std::tuple<std::string, std::vector<std::pair<std::string, TypeInterface*>>,
-                 std::vector<std::string>>;
+  using Signature = std::tuple<std::string, std::vector<std::pair<std::string, TypeInterface*>>,
+                               std::vector<std::string>>;
 
   std::mutex mutex;
   std::map<Signature, std::unique_ptr<RuntimeStruct>> structs;

@@ -23,9 +23,9 @@ struct RuntimeMember
 /// types' defaults. The same arguments give the same description, which lives to the end of the
 /// process. Throws std::invalid_argument when two members have the same name or one has no type. Any
 /// thread may call it.
-VESK_EXPORT StructTypeInterface*
-describeStruct(const std::string& name, const std::vector<RuntimeMember>& members,
-               const std::vector<std::string>& addedFields = {});
+VESK_EXPORT StructTypeInterface* describeStruct(const std::string& name,
+                                                const std::vector<RuntimeMember>& members,
+                                                const std::vector<std::string>& addedFields = {});
 
 /// Describes a list of elements of a type that may have been described while the program runs. The
 /// same type gives the same description. Throws std::invalid_argument when \p elementType is null.

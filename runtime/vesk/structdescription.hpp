@@ -36,7 +36,7 @@ constexpr Member<Struct, Value> member(const char* name, Value Struct::*pointer)
 /// };
 /// \endcode
 ///
-/// The order of the members is the order in which peers see them. An element of the tuple may be of
+/// The struct must have a default constructor and be copyable. The order of the members is the order in which peers see them. An element of the tuple may be of
 /// another class that has a `name` and a `pointer`. A struct that has got members since its first
 /// version, and is to be exchanged with peers of that version, lists their names as well, as in
 /// `static constexpr std::array addedFields{"z"};` (see StructVersioningDelegateAddFields).

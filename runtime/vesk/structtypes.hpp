@@ -46,22 +46,25 @@ public:
 
   std::string name() const override { return Description::name; }
 
+  // The tables are never destroyed: values of static lifetime may be used at the program's end.
+
   const std::vector<std::string>& memberNames() const override
   {
-    static const auto names = std::apply([](const auto&... members)
-                                         { return std::vector<std::string>{members.name...}; },
-                                         Description::members);
+    static const auto& names = *new auto(std::apply([](const auto&... members)
+                                                    { return std::vector<std::string>{members.name...}; },
+                                                    Description::members));
     return names;
   }
 
   const std::vector<TypeInterface*>& memberTypes() const override
   {
-    static const auto types = std::apply(
-        [](const auto&... members) {
+    static const auto& types = *new auto(std::apply(
+        [](const auto&... members)
+        {
           return std::vector<TypeInterface*>{
               typeOf<std::decay_t<decltype(std::declval<Struct&>().*members.pointer)>>()...};
         },
-        Description::members);
+        Description::members));
     return types;
   }
 
@@ -87,9 +90,9 @@ private:
   template <std::size_t... Index>
   static constexpr auto makeAccesses(std::index_sequence<Index...>)
   {
-    return std::array<Access, sizeof...(Index)>{
-        [](Struct& value) -> void*
-        { return &(value.*(std::get<Index>(Description::members).pointer)); }...};
+    return std::array<Access, sizeof...(Index)>{[](Struct& value) -> void* {
+      return &(value.*(std::get<Index>(Description::members).pointer));
+    }...};
   }
 
   StructVersioningDelegateAddFields versioning;

@@ -11,7 +11,8 @@ namespace
 {
 bool areAmong(const std::vector<std::string>& names, const std::vector<std::string>& allowed)
 {
-  return std::all_of(names.begin(), names.end(), [&allowed](const std::string& name)
+  return std::all_of(names.begin(), names.end(),
+                     [&allowed](const std::string& name)
                      { return std::find(allowed.begin(), allowed.end(), name) != allowed.end(); });
 }
 } // namespace
@@ -20,7 +21,7 @@ bool fillMissingFieldsWithDefaultValues(const StructTypeInterface& type, void* v
                                         const std::vector<std::string>& missing,
                                         const std::vector<std::string>& addedFields)
 {
-  if (!areAmong(missing, addedFields))
+  if (!areAmong(missing, addedFields) || !areAmong(missing, type.memberNames()))
   {
     return false;
   }

@@ -12,7 +12,8 @@ namespace vesk
 {
 
 /// Sets the \p missing members of \p value, a struct of \p type, to the default values of their
-/// types. False, and nothing is changed, when one of them is not among \p addedFields.
+/// types. False, and nothing is changed, when one of them is not among \p addedFields
+/// or is no member.
 VESK_EXPORT bool fillMissingFieldsWithDefaultValues(const StructTypeInterface& type, void* value,
                                                     const std::vector<std::string>& missing,
                                                     const std::vector<std::string>& addedFields);

@@ -92,6 +92,8 @@ public:
   virtual std::size_t size(const void* list) const = 0;
   /// The addresses of all elements, in order.
   virtual std::vector<void*> elements(void* list) const = 0;
+  /// The address of an element. Throws std::out_of_range when there is none at \p index.
+  virtual void* element(void* list, std::size_t index) const = 0;
   /// Appends a default element and gives its address.
   virtual void* append(void* list) const = 0;
   /// Appends a copy of \p element.

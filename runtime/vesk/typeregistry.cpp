@@ -64,9 +64,13 @@ bool registerStruct(TypeInterface* type)
 
 bool registerType(const std::type_info& info, TypeInterface* type)
 {
+  if (type == nullptr || type->info() != info || info == typeid(void))
+  {
+    return false;
+  }
   Registry& registry = theRegistry();
   const std::unique_lock lock(registry.mutex);
-  if (type == nullptr || !registry.types.try_emplace(info, type).second)
+  if (!registry.types.try_emplace(info, type).second)
   {
     return false;
   }
@@ -94,7 +98,8 @@ std::vector<std::string> registeredNames()
     const std::shared_lock lock(registry.mutex);
     types = registry.registered;
   }
-  std::vector<std::string> names; // asked for without the lock: naming a list describes its elements
+  std::vector<std::string>
+      names; // asked for without the lock: naming a list describes its elements
   names.reserve(types.size());
   for (const TypeInterface* type : types)
   {

@@ -19,15 +19,16 @@ inline constexpr int interfaceMarkerLength = 11;
 
 /// What the process knows of types. Descriptions given to it belong to it and live to the end of the
 /// process. All functions may be called from any thread, and while libraries are being loaded. A
-/// library that registers types must not be unloaded.
+/// library that uses the type system must stay loaded, since descriptions may stand in it: link it
+/// with `-z nodelete`, as linking with the CMake target vesk::vesk does.
 /// \{
 
 /// Makes a struct's description known by its name. False when \p type is null or another has the
 /// name, which keeps it.
 VESK_EXPORT bool registerStruct(TypeInterface* type);
 
-/// Binds a native type to its description. False when \p type is null or the native type has a
-/// description, which stays: others may hold it by now.
+/// Binds a native type to its description. False when \p type is null or describes another type,
+/// or when the native type has a description, which stays: others may hold it by now.
 VESK_EXPORT bool registerType(const std::type_info& info, TypeInterface* type);
 
 /// The description bound to a native type; null when there is none.

@@ -12,8 +12,9 @@
 /// code that does not know the types (see AnyValue).
 ///
 /// typeOf<T>() gives the description of a type. bool, integers, floating-point numbers, std::string,
-/// std::vector, std::list, std::map, std::pair and AnyValue have one; a struct gets one from its
-/// StructDescription. Any other type has one of unknown kind, by which it can be held and copied.
+/// std::vector (but not of bool), std::list, std::map, std::pair and AnyValue have one; a struct gets
+/// one from its StructDescription. Any other type, and one whose parts have no default value or
+/// cannot be assigned to, has a description of unknown kind, by which it can be held and copied.
 namespace vesk
 {
 
@@ -21,24 +22,41 @@ class AnyValue;
 
 namespace detail
 {
+template <typename Value>
+constexpr bool isUsual = std::is_default_constructible_v<Value>&& std::is_copy_assignable_v<Value>;
+
 template <typename Value, typename = void>
-constexpr bool isDescribedStruct = false;
+struct IsDescribedStruct : std::false_type
+{
+};
 template <typename Value>
-constexpr bool
-    isDescribedStruct<Value, std::void_t<decltype(StructDescription<Value>::members)>> = true;
+struct IsDescribedStruct<Value, std::void_t<decltype(StructDescription<Value>::members)>>
+    : std::bool_constant<isUsual<Value>>
+{
+};
 
 template <typename Value>
-constexpr bool isList = false;
+struct IsList : std::false_type
+{
+};
 template <typename Element>
-constexpr bool isList<std::list<Element>> = std::is_default_constructible_v<Element>;
+struct IsList<std::list<Element>> : std::bool_constant<isUsual<Element>>
+{
+};
 template <typename Element>
-constexpr bool isList<std::vector<Element>> =
-    std::is_default_constructible_v<Element> && !std::is_same_v<Element, bool>;
+struct IsList<std::vector<Element>>
+    : std::bool_constant<isUsual<Element> && !std::is_same_v<Element, bool>>
+{
+};
 
 template <typename Value>
-constexpr bool isMap = false;
+struct IsMap : std::false_type
+{
+};
 template <typename Key, typename Value>
-constexpr bool isMap<std::map<Key, Value>> = std::is_default_constructible_v<Value>;
+struct IsMap<std::map<Key, Value>> : std::bool_constant<isUsual<Key> && isUsual<Value>>
+{
+};
 
 template <typename Value>
 std::unique_ptr<TypeInterface> describe()
@@ -55,15 +73,15 @@ std::unique_ptr<TypeInterface> describe()
   {
     return std::make_unique<PlainType<Value, TypeKind::String>>("string");
   }
-  else if constexpr (isList<Value>)
+  else if constexpr (IsList<Value>::value)
   {
     return std::make_unique<ListType<Value>>();
   }
-  else if constexpr (isMap<Value>)
+  else if constexpr (IsMap<Value>::value)
   {
     return std::make_unique<MapType<Value>>();
   }
-  else if constexpr (isDescribedStruct<Value>)
+  else if constexpr (IsDescribedStruct<Value>::value)
   {
     return std::make_unique<StructType<Value>>();
   }

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
+#include <new>
 
 namespace XO::detail
 {
@@ -19,6 +20,11 @@ struct alignas(XOValue) Block
 
   static Block* make(std::int64_t room)
   {
+    constexpr std::size_t mostRoom = (SIZE_MAX - sizeof(Block)) / sizeof(XOValue);
+    if (static_cast<std::uint64_t>(room) > mostRoom)
+    {
+      throw std::bad_array_new_length();
+    }
     void* const memory =
         ::operator new(sizeof(Block) + static_cast<std::size_t>(room) * sizeof(XOValue));
     return new (memory) Block(room);
@@ -53,17 +59,24 @@ struct alignas(XOValue) Block
 
 namespace
 {
-/// Room for the elements, and for them to become pairs; large arrays are more often of larger items.
-std::int64_t usualRoom(int size) { return size <= 32 ? 3 * std::int64_t{size} : size; }
+// A part that is moved out keeps the whole block, so only small ones are shared.
+constexpr std::int64_t mostShared = 96;
+
+/// Room for the elements, and for them to become pairs.
+std::int64_t usualRoom(int size)
+{
+  const std::int64_t room = 3 * std::int64_t{size};
+  return room <= mostShared ? room : size;
+}
 
 std::int64_t roomForCopy(const Array& other)
 {
   std::int64_t room = other.size();
-  for (int i = 0; i < other.size(); ++i)
+  for (int i = 0; i < other.size() && room <= mostShared; ++i)
   {
     room += other[i].getSize();
   }
-  return room;
+  return room <= mostShared ? room : other.size();
 }
 } // namespace
 

@@ -59,7 +59,8 @@ void XOValue::assignText(std::string_view text)
   }
   if (kind == Kind::Empty)
   {
-    new (&content.text) std::string(text);
+    std::string copied(text);
+    new (&content.text) std::string(std::move(copied));
     kind = Kind::String;
     return;
   }
@@ -80,7 +81,7 @@ void XOValue::destroyContent() noexcept
 
 const std::string& XOValue::toString() const noexcept
 {
-  static const std::string none;
+  static const std::string& none = *new std::string;
   return isString() ? content.text : none;
 }
 
@@ -97,13 +98,22 @@ void XOValue::arraySetSize(int size)
     *this = std::move(array);
     return;
   }
-  new (&content.array) detail::Array(size, content.nearby);
+  detail::Block* const nearby = content.nearby;
+  try
+  {
+    new (&content.array) detail::Array(size, nearby);
+  }
+  catch (...)
+  {
+    content.nearby = nearby; // its place has been written over
+    throw;
+  }
   kind = Kind::Array;
 }
 
 const XOValue& XOValue::none() noexcept
 {
-  static const XOValue value;
+  static const XOValue& value = *new XOValue;
   return value;
 }
 
@@ -174,8 +184,9 @@ void printArray(std::ostream& out, const XOValue& array, int indentation)
   {
     nested = nested || array[i].isArray();
   }
-  const auto breakLine = [&](int spaces)
-  { out << '\n' << std::string(static_cast<std::size_t>(spaces), ' '); };
+  const auto breakLine = [&](int spaces) {
+    out << '\n' << std::string(static_cast<std::size_t>(spaces), ' ');
+  };
   out << '[';
   for (int i = 0; i < array.getSize(); ++i)
   {

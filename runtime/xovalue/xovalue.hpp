@@ -74,7 +74,9 @@ class XOVALUE_EXPORT XOValue
   template <typename Type>
   using IfBool = std::enable_if_t<std::is_same_v<Type, bool>, int>;
   template <typename Type>
-  using IfText = std::enable_if_t<std::is_convertible_v<const Type&, std::string_view>, int>;
+  using IfText = std::enable_if_t<std::is_convertible_v<const Type&, std::string_view> &&
+                                      !std::is_null_pointer_v<Type>,
+                                  int>;
 
 public:
   /// An empty value.
@@ -151,10 +153,7 @@ public:
   /// \}
 
   /// Number of values in the array; 0 when this is no array.
-  int getSize() const noexcept
-  {
-    return isArray() ? content.array.size() : 0;
-  }
+  int getSize() const noexcept { return isArray() ? content.array.size() : 0; }
 
   /// Makes this an array of \p size empty values, whatever it was. Throws std::out_of_range when
   /// \p size is negative.
@@ -191,8 +190,8 @@ private:
   };
   union Content
   {
-    Content() {}  // NOLINT(modernize-use-equals-default): the kind tells what is in it
-    ~Content() {} // NOLINT(modernize-use-equals-default)
+    Content() {}           // NOLINT(modernize-use-equals-default): the kind tells what is in it
+    ~Content() {}          // NOLINT(modernize-use-equals-default)
     detail::Block* nearby; // where an empty value may get the memory for its array from
     bool flag;
     std::string text;
@@ -205,7 +204,7 @@ private:
   static const XOValue& none() noexcept;
   [[noreturn]] XOValue& throwOutOfRange(int index) const;
   void assignText(std::string_view text);
-  /// Makes this empty value a copy of another.
+  /// Makes this empty value a copy of another; when that throws, it may only be destroyed.
   void copyFrom(const XOValue& other);
   /// Makes this empty value what \p other was, and \p other empty.
   void takeFrom(XOValue& other) noexcept;

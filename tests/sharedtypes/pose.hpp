@@ -25,8 +25,7 @@ struct vesk::StructDescription<Pose>
 /// Types that are described when they are first asked for.
 template <std::size_t Index>
 struct Unseen
-{
-};
+{};
 constexpr std::size_t unseenTypes = 64;
 
 /// All of these, in order.

@@ -28,12 +28,11 @@ TEST(SharedTypes, AreTheSameInEveryLibrary)
   }
   catch (const vesk::ConversionError& error)
   {
-    EXPECT_STREQ(error.what(),
-                 "cannot convert map<string, string> to Pose: without \"frame\"");
+    EXPECT_STREQ(error.what(), "cannot convert map<string, string> to Pose: without \"frame\"");
   }
   // The library's own records are hidden as well.
-  const auto& package = dynamic_cast<const vesk::StructTypeInterface&>(
-      *vesk::getType(typeid(vesk::PackageInfo)));
+  const auto& package =
+      dynamic_cast<const vesk::StructTypeInterface&>(*vesk::getType(typeid(vesk::PackageInfo)));
   EXPECT_EQ(package.memberNames().size(), 20U);
 }
 
@@ -49,8 +48,7 @@ TEST(SharedTypes, AreDescribedOnceForAllThreads)
         {
           --waiting;
           while (waiting > 0)
-          {
-          }
+          {}
           found[i] = i % 3 == 0 ? typesOfUnseen() : i % 3 == 1 ? one::types() : two::types();
           for (vesk::TypeInterface* type : found[i])
           {

@@ -2,7 +2,6 @@
 #include "json.hpp"
 
 #include <nlohmann/json.hpp>
-
 #include <variant>
 
 namespace

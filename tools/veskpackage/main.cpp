@@ -25,11 +25,11 @@ int run(int argc, char** argv)
              "malformed, or one that cannot be written.");
 
   std::vector<std::string> files;
-  CLI::App* showVerb = app.add_subcommand("show", "Print what manifests hold, as a report or otherwise");
+  CLI::App* showVerb =
+      app.add_subcommand("show", "Print what manifests hold, as a report or otherwise");
   showVerb->add_option("FILE", files, "Manifests to print")->required();
-  static const std::map<std::string, ShowFormat> formats{{"text", ShowFormat::Text},
-                                                         {"json", ShowFormat::Json},
-                                                         {"variant", ShowFormat::Variant}};
+  static const std::map<std::string, ShowFormat> formats{
+      {"text", ShowFormat::Text}, {"json", ShowFormat::Json}, {"variant", ShowFormat::Variant}};
   std::string format = "text";
   showVerb
       ->add_option("--format", format,
