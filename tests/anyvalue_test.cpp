@@ -183,6 +183,10 @@ TEST(AnyValue, SaysWhatCannotBeConverted)
   EXPECT_EQ(whyNot<Texts>(AnyValue(std::map<int, AnyValue>{{5, "x"}, {6, true}})),
             "cannot convert map<int32, dynamic> to map<int32, string>: [1]: bool is no string");
 
+  EXPECT_EQ(
+      (whyNot<std::map<float, int>>(AnyValue(std::map<long, int>{{16777216, 1}, {16777217, 2}}))),
+      "cannot convert map<int64, int32> to map<float32, int32>: [1]: two keys become one");
+
   AnyValue target(Motor{"kept", {1}});
   EXPECT_THROW(target.reference().set(OtherMotor{{1, 2}, 5}), ConversionError);
   EXPECT_EQ(target.as<Motor>().limits, std::list<double>{1});

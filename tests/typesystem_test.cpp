@@ -57,7 +57,12 @@ TEST(TypeSystem, TellsKindAndNameOfEachType)
   EXPECT_EQ(getType(typeid(short*)), nullptr);
   const AnyValue held(Undescribed(7));
   EXPECT_EQ(AnyValue(held).as<Undescribed>().value, 7);
+  EXPECT_EQ(held.to<Undescribed>().value, 7);
+  EXPECT_THROW(AnyValue(5).to<Undescribed>(), ConversionError);
+  EXPECT_THROW(AnyValue(Undescribed(1)).reference().set(5), ConversionError);
   EXPECT_THROW(AnyValue(*typeOf<Undescribed>()), std::logic_error);
+  const std::pair<const std::string, int> entry("key", 1);
+  EXPECT_EQ(AnyValue(entry).type()->kind(), TypeKind::Unknown);
 }
 
 TEST(TypeSystem, ReachesMembersByIndex)
@@ -87,8 +92,22 @@ TEST(TypeSystem, RegistersEachNameAndEachTypeOnce)
   TypeInterface* const point = typeOf<Point>();
   EXPECT_FALSE(registerType(typeid(Point), runtime));
   EXPECT_EQ(typeOf<Point>(), point);
+  EXPECT_FALSE(registerType(typeid(Undescribed*), point) || registerType(typeid(void), runtime));
   EXPECT_FALSE(registerStruct(nullptr) || registerType(typeid(Undescribed*), nullptr));
   EXPECT_EQ(registeredNames().back(), "registered::Runtime");
+}
+
+// What it uses was first used after it was made, and so would be destroyed before it.
+TEST(TypeSystem, LastsToTheEndOfTheProgram)
+{
+  struct UsedAtTheEnd
+  {
+    AnyValue value;
+    ~UsedAtTheEnd() { value.member("y").set(3); }
+  };
+  static UsedAtTheEnd used;
+  used.value = AnyValue(Point());
+  EXPECT_EQ(used.value.member("y").as<int>(), 2);
 }
 
 TEST(TypeSystem, DescribesStructsAtRunTime)

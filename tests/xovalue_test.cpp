@@ -91,6 +91,7 @@ TEST(XOValue, TakesNoPointerOrNumberForABool)
   static_assert(!std::is_constructible_v<XOValue, double>);
   static_assert(!std::is_constructible_v<XOValue, void*>);
   static_assert(!std::is_constructible_v<XOValue, std::nullptr_t>);
+  static_assert(!std::is_assignable_v<XOValue, std::nullptr_t>);
   static_assert(std::is_convertible_v<XOValue, bool>);
   static_assert(!std::is_convertible_v<XOValue, int>);
   std::string text;

@@ -10,6 +10,17 @@
 
 namespace XO
 {
+namespace
+{
+/// A value that is never destroyed, for functions that may be called at the program's end.
+template <typename Value>
+union Undying
+{
+  Undying() : value() {}
+  ~Undying() {} // NOLINT(modernize-use-equals-default): that would destroy it
+  Value value;
+};
+} // namespace
 
 void XOValue::copyFrom(const XOValue& other)
 {
@@ -81,8 +92,8 @@ void XOValue::destroyContent() noexcept
 
 const std::string& XOValue::toString() const noexcept
 {
-  static const std::string& none = *new std::string;
-  return isString() ? content.text : none;
+  static const Undying<std::string> empty;
+  return isString() ? content.text : empty.value;
 }
 
 void XOValue::arraySetSize(int size)
@@ -113,8 +124,8 @@ void XOValue::arraySetSize(int size)
 
 const XOValue& XOValue::none() noexcept
 {
-  static const XOValue& value = *new XOValue;
-  return value;
+  static const Undying<XOValue> empty;
+  return empty.value;
 }
 
 XOValue& XOValue::throwOutOfRange(int index) const
