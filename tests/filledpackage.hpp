@@ -5,8 +5,8 @@
 #include <package/packageinfo.hpp>
 #include <vesk/anyvalue.hpp>
 
-#include <sstream>
 #include <string>
+#include <tools/veskpackage/json.hpp>
 
 /// Fills a value by its description, members, elements and all, so that no two texts are equal and
 /// nothing is left as it is by default.
@@ -58,47 +58,10 @@ Record filled()
 }
 
 /// All that a value holds, by its description, for comparing.
-inline std::string contentOf(const vesk::AnyConstReference& value)
+template <typename Value>
+std::string contentIn(const Value& value)
 {
-  using vesk::TypeKind;
-  std::string content;
-  switch (value.type()->kind())
-  {
-  case TypeKind::Bool:
-    return value.as<bool>() ? "true" : "false";
-  case TypeKind::String:
-    return '"' + value.as<std::string>() + '"';
-  case TypeKind::List:
-    for (const vesk::AnyConstReference& element : value.elements())
-    {
-      content += contentOf(element) + ",\n";
-    }
-    break;
-  case TypeKind::Map:
-    for (const auto& [key, item] : value.entries())
-    {
-      content += contentOf(key) + ": " + contentOf(item) + ",\n";
-    }
-    break;
-  case TypeKind::Struct:
-    for (const std::string& name : value.memberNames())
-    {
-      content += name + ": " + contentOf(value.member(name)) + ",\n";
-    }
-    break;
-  case TypeKind::Dynamic:
-    return contentOf(value.as<vesk::AnyValue>().reference());
-  default:
-    throw std::logic_error("cannot look into a " + value.type()->name());
-  }
-  return '{' + content + '}';
-}
-
-/// The same of a C++ value.
-template <typename Record>
-std::string contentOfRecord(const Record& record)
-{
-  return contentOf(vesk::AnyConstReference(record));
+  return toJson(vesk::AnyConstReference(value), 0);
 }
 
 #endif

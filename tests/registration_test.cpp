@@ -147,27 +147,27 @@ TEST(Registration, ReachesTheRecordOfAPackage)
 TEST(Registration, PackagesMakeTheRoundTripThroughGenericValues)
 {
   const auto package = filled<PackageInfo>();
-  const std::string content = contentOfRecord(package);
+  const std::string content = contentIn(package);
   const AnyValue value(package);
-  EXPECT_EQ(contentOfRecord(value.to<PackageInfo>()), content);
-  EXPECT_EQ(contentOfRecord(value.to<PackageInfoPrivate>()), content);
+  EXPECT_EQ(contentIn(value.to<PackageInfo>()), content);
+  EXPECT_EQ(contentIn(value.to<PackageInfoPrivate>()), content);
 
   AnyValue byName(*typeOf<PackageInfo>());
   AnyValue byIndex(*typeOf<PackageInfo>());
   std::size_t index = 0;
   for (const std::string& name : value.reference().memberNames())
   {
-    EXPECT_NE(contentOf(value.member(name)), contentOf(byName.member(name))) << name;
+    EXPECT_NE(contentIn(value.member(name)), contentIn(byName.member(name))) << name;
     byName.member(name).set(value.member(name));
     byIndex.member(index).set(value.member(index));
     ++index;
   }
-  EXPECT_EQ(contentOf(byName.reference()), content);
-  EXPECT_EQ(contentOf(byIndex.reference()), content);
+  EXPECT_EQ(contentIn(byName.reference()), content);
+  EXPECT_EQ(contentIn(byIndex.reference()), content);
 
   auto members = value.to<std::map<std::string, AnyValue>>();
   EXPECT_EQ(members.size(), 20U);
-  EXPECT_EQ(contentOfRecord(AnyValue(members).to<PackageInfo>()), content);
+  EXPECT_EQ(contentIn(AnyValue(members).to<PackageInfo>()), content);
   members.erase("uuid");
   AnyValue target(package);
   EXPECT_THAT(failure(AnyValue(members), target), HasSubstr("without \"uuid\""));
@@ -202,7 +202,7 @@ TEST(Registration, ExchangesBehaviorsWithPeersThatLackTheAddedField)
   const auto back = peerPackage.to<PackageInfo>();
   ASSERT_EQ(back.behaviors().size(), 3U);
   EXPECT_EQ(back.behaviors().back().path(), package.behaviors().back().path());
-  EXPECT_EQ(contentOfRecord(back.dialogs()), contentOfRecord(package.dialogs()));
+  EXPECT_EQ(contentIn(back.dialogs()), contentIn(package.dialogs()));
   EXPECT_FALSE(back.behaviors().back().isUserRequestable());
 
   const auto map = AnyConstReference(peer).to<std::map<std::string, AnyValue>>();
@@ -244,5 +244,5 @@ TEST(Registration, RefusesOtherDifferencesOfRecords)
   EXPECT_EQ(failure(members, AnyReference(target)),
             "cannot convert map<string, dynamic> to ::vesk::PackageInfo: behaviors[1]: without "
             "\"nature\"");
-  EXPECT_EQ(contentOfRecord(target), contentOfRecord(PackageInfo()));
+  EXPECT_EQ(contentIn(target), contentIn(PackageInfo()));
 }

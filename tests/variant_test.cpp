@@ -50,10 +50,10 @@ void readAll(const XOValue& value)
   PackageInfo package(value);
   fromXOValue(package, value);
   variantOf(package);
-  contentOfRecord(package);
-  contentOfRecord(BehaviorInfo(value));
-  contentOfRecord(DialogInfo(value));
-  contentOfRecord(LanguageInfo(value));
+  contentIn(package);
+  contentIn(BehaviorInfo(value));
+  contentIn(DialogInfo(value));
+  contentIn(LanguageInfo(value));
 }
 } // namespace
 
@@ -68,29 +68,29 @@ TEST(Variant, MakesTheRoundTrip)
 {
   auto package = filled<PackageInfo>();
   PackageInfo read(variantOf(package));
-  EXPECT_NE(contentOfRecord(read), contentOfRecord(package));
+  EXPECT_NE(contentIn(read), contentIn(package));
   for (BehaviorInfo& behavior : package.behaviors())
   {
     AnyReference(behavior).member("categories").set(""); // does not travel
   }
-  EXPECT_EQ(contentOfRecord(read), contentOfRecord(package));
+  EXPECT_EQ(contentIn(read), contentIn(package));
   for (const std::string& path : exampleManifests())
   {
     PackageInfo example;
     ASSERT_TRUE(example.loadFromManifestFile(path));
-    EXPECT_EQ(contentOfRecord(PackageInfo(variantOf(example))), contentOfRecord(example));
+    EXPECT_EQ(contentIn(PackageInfo(variantOf(example))), contentIn(example));
   }
 }
 
 TEST(Variant, ReadsPackagesOf18To20Pairs)
 {
   const XOValue whole = variantOf(filled<PackageInfo>());
-  const std::string empty = contentOfRecord(PackageInfo());
+  const std::string empty = contentIn(PackageInfo());
   for (int size = 0; size <= 25; ++size)
   {
     const XOValue value = resized(whole, size);
     const PackageInfo package(value);
-    EXPECT_EQ(contentOfRecord(package) == empty, size < 18 || size > 20) << size;
+    EXPECT_EQ(contentIn(package) == empty, size < 18 || size > 20) << size;
     EXPECT_EQ(package.dialogs().size(), size == 19 || size == 20 ? 3U : 0U) << size;
     EXPECT_EQ(package.descriptionLanguages().size(), size == 20 ? 3U : 0U) << size;
 
@@ -121,8 +121,7 @@ TEST(Variant, ReadsPackagesDialogsAndLanguagesByPosition)
   EXPECT_EQ(DialogInfo(resized(dialog, 4)), DialogInfo());
   XOValue language;
   filled<LanguageInfo>().toXOValue(language);
-  EXPECT_EQ(contentOfRecord(LanguageInfo(resized(language, 9))),
-            contentOfRecord(filled<LanguageInfo>()));
+  EXPECT_EQ(contentIn(LanguageInfo(resized(language, 9))), contentIn(filled<LanguageInfo>()));
   EXPECT_EQ(LanguageInfo(resized(language, 2)).engineName(), filled<LanguageInfo>().engineName());
   EXPECT_EQ(LanguageInfo(resized(language, 2)).locale(), "");
 }

@@ -50,9 +50,9 @@ public:
 
   const std::vector<std::string>& memberNames() const override
   {
-    static const auto& names = *new auto(std::apply([](const auto&... members)
-                                                    { return std::vector<std::string>{members.name...}; },
-                                                    Description::members));
+    static const auto& names = *new auto(
+        std::apply([](const auto&... members) { return std::vector<std::string>{members.name...}; },
+                   Description::members));
     return names;
   }
 

@@ -27,36 +27,29 @@ constexpr bool isUsual = std::is_default_constructible_v<Value>&& std::is_copy_a
 
 template <typename Value, typename = void>
 struct IsDescribedStruct : std::false_type
-{
-};
+{};
 template <typename Value>
 struct IsDescribedStruct<Value, std::void_t<decltype(StructDescription<Value>::members)>>
     : std::bool_constant<isUsual<Value>>
-{
-};
+{};
 
 template <typename Value>
 struct IsList : std::false_type
-{
-};
+{};
 template <typename Element>
 struct IsList<std::list<Element>> : std::bool_constant<isUsual<Element>>
-{
-};
+{};
 template <typename Element>
 struct IsList<std::vector<Element>>
     : std::bool_constant<isUsual<Element> && !std::is_same_v<Element, bool>>
-{
-};
+{};
 
 template <typename Value>
 struct IsMap : std::false_type
-{
-};
+{};
 template <typename Key, typename Value>
 struct IsMap<std::map<Key, Value>> : std::bool_constant<isUsual<Key> && isUsual<Value>>
-{
-};
+{};
 
 template <typename Value>
 std::unique_ptr<TypeInterface> describe()

@@ -74,9 +74,8 @@ class XOVALUE_EXPORT XOValue
   template <typename Type>
   using IfBool = std::enable_if_t<std::is_same_v<Type, bool>, int>;
   template <typename Type>
-  using IfText = std::enable_if_t<std::is_convertible_v<const Type&, std::string_view> &&
-                                      !std::is_null_pointer_v<Type>,
-                                  int>;
+  using IfText = std::enable_if_t<
+      std::is_convertible_v<const Type&, std::string_view> && !std::is_null_pointer_v<Type>, int>;
 
 public:
   /// An empty value.
