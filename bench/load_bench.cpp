@@ -12,6 +12,7 @@
 
 int main()
 {
+  // Used, so that the libraries that they come from are loaded.
   const QDomDocument toolkit;
   const XO::XOValue variant("loaded");
   const std::size_t known = vesk::registeredNames().size();

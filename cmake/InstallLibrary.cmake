@@ -2,14 +2,16 @@
 # Installs a library so that find_package(NAME) gives NAME::NAME, and pkg-config knows NAME.
 #
 #   vesk_install_library(NAME DESCRIPTION text
-#                        [DEPENDENCIES find_dependency arguments...] [PKGCONFIG_REQUIRES names...])
+#                        [DEPENDENCIES find_dependency arguments...] [PKGCONFIG_REQUIRES names...]
+#                        [LINK_OPTIONS of programs that use it...])
 #
 # Headers (the target's file sets HEADERS and generated_headers) go below include/veskpackage, so that
 # #include <package/...> and #include <vesk/...> hold in the installed tree as in the source tree.
 include(CMakePackageConfigHelpers)
 
 function(vesk_install_library name)
-  cmake_parse_arguments(PARSE_ARGV 1 ARG "" "DESCRIPTION" "DEPENDENCIES;PKGCONFIG_REQUIRES")
+  cmake_parse_arguments(PARSE_ARGV 1 ARG "" "DESCRIPTION" 
+                        "DEPENDENCIES;PKGCONFIG_REQUIRES;LINK_OPTIONS")
 
   set(headers ${CMAKE_INSTALL_INCLUDEDIR}/veskpackage)
   set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/${name})
@@ -35,6 +37,7 @@ function(vesk_install_library name)
           DESTINATION ${config_dir})
 
   list(JOIN ARG_PKGCONFIG_REQUIRES ", " requires)
+  list(JOIN ARG_LINK_OPTIONS " " link_options)
   file(RELATIVE_PATH up_to_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
   configure_file(${PROJECT_SOURCE_DIR}/cmake/pkgconfig.pc.in
                  ${CMAKE_CURRENT_BINARY_DIR}/${name}.pc @ONLY)

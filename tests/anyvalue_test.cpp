@@ -164,9 +164,8 @@ TEST(AnyValue, ConvertsAtAnyDepth)
 TEST(AnyValue, SaysWhatCannotBeConverted)
 {
   Arm arm{{Motor{"a", {}}, Motor{"b", {1, 2.5}}}, Names()};
-  EXPECT_EQ(
-      whyNot<OtherArm>(AnyConstReference(arm)),
-      "cannot convert Arm to OtherArm: motors[1].limits[1]: 2.500000 does not fit into int32");
+  EXPECT_EQ(whyNot<OtherArm>(AnyConstReference(arm)),
+            "cannot convert Arm to OtherArm: motors[1].limits[1]: 2.5 does not fit into int32");
   arm.motors.clear();
   arm.extra = std::map<std::string, Motor>{{"x", {}}};
   EXPECT_EQ(whyNot<OtherArm>(AnyConstReference(arm)), "it does convert");

@@ -61,7 +61,7 @@ Record filled()
 template <typename Value>
 std::string contentIn(const Value& value)
 {
-  return toJson(vesk::AnyConstReference(value), 0);
+  return toJson(vesk::AnyConstReference(value), 2);
 }
 
 #endif

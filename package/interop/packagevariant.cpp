@@ -9,6 +9,11 @@ using namespace vesk;
 
 namespace
 {
+// Dialogs and then description languages came after the first 18 pairs, and modules send all three.
+constexpr int pairsBeforeDialogs = 18;
+constexpr int pairsWithDialogs = 19;
+constexpr int pairsWithDescriptionLanguages = 20;
+
 // What a package is given by its own operations, for each element of an array.
 using AddText = boost::function<void(const std::string&)>;
 using AddLocalizedText = boost::function<void(const std::string&, const std::string&)>;
@@ -72,12 +77,12 @@ void fromXOValue(PackageInfo& package, const XO::XOValue& value)
   fromXOValue(Add<PackageService>(boost::bind(&PackageInfo::addService, &package, _1)),
               value[16][1]);
   fromXOValue(AddText(boost::bind(&PackageInfo::addExecutableFile, &package, _1)), value[17][1]);
-  // The two were added one after the other, and each was guarded in its own way.
-  if (value.getSize() >= 19)
+  // At least, but exactly: the guards have always differed.
+  if (value.getSize() >= pairsWithDialogs)
   {
     readDescriptors(record.dialogs, value[18][1]);
   }
-  if (value.getSize() == PackageInfoPrivate::fieldsCount)
+  if (value.getSize() == pairsWithDescriptionLanguages)
   {
     readLanguages(record.descriptionLanguages, value[19][1]);
   }
@@ -88,7 +93,7 @@ namespace vesk
 
 PackageInfo::PackageInfo(const XO::XOValue& value) : PackageInfo()
 {
-  if (value.getSize() >= 18 && value.getSize() <= PackageInfoPrivate::fieldsCount)
+  if (value.getSize() >= pairsBeforeDialogs && value.getSize() <= pairsWithDescriptionLanguages)
   {
     fromXOValue(*this, value);
   }

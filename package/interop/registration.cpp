@@ -30,7 +30,8 @@ struct Registrar
     registerRecord<PackageInfo, PackageInfoPrivate>("::vesk::PackageInfo");
   }
 
-  log::Category category = log::addCategory("vesk.package.info"); // before the types
+  // Where the second reader logs: programs set its level before anything has been read.
+  log::Category category = log::addCategory("vesk.package.info");
 };
 
 // Before a program's own objects, also where it is linked statically.

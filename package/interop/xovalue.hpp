@@ -65,7 +65,9 @@ VESKPACKAGE_EXPORT void fromXOValue(std::list<std::string>& texts, const XO::XOV
 /// A bound function has to be named as what it is, since it converts to all of these:
 /// \code
 /// fromXOValue(boost::function<void(const std::string&)>(
-///                 boost::bind(&vesk::PackageInfo::addExecutableFile, &package, _1)), value);
+///                 boost::bind(&vesk::PackageInfo::addExecutableFile, &package,
+///                             boost::placeholders::_1)), // of <boost/bind/bind.hpp>
+///             value);
 /// \endcode
 /// \{
 VESKPACKAGE_EXPORT void

@@ -21,7 +21,7 @@ class AnyReference;
 
 /// Thrown where a value is not of the type it is taken for, or cannot be converted. The message of a
 /// conversion names both types and the place in the source that could not be converted, as in
-/// `cannot convert ::peer::Package to ::vesk::PackageInfo: behaviors[2]: "nature" is missing`.
+/// `cannot convert ::peer::Package to ::vesk::PackageInfo: behaviors[2]: without "nature"`.
 class VESK_EXPORT ConversionError : public std::runtime_error
 {
 public:
@@ -40,6 +40,9 @@ VESK_EXPORT void convert(const AnyConstReference& source, const AnyReference& ta
 
 namespace detail
 {
+/// The same into a value that is thrown away when it fails, so without a copy of its own.
+VESK_EXPORT void convertAfresh(const AnyConstReference& source, const AnyReference& target);
+
 /// What is viewed as the C++ value that it is, and not as what it views, points to or holds itself.
 template <typename Value>
 using IfPlain =
@@ -50,8 +53,10 @@ using IfPlain =
                      int>;
 } // namespace detail
 
-/// A view of a value of any type, for reading. It owns nothing: it is valid as long as the value is,
-/// and its parts are not moved. Views are small and copied freely; each may be used by one thread.
+/// A view of a value of any type, for reading. It owns nothing, and is valid as long as the value is
+/// where it is and is not replaced. A part that is an AnyValue is viewed as such: to<T>() looks
+/// through it, and as<AnyValue>() gives it for going on. Views are small and copied freely; what
+/// threads may do depends on the value.
 class VESK_EXPORT AnyConstReference
 {
 public:
@@ -167,7 +172,8 @@ public:
   }
   AnyReference find(const std::string& key) const { return find(AnyConstReference(key)); }
 
-  /// Makes the value a converted copy, by the rules of convert(); unchanged when that throws.
+  /// Makes the value a converted copy, by the rules of convert(); unchanged when that throws. Views of
+  /// its parts are no longer valid then. A null pointer throws std::logic_error.
   /// \{
   void set(const AnyConstReference& source) const { convert(source, *this); }
   void set(const char* text) const { set(std::string(text)); }
@@ -198,7 +204,7 @@ Value AnyConstReference::to() const
   if constexpr (std::is_default_constructible_v<Value>)
   {
     Value converted{};
-    convert(*this, AnyReference(*typeOf<Value>(), &converted));
+    detail::convertAfresh(*this, AnyReference(*typeOf<Value>(), &converted));
     return converted;
   }
   else

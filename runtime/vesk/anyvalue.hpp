@@ -24,9 +24,12 @@ namespace vesk
 /// value.as<vesk::PackageInfo>().setVersion("1.1");  // the value itself
 /// \endcode
 ///
-/// Copying copies the value; moving moves it and leaves none behind. Views of the value and of its
-/// parts are valid until this object is assigned to or destroyed, also after it has been moved. Values
-/// in values in values are copied and destroyed as deep as they are nested, on the stack.
+/// Copying copies the value; moving moves it and leaves none behind. A view of the whole value is
+/// valid until this object is assigned to or destroyed, also after it has been moved. Views of its
+/// parts end as well when set() replaces the value or a part around them, and when the value's own
+/// operations move them; take none from a temporary. Threads may read one value at once as far as its
+/// type allows that (a BehaviorInfo does not); who changes it must be alone. Values in values in
+/// values are copied and destroyed as deep as they are nested, on the stack.
 class VESK_EXPORT AnyValue
 {
 public:
@@ -36,8 +39,8 @@ public:
   explicit AnyValue(const TypeInterface& type);
   /// A copy of what is viewed, none when nothing is.
   explicit AnyValue(const AnyConstReference& value);
-  /// Holds \p value, moved in where it can be. A C string or string view becomes a
-  /// std::string.
+  /// Holds \p value, moved in where it can be. A C string (not null) or string view
+  /// becomes a std::string.
   template <typename Value,
             std::enable_if_t<!std::is_base_of_v<AnyConstReference, std::decay_t<Value>> &&
                                  !std::is_base_of_v<TypeInterface, std::decay_t<Value>> &&
@@ -72,7 +75,7 @@ public:
   }
   /// \}
 
-  /// What the views give: see AnyConstReference for each.
+  /// What the views give: see AnyConstReference for each. What is not here is reached by reference().
   /// \{
   bool isValid() const { return held != nullptr; }
   const TypeInterface* type() const { return held; }

@@ -2,6 +2,7 @@
 #include <vesk/anyvalue.hpp>
 
 #include <map>
+#include <sstream>
 #include <string_view>
 
 namespace vesk
@@ -82,8 +83,9 @@ void convertNumber(const AnyReference& target, const AnyConstReference& source, 
       static_cast<const NumberTypeInterface&>(*source.type()).number(source.address());
   if (!static_cast<const NumberTypeInterface&>(*target.type()).setNumber(target.address(), number))
   {
-    place.fail(std::visit([](auto value) { return std::to_string(value); }, number) +
-               " does not fit into " + target.type()->name());
+    std::ostringstream text;
+    std::visit([&text](auto value) { text << value; }, number);
+    place.fail(text.str() + " does not fit into " + target.type()->name());
   }
 }
 
@@ -275,29 +277,34 @@ void convertInto(const AnyReference& target, const AnyConstReference& source, co
 }
 } // namespace
 
+void detail::convertAfresh(const AnyConstReference& source, const AnyReference& target)
+{
+  if (!source.isValid())
+  {
+    throw ConversionError("cannot convert nothing to " + target.type()->name());
+  }
+  convertInto(target, source, Place(*source.type(), *target.type()));
+}
+
 void convert(const AnyConstReference& source, const AnyReference& target)
 {
   if (!target.isValid())
   {
     throw ConversionError("there is no value to convert into");
   }
-  if (!source.isValid())
+  const TypeInterface& type = *target.type();
+  if (source.isValid() && isSameType(*source.type(), type))
   {
-    throw ConversionError("cannot convert nothing to " + target.type()->name());
-  }
-  if (isSameType(*source.type(), *target.type()))
-  {
-    target.type()->assign(target.address(), source.address());
+    type.assign(target.address(), source.address());
     return;
   }
-  const Place outermost(*source.type(), *target.type());
-  if (target.type()->kind() == TypeKind::Unknown)
+  if (type.kind() == TypeKind::Unknown) // it may have no default value
   {
-    outermost.fail("nothing is known of it"); // not even whether it has a default value
+    throw ConversionError("nothing converts to " + type.name());
   }
-  AnyValue converted(*target.type());
-  convertInto(converted, source, outermost);
-  target.type()->assign(target.address(), converted.reference().address());
+  AnyValue converted(type);
+  detail::convertAfresh(source, converted);
+  type.assign(target.address(), converted.reference().address());
 }
 
 } // namespace vesk

@@ -2,6 +2,7 @@
 #ifndef VESK_STRUCTDESCRIPTION_HPP
 #define VESK_STRUCTDESCRIPTION_HPP
 
+#include <array>
 #include <tuple>
 #include <utility>
 
@@ -36,10 +37,14 @@ constexpr Member<Struct, Value> member(const char* name, Value Struct::*pointer)
 /// };
 /// \endcode
 ///
-/// The struct must have a default constructor and be copyable. The order of the members is the order in which peers see them. An element of the tuple may be of
-/// another class that has a `name` and a `pointer`. A struct that has got members since its first
-/// version, and is to be exchanged with peers of that version, lists their names as well, as in
-/// `static constexpr std::array addedFields{"z"};` (see StructVersioningDelegateAddFields).
+/// The struct must have a default constructor and be copyable. The order of the members is the order
+/// in which peers see them. An element of the tuple may be of another class that has a `name` and a
+/// `pointer`. Where members are private, the struct befriends its description.
+///
+/// A struct that has got members since its first version, and is to be exchanged with peers of that
+/// version, lists their names as well, as in `static constexpr std::array addedFields{"z"};`. Where a
+/// peer lacks them they get the default of their type, not of the struct: a bool becomes false (see
+/// StructVersioningDelegateAddFields).
 template <typename Struct>
 struct StructDescription;
 

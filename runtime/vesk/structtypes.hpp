@@ -8,6 +8,7 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <type_traits>
 #include <utility>
@@ -31,6 +32,24 @@ struct AddedFields<Description, std::void_t<decltype(Description::addedFields)>>
     return {Description::addedFields.begin(), Description::addedFields.end()};
   }
 };
+
+template <typename... Members>
+constexpr bool haveDifferentNames(const std::tuple<Members...>& members)
+{
+  const auto names = std::apply(
+      [](const auto&... member) { return std::array{std::string_view(member.name)...}; }, members);
+  for (std::size_t i = 0; i < names.size(); ++i)
+  {
+    for (std::size_t j = 0; j < i; ++j)
+    {
+      if (names[i] == names[j])
+      {
+        return false;
+      }
+    }
+  }
+  return true;
+}
 } // namespace detail
 
 /// What a struct's StructDescription says, as the type system asks for it.
@@ -40,6 +59,8 @@ class StructType : public NativeType<Struct, StructTypeInterface>
   using Description = StructDescription<Struct>;
   using Indexes =
       std::make_index_sequence<std::tuple_size_v<std::decay_t<decltype(Description::members)>>>;
+
+  static_assert(detail::haveDifferentNames(Description::members), "two members have one name");
 
 public:
   StructType() : versioning(detail::AddedFields<Description>::names()) {}

@@ -35,7 +35,8 @@ enum class TypeKind
 ///
 /// Values are passed by address; whoever calls sees to it that they are of the described type. The
 /// addresses that describing a value's parts gives are those of the parts in the value, valid until
-/// it changes. A description never changes and lives to the end of the process, so that any thread
+/// it changes. Looking at parts must not change the value, since constant values are looked into as
+/// well. A description never changes and lives to the end of the process, so that any thread
 /// may use it, as far as it has the values for itself. What the native type's own operations throw
 /// passes through.
 class VESK_EXPORT TypeInterface
@@ -51,7 +52,8 @@ public:
   /// The native type; that of void when the type was described at run time and has none.
   virtual const std::type_info& info() const = 0;
 
-  /// A new default value, to be given to destroy(). Throws std::logic_error when the native type
+  /// A new default value, to be given to destroy(). Values of a native type are made by `new`, here
+  /// and elsewhere. Throws std::logic_error when the native type
   /// has no default constructor.
   virtual void* create() const = 0;
   /// A new copy of \p value, to be given to destroy().
@@ -143,8 +145,9 @@ public:
   /// Makes a member a copy of \p source, which is of the member's type. Throws as member() does.
   void setMember(void* value, std::size_t index, const void* source) const;
 
-  /// Asked when a peer's value with other members is to become \p value. True when it can, and the
-  /// missing members are filled then. As it stands here, it cannot.
+  /// Asked when a peer's value with other members is to become \p value, which is a default one; the
+  /// members that both have are converted later. True when it can, and the missing members are
+  /// filled then. As it stands here, it cannot.
   virtual bool convertFrom(void* value, const MemberDifference& difference) const;
   /// Asked when a value is to become a peer's, and the peer itself has not agreed: true when it can,
   /// that is, when the peer can do without the missing members, and with nothing for the surplus.

@@ -47,7 +47,7 @@ TypeInterface* lookUp(Registry& registry, const Map& map, const Key& key)
 
 bool registerStruct(TypeInterface* type)
 {
-  if (type == nullptr)
+  if (type == nullptr || type->kind() != TypeKind::Struct)
   {
     return false;
   }

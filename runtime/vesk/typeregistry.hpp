@@ -20,14 +20,14 @@ inline constexpr int interfaceMarkerLength = 11;
 /// What the process knows of types. Descriptions given to it belong to it and live to the end of the
 /// process. All functions may be called from any thread, and while libraries are being loaded. A
 /// library that uses the type system must stay loaded, since descriptions may stand in it: link it
-/// with `-z nodelete`, as linking with the CMake target vesk::vesk does.
+/// with `-z nodelete`, as the CMake target vesk::vesk and pkg-config do.
 /// \{
 
-/// Makes a struct's description known by its name. False when \p type is null or another has the
-/// name, which keeps it.
+/// Makes a struct's description known by its name. False when \p type is null or no struct's, or
+/// when another has the name, which keeps it.
 VESK_EXPORT bool registerStruct(TypeInterface* type);
 
-/// Binds a native type to its description. False when \p type is null or describes another type,
+/// Binds a native type to its description; to be done before typeOf() is first asked for it. False when \p type is null or describes another type,
 /// or when the native type has a description, which stays: others may hold it by now.
 VESK_EXPORT bool registerType(const std::type_info& info, TypeInterface* type);
 

@@ -23,32 +23,34 @@ class AnyValue;
 namespace detail
 {
 template <typename Value>
-constexpr bool isUsual = std::is_default_constructible_v<Value>&& std::is_copy_assignable_v<Value>;
+constexpr bool hasDefaultAndAssignment =
+    std::is_default_constructible_v<Value>&& std::is_copy_assignable_v<Value>;
 
 template <typename Value, typename = void>
 struct IsDescribedStruct : std::false_type
 {};
 template <typename Value>
 struct IsDescribedStruct<Value, std::void_t<decltype(StructDescription<Value>::members)>>
-    : std::bool_constant<isUsual<Value>>
+    : std::bool_constant<hasDefaultAndAssignment<Value>>
 {};
 
 template <typename Value>
 struct IsList : std::false_type
 {};
 template <typename Element>
-struct IsList<std::list<Element>> : std::bool_constant<isUsual<Element>>
+struct IsList<std::list<Element>> : std::bool_constant<hasDefaultAndAssignment<Element>>
 {};
 template <typename Element>
 struct IsList<std::vector<Element>>
-    : std::bool_constant<isUsual<Element> && !std::is_same_v<Element, bool>>
+    : std::bool_constant<hasDefaultAndAssignment<Element> && !std::is_same_v<Element, bool>>
 {};
 
 template <typename Value>
 struct IsMap : std::false_type
 {};
 template <typename Key, typename Value>
-struct IsMap<std::map<Key, Value>> : std::bool_constant<isUsual<Key> && isUsual<Value>>
+struct IsMap<std::map<Key, Value>>
+    : std::bool_constant<hasDefaultAndAssignment<Key> && hasDefaultAndAssignment<Value>>
 {};
 
 template <typename Value>

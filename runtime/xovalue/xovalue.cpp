@@ -24,38 +24,34 @@ union Undying
 
 void XOValue::copyFrom(const XOValue& other)
 {
-  switch (other.kind)
+  if (other.isString())
   {
-  case Kind::Empty:
-    break;
-  case Kind::Bool:
-    content.flag = other.content.flag;
-    break;
-  case Kind::String:
     new (&content.text) std::string(other.content.text);
-    break;
-  case Kind::Array:
+  }
+  else if (other.isArray())
+  {
     new (&content.array) detail::Array(other.content.array, content.nearby);
-    break;
+  }
+  else if (other.isBool()) // an empty value keeps what is nearby
+  {
+    content.flag = other.toBool();
   }
   kind = other.kind;
 }
 
 void XOValue::takeFrom(XOValue& other) noexcept
 {
-  switch (other.kind)
+  if (other.isString())
   {
-  case Kind::Empty:
-    break;
-  case Kind::Bool:
-    content.flag = other.content.flag;
-    break;
-  case Kind::String:
     new (&content.text) std::string(std::move(other.content.text));
-    break;
-  case Kind::Array:
+  }
+  else if (other.isArray())
+  {
     new (&content.array) detail::Array(std::move(other.content.array));
-    break;
+  }
+  else if (other.isBool())
+  {
+    content.flag = other.toBool();
   }
   kind = other.kind;
   other.clear();

@@ -68,7 +68,8 @@ private:
 /// no memory beside the value itself; an array needs one block, which small arrays inside it share.
 /// A value moved from is empty. A
 /// value may be assigned a part of itself. Copying, comparing, printing and destroying go as deep
-/// as arrays are nested, on the stack. Threads may read one value at once; who writes must be alone.
+/// as arrays are nested, on the stack. Threads may read one value at once; who writes must be alone, where distinct elements
+/// count as distinct values. A part that is moved out keeps the block it was in, of up to 96 values.
 class XOVALUE_EXPORT XOValue
 {
   template <typename Type>
@@ -87,6 +88,7 @@ public:
   {
     new (&content.text) std::string(std::move(text));
   }
+  explicit XOValue(std::string_view text) : XOValue(std::string(text)) {}
   /// A text from a NUL-terminated one; a null pointer gives an empty text.
   XOValue(const char* text) : XOValue(std::string(text != nullptr ? text : "")) {}
   /// A bool, and nothing that merely converts to one, as pointers do.

@@ -33,8 +33,8 @@ int run(int argc, char** argv)
   std::string format = "text";
   showVerb
       ->add_option("--format", format,
-                   "text (the report), json (all fields; of several manifests one line each), or "
-                   "variant (as the robot's modules get it)")
+                   "text (the report, the default), json (all fields; of several manifests one "
+                   "line each), or variant (as the robot's modules get it; [] without a uuid)")
       ->check(CLI::IsMember(formats))
       ->option_text("FORMAT");
   showVerb->callback([&] { code = show(files, formats.at(format)); });
