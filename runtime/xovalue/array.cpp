@@ -91,10 +91,13 @@ Array::Array(int size, std::int64_t room, Block* nearby)
     keepsBlock = true;
     values = block->take(size);
   }
-  for (; count < size; ++count)
+  Block* const home = block; // in locals, which the loop cannot write over
+  XOValue* const end = values + size;
+  for (XOValue* value = values; value != end; ++value)
   {
-    new (&values[count]) XOValue(block);
+    new (value) XOValue(home);
   }
+  count = size;
 }
 
 Array::Array(Array&& other) noexcept
