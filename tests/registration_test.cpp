@@ -151,9 +151,6 @@ TEST(Registration, PackagesMakeTheRoundTripThroughGenericValues)
   members.erase("uuid");
   AnyValue target(package);
   EXPECT_THAT(failure(AnyValue(members), target), HasSubstr("without \"uuid\""));
-  const WebInfo web{"html"};
-  const auto webMembers = AnyConstReference(web).to<std::map<std::string, std::string>>();
-  EXPECT_EQ(AnyConstReference(webMembers).to<WebInfo>().path, "html");
 }
 
 TEST(Registration, ExchangesBehaviorsWithPeersThatLackTheAddedField)

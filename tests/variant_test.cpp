@@ -218,15 +218,11 @@ TEST(Variant, TakesAnyShape)
 
 TEST(Variant, ReadsManyLanguagesInTime)
 {
-  XOValue value = resized({}, 20);
-  for (const int index : {10, 19})
+  XOValue value = variantOf(filled<PackageInfo>());
+  value[10][1].arraySetSize(200000);
+  for (int i = 0; i < 200000; ++i)
   {
-    value[index].arraySetSize(2);
-    value[index][1].arraySetSize(100000);
-    for (int i = 0; i < 100000; ++i)
-    {
-      value[index][1][i] = std::to_string(i);
-    }
+    value[10][1][i] = std::to_string(i);
   }
-  EXPECT_EQ(PackageInfo(value).descriptionLanguages().size(), 100000U);
+  EXPECT_EQ(PackageInfo(value).supportedLanguages().size(), 200000U);
 }

@@ -148,15 +148,6 @@ TEST(XOValue, PartsOutliveTheArrayTheyWereIn)
   }
 }
 
-TEST(XOValue, NeedsNoMemoryForSmallValues)
-{
-  EXPECT_LE(sizeof(XOValue), sizeof(std::string) + sizeof(void*));
-  const XOValue value(std::string("fifteen letters"));
-  const auto* text = static_cast<const std::string&>(value).data();
-  EXPECT_TRUE(text >= static_cast<const void*>(&value) &&
-              text < static_cast<const void*>(&value + 1));
-}
-
 TEST(XOValue, Prints)
 {
   EXPECT_EQ(printed(XOValue()), "null");
