@@ -65,11 +65,11 @@ private:
 /// gives an empty text, false or the size 0. Writing there throws.
 ///
 /// A copy shares nothing with its source. An empty value, a bool and a text of up to 15 bytes need
-/// no memory beside the value itself; an array needs one block, which small arrays inside it share.
-/// A value moved from is empty. A
-/// value may be assigned a part of itself. Copying, comparing, printing and destroying go as deep
-/// as arrays are nested, on the stack. Threads may read one value at once; who writes must be alone, where distinct elements
-/// count as distinct values. A part that is moved out keeps the block it was in, of up to 96 values.
+/// no memory beside the value itself; an array needs one block, which small arrays inside it share,
+/// and which a part that is moved out keeps (blocks that are shared hold up to 96 values). A value
+/// moved from is empty. A value may be assigned a part of itself. Copying, comparing, printing and
+/// destroying go as deep as arrays are nested, on the stack. Threads may read one value at once; who
+/// writes must be alone, where distinct elements count as distinct values.
 class XOVALUE_EXPORT XOValue
 {
   template <typename Type>
