@@ -25,6 +25,7 @@ class XOValue;
 namespace vesk
 {
 
+struct PackageInfo2;
 struct PackageInfoPrivate;
 struct RecordAccess;
 
@@ -130,6 +131,11 @@ public:
   /// Pairs count by position, their names do not matter. Any other value gives an empty package;
   /// inside, a value of a wrong kind reads as an empty one. Never throws for what the value is.
   explicit PackageInfo(const XO::XOValue& value);
+  /// A copy of what loadManifest() has read, or a caller put there: its texts, and the sections and
+  /// contents that a package has. Web content is dropped, repeated supported languages count once,
+  /// and there are no description languages, which that reader skips. Throws vesk::ConversionError
+  /// when a section holds a value that does not convert to what it is here.
+  explicit PackageInfo(const PackageInfo2& info);
   ~PackageInfo();
 
   /// The package's identifier.

@@ -6,6 +6,7 @@
 #include <package/packageinfo_p.hpp>
 #include <package/recordaccess.hpp>
 #include <package/rootattributes.hpp>
+#include <package/sections.hpp>
 #include <package/xml/names.hpp>
 #include <package/xml/parsing.hpp>
 #include <package/xml/reading.hpp>
@@ -32,86 +33,11 @@ void logSyntaxError(const std::string& source, const SyntaxError& error, const c
            function);
 }
 
-void readServices(const QDomNode& section, std::list<PackageService>& services)
-{
-  const ManifestNames& names = manifestNames();
-  for (const QDomNode& child : Children(section))
-  {
-    if (child.nodeName() == names.service)
-    {
-      const QDomElement element = child.toElement();
-      PackageService& service = services.emplace_back();
-      service.execStart = attributeOf(element, names.execStart);
-      service.name = attributeOf(element, names.name);
-      service.autoRun = attributeOf(element, names.autorun) == "true";
-    }
-  }
-}
-
-void readExecutableFiles(const QDomNode& section, std::list<std::string>& files)
-{
-  const ManifestNames& names = manifestNames();
-  for (const QDomNode& child : Children(section))
-  {
-    if (child.nodeName() == names.file)
-    {
-      files.push_back(attributeOf(child.toElement(), names.path));
-    }
-  }
-}
-
-void readRequirements(const QDomNode& section, PackageInfoPrivate& record)
-{
-  const ManifestNames& names = manifestNames();
-  for (const QDomNode& child : Children(section))
-  {
-    const QDomElement element = child.toElement();
-    if (child.nodeName() == names.robotRequirement)
-    {
-      RobotRequirement& robot = record.robotRequirements.emplace_back();
-      robot.model = attributeOf(element, names.model);
-      robot.minHeadVersion = attributeOf(element, names.minHeadVersion);
-      robot.maxHeadVersion = attributeOf(element, names.maxHeadVersion);
-      robot.minBodyVersion = attributeOf(element, names.minBodyVersion);
-      robot.maxBodyVersion = attributeOf(element, names.maxBodyVersion);
-    }
-    else if (child.nodeName() == names.mirelRequirement)
-    {
-      MirelRequirement& software = record.mirelRequirements.emplace_back();
-      software.minVersion = attributeOf(element, names.minVersion);
-      software.maxVersion = attributeOf(element, names.maxVersion);
-    }
-  }
-}
-
 void readLanguages(const QDomNode& section, LanguageAppender& appender)
 {
   for (const QDomNode& child : Children(section))
   {
     appender.append(textOf(child.toElement()));
-  }
-}
-
-void readContents(const QDomNode& section, PackageInfoPrivate& record)
-{
-  const ManifestNames& names = manifestNames();
-  // A descriptor stays in its list whatever its loader makes of the element.
-  for (QDomNode child : Children(section))
-  {
-    const QString name = child.nodeName();
-    if (name == names.behaviorContent)
-    {
-      recordOf(record.behaviors.emplace_back()).loadFromManifest(child);
-    }
-    else if (name == names.dialogContent)
-    {
-      QDomElement element = child.toElement();
-      record.dialogs.emplace_back().loadFromManifest(element);
-    }
-    else if (name == names.languageContent)
-    {
-      recordOf(record.languages.emplace_back()).loadFromManifest(child);
-    }
   }
 }
 
@@ -166,10 +92,7 @@ void PackageInfoPrivate::loadFromXmlDocument(const QDomDocument& document, Packa
   const ManifestNames& names = manifestNames();
   PackageInfoPrivate& record = recordOf(*info);
   const QDomElement root = document.documentElement();
-  for (const auto& attribute : rootAttributes<PackageInfoPrivate>)
-  {
-    record.*attribute.member = attributeOf(root, names.*attribute.name);
-  }
+  readRootAttributes(root, record);
   // One of each for the whole manifest, since sections can come any number of times.
   LanguageAppender supported(record.supportedLanguages);
   LanguageAppender described(record.descriptionLanguages);
@@ -186,15 +109,16 @@ void PackageInfoPrivate::loadFromXmlDocument(const QDomDocument& document, Packa
     }
     else if (name == names.services)
     {
-      readServices(section, record.services);
+      readItems(section, names.service, record.services, serviceFrom);
     }
     else if (name == names.executableFiles)
     {
-      readExecutableFiles(section, record.executableFiles);
+      readItems(section, names.file, record.executableFiles, executableFileFrom);
     }
     else if (name == names.requirements)
     {
-      readRequirements(section, record);
+      readItems(section, names.robotRequirement, record.robotRequirements, robotRequirementFrom);
+      readItems(section, names.mirelRequirement, record.mirelRequirements, mirelRequirementFrom);
     }
     else if (name == names.supportedLanguages)
     {
@@ -206,7 +130,8 @@ void PackageInfoPrivate::loadFromXmlDocument(const QDomDocument& document, Packa
     }
     else if (name == names.contents)
     {
-      readContents(section, record);
+      readContents(section, record.behaviors, record.dialogs, record.languages,
+                   [](const QDomNode&) {});
     }
   }
 }

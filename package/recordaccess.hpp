@@ -2,6 +2,8 @@
 #ifndef PACKAGE_RECORDACCESS_HPP
 #define PACKAGE_RECORDACCESS_HPP
 
+#include <package/registrar.hpp> // with every handle
+
 #include <memory>
 #include <utility>
 
@@ -17,12 +19,6 @@ struct RecordAccess
     return *handle.record;
   }
 };
-
-/// Registers the types when the library is loaded. Every handle's unit refers to it from here, so
-/// that it is there as well in a program that is linked statically, with what is referred to only.
-struct Registrar;
-extern const Registrar registrar;
-[[gnu::used]] static const Registrar* const referredToRegistrar = &registrar;
 
 /// The private record of a handle; to be changed even where the handle is const, as the handle's
 /// own const operations may.

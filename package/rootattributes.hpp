@@ -3,6 +3,7 @@
 #define PACKAGE_ROOTATTRIBUTES_HPP
 
 #include <package/xml/names.hpp>
+#include <package/xml/reading.hpp>
 
 #include <array>
 #include <string>
@@ -29,6 +30,16 @@ constexpr std::array rootAttributes{
     RootAttribute<Record>{&ManifestNames::typeVersion, &Record::typeVersion},
     RootAttribute<Record>{&ManifestNames::channel, &Record::channel},
 };
+
+/// Sets all of them; to empty where the root element lacks one.
+template <typename Record>
+void readRootAttributes(const QDomElement& root, Record& record)
+{
+  for (const auto& attribute : rootAttributes<Record>)
+  {
+    record.*attribute.member = attributeOf(root, manifestNames().*attribute.name);
+  }
+}
 
 } // namespace vesk
 

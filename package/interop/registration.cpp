@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <package/interop/recordmembers.hpp>
 #include <package/recordaccess.hpp>
-#include <vesk/log.hpp>
+#include <package/registrar.hpp>
 #include <vesk/typesystem.hpp>
 
 namespace vesk
@@ -19,20 +19,13 @@ void registerRecord(const char* publicName)
   registerType(typeid(Public), bouncer);
 }
 
-/// All that the library does when it is loaded. The order is known to peers.
-struct Registrar
+Registrar::Registrar()
 {
-  Registrar()
-  {
-    registerRecord<DialogInfo, DialogInfoPrivate>("::vesk::DialogInfo");
-    registerRecord<BehaviorInfo, BehaviorInfoPrivate>("::vesk::BehaviorInfo");
-    registerRecord<LanguageInfo, LanguageInfoPrivate>("::vesk::LanguageInfo");
-    registerRecord<PackageInfo, PackageInfoPrivate>("::vesk::PackageInfo");
-  }
-
-  // Where the second reader logs: programs set its level before anything has been read.
-  log::Category category = log::addCategory("vesk.package.info");
-};
+  registerRecord<DialogInfo, DialogInfoPrivate>("::vesk::DialogInfo");
+  registerRecord<BehaviorInfo, BehaviorInfoPrivate>("::vesk::BehaviorInfo");
+  registerRecord<LanguageInfo, LanguageInfoPrivate>("::vesk::LanguageInfo");
+  registerRecord<PackageInfo, PackageInfoPrivate>("::vesk::PackageInfo");
+}
 
 // Before a program's own objects, also where it is linked statically.
 __attribute__((init_priority(101))) const Registrar registrar;

@@ -88,6 +88,9 @@ struct ManifestNames
   XmlName languageContent = "languageContent";
   XmlName engine = "engine";
   XmlName locale = "locale";
+
+  // web content
+  XmlName webContent = "webContent";
 };
 
 /// The one set of names, built on first use.

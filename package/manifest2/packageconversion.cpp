@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <package/languagecodes.hpp>
+#include <package/manifest2/packageinfo2.hpp>
+#include <package/manifest2/sectionaccess.hpp>
+#include <package/packageinfo.hpp>
+#include <package/packageinfo_p.hpp>
+#include <package/recordaccess.hpp>
+
+namespace vesk
+{
+namespace
+{
+template <typename Item>
+void append(std::list<Item>& list, const std::vector<Item>& items)
+{
+  list.insert(list.end(), items.begin(), items.end());
+}
+} // namespace
+
+PackageInfo::PackageInfo(const PackageInfo2& info) : PackageInfo()
+{
+  using Texts = std::map<std::string, std::string>;
+  using Requirements = std::pair<std::vector<RobotRequirement>, std::vector<MirelRequirement>>;
+  const Values& sections = info.sections;
+  record->uuid = info.uuid;
+  record->version = info.version;
+  record->author = info.author;
+  record->channel = info.channel;
+  record->organization = info.organization;
+  record->date = info.date;
+  record->typeVersion = info.typeVersion;
+  record->installer = info.installer;
+  record->path = info.path;
+  record->langToName = *ValueAt<Texts>(sections, "names");
+  record->langToDesc = *ValueAt<Texts>(sections, "descriptions");
+  append(record->services, *ValueAt<std::vector<PackageService>>(sections, "services"));
+  append(record->executableFiles, *ValueAt<std::vector<std::string>>(sections, "executableFiles"));
+  const ValueAt<Requirements> requirements(sections, "requirements");
+  append(record->robotRequirements, (*requirements).first);
+  append(record->mirelRequirements, (*requirements).second);
+  const ValueAt<std::vector<std::string>> languages(sections, "supportedLanguages");
+  LanguageAppender supported(record->supportedLanguages);
+  for (const std::string& language : *languages)
+  {
+    supported.append(language);
+  }
+  const ValueAt<Values> contents(sections,
+                                 keys::contents); // of which web has no place in a package
+  append(record->behaviors, *ValueAt<std::vector<BehaviorInfo>>(*contents, keys::behaviors));
+  append(record->dialogs, *ValueAt<std::vector<DialogInfo>>(*contents, keys::dialogs));
+  append(record->languages, *ValueAt<std::vector<LanguageInfo>>(*contents, keys::languages));
+}
+
+} // namespace vesk
