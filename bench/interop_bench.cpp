@@ -51,6 +51,16 @@ void copyVariant(benchmark::State& state)
   }
 }
 
+void fromSections(benchmark::State& state)
+{
+  const vesk::PackageInfo2 sections = sampleSections(static_cast<int>(state.range(0)));
+  while (state.KeepRunning())
+  {
+    vesk::PackageInfo package(sections);
+    benchmark::DoNotOptimize(package);
+  }
+}
+
 void holdInAnyValue(benchmark::State& state)
 {
   const vesk::PackageInfo package = samplePackage(static_cast<int>(state.range(0)));
@@ -75,5 +85,6 @@ BENCHMARK(deepCopy)->Apply(behaviorCounts);
 BENCHMARK(toVariant)->Apply(behaviorCounts);
 BENCHMARK(fromVariant)->Apply(behaviorCounts);
 BENCHMARK(copyVariant)->Apply(behaviorCounts);
+BENCHMARK(fromSections)->Apply(behaviorCounts);
 BENCHMARK(holdInAnyValue)->Apply(behaviorCounts);
 BENCHMARK(memberByName)->Apply(leastOfMany);

@@ -3,6 +3,8 @@
 #include "least.hpp"
 #include "samplepackage.hpp"
 
+#include <package/manifest2/loadmanifest.hpp>
+
 #include <QDomDocument>
 #include <QFile>
 #include <QTextStream>
@@ -62,6 +64,16 @@ void loadFile(benchmark::State& state)
   }
 }
 
+void loadSections(benchmark::State& state)
+{
+  const ManifestFile manifest(state);
+  const std::string path = manifest.path.toStdString();
+  while (state.KeepRunning())
+  {
+    benchmark::DoNotOptimize(vesk::loadManifest(path));
+  }
+}
+
 void saveStringToolkit(benchmark::State& state)
 {
   const ManifestFile manifest(state);
@@ -110,6 +122,7 @@ void saveFile(benchmark::State& state)
 
 BENCHMARK(loadFileToolkit)->Apply(behaviorCounts);
 BENCHMARK(loadFile)->Apply(behaviorCounts);
+BENCHMARK(loadSections)->Apply(behaviorCounts);
 BENCHMARK(saveStringToolkit)->Apply(behaviorCounts);
 BENCHMARK(saveString)->Apply(behaviorCounts);
 BENCHMARK(saveFileToolkit)->Apply(behaviorCounts);

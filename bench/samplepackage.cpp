@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "samplepackage.hpp"
 
+#include <package/manifest2/loadmanifest.hpp>
+
 #include <QCoreApplication>
 #include <QDir>
 
@@ -20,6 +22,14 @@ vesk::PackageInfo samplePackage(int behaviors)
     package.addBehavior(behavior);
   }
   return package;
+}
+
+vesk::PackageInfo2 sampleSections(int behaviors)
+{
+  vesk::PackageInfo2 sections = vesk::loadManifest(EXAMPLE_MANIFEST);
+  const vesk::BehaviorInfo behavior = sections.behaviors().front();
+  sections.behaviors().assign(static_cast<std::size_t>(behaviors), behavior);
+  return sections;
 }
 
 QString sampleManifestPath(int behaviors)

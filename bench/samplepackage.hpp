@@ -2,12 +2,16 @@
 #ifndef BENCH_SAMPLEPACKAGE_HPP
 #define BENCH_SAMPLEPACKAGE_HPP
 
+#include <package/manifest2/packageinfo2.hpp>
 #include <package/packageinfo.hpp>
 
 #include <QString>
 
 /// The package of examples/manifests/greeting.xml with its behavior so many times.
 vesk::PackageInfo samplePackage(int behaviors);
+
+/// The same as loadManifest() gives it.
+vesk::PackageInfo2 sampleSections(int behaviors);
 
 /// The path of a file in the temporary folder that is this process's own, for such a manifest.
 QString sampleManifestPath(int behaviors);

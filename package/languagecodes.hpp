@@ -67,24 +67,42 @@ inline std::string textOrEmpty(const std::map<std::string, std::string>& map,
   return entry == map.end() ? std::string() : entry->second;
 }
 
-/// Appends many languages to a list without duplicates, in a time that does not grow with the
-/// square of their number as walking the list for each would.
+/// Appends languages to a list without duplicates. Many are looked up, in a time that does not grow
+/// with the square of their number as walking the list for each would; a few are found sooner by
+/// walking.
 class LanguageAppender
 {
 public:
-  explicit LanguageAppender(std::list<std::string>& list)
-      : languages(list), known(list.begin(), list.end())
-  {}
+  explicit LanguageAppender(std::list<std::string>& list) : languages(list) {}
 
   void append(std::string language)
   {
-    if (known.count(language) == 0)
+    if (!isKnown(language))
     {
-      known.insert(languages.emplace_back(std::move(language)));
+      languages.push_back(std::move(language));
+      if (!known.empty())
+      {
+        known.insert(languages.back());
+      }
     }
   }
 
 private:
+  static constexpr std::size_t few = 16;
+
+  bool isKnown(const std::string& language)
+  {
+    if (languages.size() <= few)
+    {
+      return std::find(languages.begin(), languages.end(), language) != languages.end();
+    }
+    if (known.empty())
+    {
+      known.insert(languages.begin(), languages.end());
+    }
+    return known.count(language) != 0;
+  }
+
   std::list<std::string>& languages;
   std::set<std::string_view> known; // into the list, whose elements stay where they are
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "support.hpp"
 
+#include <package/manifest2/loadmanifest.hpp>
 #include <package/packageinfo.hpp>
 
 using vesk::PackageInfo;
@@ -108,14 +109,18 @@ TEST(Reading, LogsWhyAFileOrTextCannotBeRead)
 TEST(Reading, SurvivesTruncationAtEveryByteAndChangesNothingThen)
 {
   const CapturedLog captured;
+  const TemporaryFolder folder;
   for (const std::string& path : exampleManifests())
   {
     const std::string manifest = contentOf(path);
+    const std::string truncated = folder.file("truncated.xml", manifest);
     PackageInfo package = loaded(manifest);
     const std::string before = package.saveToManifestContent();
-    for (std::size_t size = 0; size <= manifest.rfind('>'); ++size)
+    for (std::size_t size = manifest.rfind('>'); size > 0; --size)
     {
       ASSERT_FALSE(package.loadFromManifestContent(manifest.substr(0, size))) << path << size;
+      ASSERT_TRUE(QFile::resize(QString::fromStdString(truncated), static_cast<qint64>(size)));
+      ASSERT_THROW(vesk::loadManifest(truncated), std::runtime_error) << path << size;
     }
     EXPECT_EQ(package.saveToManifestContent(), before);
   }

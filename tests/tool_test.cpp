@@ -22,7 +22,8 @@ const QString office = EXAMPLE_MANIFESTS "/office-assistant.xml";
 TEST(Tool, ShowsReports)
 {
   const ProgramRun large = tool({"show", office});
-  EXPECT_EQ(large.out, contentOf(GOLDEN_FILES "/office-assistant.report.txt"));
+  EXPECT_EQ(large.out, contentOf(GOLDEN_FILES "/office-assistant.report.txt") +
+                           "Web content\n***********\nPath: web/tablet\n");
   const ProgramRun one = tool({"show", greeting});
   EXPECT_EQ(one.exitCode, 0);
   EXPECT_EQ(one.err, "");
@@ -41,6 +42,7 @@ TEST(Tool, ShowsAllFieldsAsJsonAndTheVariantForm)
   EXPECT_EQ(lines.count('\n'), 2);
   EXPECT_EQ(QJsonDocument::fromJson(lines.split('\n').front()),
             QJsonDocument::fromJson(QByteArray::fromStdString(json)));
+  EXPECT_EQ(QJsonDocument::fromJson(lines.split('\n').at(1))["web"]["path"], "web/tablet");
   const ProgramRun variant = tool({"show", "--format", "variant", greeting});
   const auto pairs = QJsonDocument::fromJson(QByteArray::fromStdString(variant.out)).array();
   EXPECT_EQ(pairs.size(), 20);

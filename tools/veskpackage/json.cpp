@@ -88,7 +88,14 @@ Json jsonOf(const vesk::AnyConstReference& value)
 }
 } // namespace
 
-std::string toJson(const vesk::AnyConstReference& value, int indentation)
+std::string
+toJson(const vesk::AnyConstReference& value, int indentation,
+       const std::vector<std::pair<std::string, vesk::AnyConstReference>>& furtherMembers)
 {
-  return jsonOf(value).dump(indentation, ' ', false, Json::error_handler_t::replace);
+  Json json = jsonOf(value);
+  for (const auto& [name, member] : furtherMembers)
+  {
+    append(json, name, jsonOf(member));
+  }
+  return json.dump(indentation, ' ', false, Json::error_handler_t::replace);
 }

@@ -3,10 +3,13 @@
 
 #include "complaint.hpp"
 
+#include <package/manifest2/loadmanifest.hpp>
 #include <vesk/log.hpp>
 
+#include <QDomDocument>
 #include <QFile>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace
@@ -38,7 +41,17 @@ public:
   /// Why not all could be written; empty when it was.
   const QString& writeError() const { return whyNotWritten; }
 
+  /// All that was read, since a pipe cannot be read again.
+  const QByteArray& bytesRead() const { return bytes; }
+
 protected:
+  qint64 readData(char* data, qint64 size) override
+  {
+    const qint64 read = QFile::readData(data, size);
+    bytes.append(data, static_cast<int>(std::max<qint64>(read, 0)));
+    return read;
+  }
+
   qint64 writeData(const char* data, qint64 size) override
   {
     const qint64 written = QFile::writeData(data, size);
@@ -51,11 +64,12 @@ protected:
 
 private:
   FILE* stream;
+  QByteArray bytes;
   QString whyNotWritten;
 };
 } // namespace
 
-bool load(vesk::PackageInfo& package, const std::string& file)
+bool load(vesk::PackageInfo& package, const std::string& file, vesk::PackageInfo2* sections)
 {
   StreamOrFile input(file, stdin, "<stdin>");
   std::string logged;
@@ -70,6 +84,12 @@ bool load(vesk::PackageInfo& package, const std::string& file)
   else if (!loaded)
   {
     complainAsLogged(input.name, logged);
+  }
+  else if (sections != nullptr)
+  {
+    QDomDocument document; // within the library's limits, since it has just been loaded
+    document.setContent(input.bytesRead());
+    *sections = vesk::loadXmlDocument(document);
   }
   return loaded;
 }

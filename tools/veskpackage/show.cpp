@@ -10,19 +10,35 @@
 
 namespace
 {
-void print(vesk::PackageInfo& package, ShowFormat format, bool onOneLine)
+struct Manifest
+{
+  vesk::PackageInfo package;
+  vesk::PackageInfo2 sections;
+
+  /// Nothing when there is none.
+  vesk::AnyConstReference webContent() { return sections.contents()["web"]; }
+};
+
+void print(Manifest& manifest, ShowFormat format, bool onOneLine)
 {
   switch (format)
   {
   case ShowFormat::Text:
-    std::cout << package;
+    std::cout << manifest.package;
+    if (manifest.webContent().isValid())
+    {
+      std::cout << "Web content\n***********\nPath: "
+                << manifest.webContent().as<vesk::WebInfo>().path << '\n';
+    }
     break;
   case ShowFormat::Json:
-    std::cout << toJson(vesk::AnyConstReference(package), onOneLine ? -1 : 2) << '\n';
+    std::cout << toJson(vesk::AnyConstReference(manifest.package), onOneLine ? -1 : 2,
+                        {{"web", manifest.webContent()}})
+              << '\n';
     break;
   case ShowFormat::Variant:
     XO::XOValue value;
-    package.toXOValue(value);
+    manifest.package.toXOValue(value);
     std::cout << value << '\n';
     break;
   }
@@ -34,10 +50,10 @@ ExitCode show(const std::vector<std::string>& files, ShowFormat format)
   ExitCode code = Done;
   for (const std::string& file : files)
   {
-    vesk::PackageInfo package;
-    if (load(package, file))
+    Manifest manifest;
+    if (load(manifest.package, file, &manifest.sections))
     {
-      print(package, format, files.size() > 1);
+      print(manifest, format, files.size() > 1);
       if (!std::cout.flush())
       {
         complain("<stdout>", "Could not write");
