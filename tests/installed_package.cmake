@@ -27,6 +27,10 @@ run(${CMAKE_COMMAND} -G ${GENERATOR} -S ${EXAMPLES_DIR} -B ${WORK_DIR}/build
     -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_FLAGS=${flags})
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
 expect_edits(${WORK_DIR}/build/edit)
+run(${WORK_DIR}/build/sections ${EXAMPLES_DIR}/manifests/office-assistant.xml)
+if(NOT out MATCHES "contents: map.*web content: web/tablet\nbehavior: reception/welcome_visitor\n")
+  message(FATAL_ERROR "sections printed ${out}")
+endif()
 
 set(ENV{PKG_CONFIG_PATH} ${prefix}/${LIB_DIR}/pkgconfig)
 run(pkg-config --cflags --libs veskpackage)

@@ -17,96 +17,25 @@ using testing::IsEmpty;
 
 namespace
 {
+using Json = nlohmann::json;
 using Lines = std::vector<std::string>;
 
-/// What a manifest means to both readers.
-struct Compared
-{
-  std::string manifest; ///< the text, or the path of a file
-  /// Where the packages differ, as "place: with the first reader | with the second".
-  Lines differences;
-  /// What the sections hold that gets into no package, as "place: value".
-  Lines onlyInSections;
-};
-
-std::vector<Compared> comparedManifests()
-{
-  const std::string examples = EXAMPLE_MANIFESTS "/";
-  return {
-      // Only the first reads description languages, only the second web content.
-      {examples + "greeting.xml",
-       {R"(/descriptionLanguages/0: "en_US" | nothing)",
-        R"(/descriptionLanguages/1: "es_ES" | nothing)"},
-       {}},
-      {examples + "language-pack-italian.xml",
-       {R"(/descriptionLanguages/0: "en_US" | nothing)",
-        R"(/descriptionLanguages/1: "it_IT" | nothing)"},
-       {}},
-      {examples + "minimal.xml", {}, {}},
-      {examples + "museum-guide.xml",
-       {R"(/descriptionLanguages/0: "en_US" | nothing)",
-        R"(/descriptionLanguages/1: "fr_FR" | nothing)",
-        R"(/descriptionLanguages/2: "ja_JP" | nothing)"},
-       {}},
-      {examples + "office-assistant.xml",
-       {R"(/descriptionLanguages/0: "en_US" | nothing)",
-        R"(/descriptionLanguages/1: "de_DE" | nothing)"},
-       {R"(/contents/web/path: "web/tablet")"}},
-      {GOLDEN_FILES "/oddities.xml",
-       {R"(/descriptionLanguages/0: "de" | nothing)", R"(/descriptionLanguages/1: "en" | nothing)",
-        R"(/langToName/de: "" | nothing)", R"(/langToName/en: "b<ce" | nothing)",
-        "/services/2/autoRun: false | true"},
-       {R"(/contents/web/path: "skipped")"}},
-      {"<p><contents><webContent path='a'/><webContent path='b'/></contents></p>",
-       {},
-       {R"(/contents/web/path: "b")"}},
-      // "autorun" is lower case; "1" counts for the second reader only.
-      {"<p><services><service autorun='1'/><service autorun='true'/><service autoRun='1'/>"
-       "<service autorun='TRUE'/><service autorun='yes'/><service/></services></p>",
-       {"/services/0/autoRun: false | true"},
-       {}},
-      // A package has each language once.
-      {"<p><supportedLanguages><l>a</l><l>b</l><l>a</l></supportedLanguages></p>",
-       {},
-       {R"(/supportedLanguages/2: "a")"}},
-      // The first adds up what sections hold, for the second the last one counts, even an empty one.
-      {"<p><names><n lang='a'>x</n></names><names><n lang='b'>y</n></names><services><service/>"
-       "</services><services/></p>",
-       {R"(/langToName/a: "x" | nothing)", "/services/0/autoRun: false | nothing",
-        R"(/services/0/execStart: "" | nothing)", R"(/services/0/name: "" | nothing)"},
-       {}},
-      {"<p><contents><dialogContent/></contents><contents/></p>",
-       {R"(/dialogs/0/topicName: "" | nothing)", R"(/dialogs/0/typeVersion: "" | nothing)"},
-       {"/contents: null"}},
-      // Processing instructions count by their target, for both.
-      {"<p><supportedLanguages><l>a</l></supportedLanguages><?supportedLanguages?></p>",
-       {R"(/supportedLanguages/0: "a" | nothing)"},
-       {}},
-      // Children that are no elements give empty entries, for both.
-      {"<p><names><!----></names><descriptions>text</descriptions><executableFiles><?file?>"
-       "</executableFiles><supportedLanguages><!----></supportedLanguages></p>",
-       {},
-       {}},
-  };
-}
-
-/// Every value by its place.
-nlohmann::json flat(const std::string& json) { return nlohmann::json::parse(json).flatten(); }
-
+/// Where packages differ, as "place: in the first | in the second"; what is empty is nothing.
 Lines differences(const PackageInfo& first, const PackageInfo& second)
 {
-  const nlohmann::json left = flat(contentIn(first));
-  const nlohmann::json right = flat(contentIn(second));
-  nlohmann::json places = left;
+  const Json left = Json::parse(contentIn(first)).flatten();
+  const Json right = Json::parse(contentIn(second)).flatten();
+  Json places = left;
   places.update(right);
+  const auto shown = [](const Json& value) { return value.is_null() ? "nothing" : value.dump(); };
   Lines lines;
   for (const auto& [place, any] : places.items())
   {
-    const auto at = [&key = place](const nlohmann::json& values)
-    { return values.value(key, nlohmann::json()).is_null() ? "nothing" : values[key].dump(); };
-    if (at(left) != at(right))
+    const Json inFirst = left.value(place, Json());
+    const Json inSecond = right.value(place, Json());
+    if (inFirst != inSecond)
     {
-      lines.push_back(place + ": " + at(left) + " | " + at(right));
+      lines.push_back(place + ": " + shown(inFirst) + " | " + shown(inSecond));
     }
   }
   return lines;
@@ -128,25 +57,27 @@ std::string thrown(Action action)
 }
 } // namespace
 
+// golden/readers.json states every difference, and what the sections hold that gets into no package.
 TEST(BothReaders, DifferAsStated)
 {
   const TemporaryFolder folder;
-  for (const Compared& compared : comparedManifests())
+  for (const Json& stated : Json::parse(contentOf(GOLDEN_FILES "/readers.json")))
   {
-    const bool isText = compared.manifest.front() == '<';
-    const std::string path =
-        isText ? folder.file("manifest.xml", compared.manifest) : compared.manifest;
+    SCOPED_TRACE(stated["what"].get<std::string>());
+    const std::string path = stated.contains("file")
+                                 ? PROJECT_FOLDER + stated["file"].get<std::string>()
+                                 : folder.file("m.xml", stated["manifest"]);
     PackageInfo package;
     ASSERT_TRUE(package.loadFromManifestFile(path));
     const PackageInfo2 info = loadManifest(path);
-    EXPECT_EQ(differences(package, PackageInfo(info)), compared.differences) << compared.manifest;
-    const nlohmann::json inSections = flat(contentIn(info.sections));
-    Lines more;
-    for (const auto& [place, value] : inSections.items())
+    EXPECT_EQ(differences(package, PackageInfo(info)), stated["differences"].get<Lines>());
+    const Json sections = Json::parse(contentIn(info.sections)).flatten();
+    Lines inSections;
+    for (const auto& [place, value] : sections.items())
     {
-      more.push_back(place + ": " + value.dump());
+      inSections.push_back(place + ": " + value.dump());
     }
-    EXPECT_THAT(more, testing::IsSupersetOf(compared.onlyInSections)) << compared.manifest;
+    EXPECT_THAT(inSections, testing::IsSupersetOf(stated["onlyInSections"].get<Lines>()));
   }
 }
 
