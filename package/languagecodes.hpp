@@ -3,6 +3,7 @@
 #define PACKAGE_LANGUAGECODES_HPP
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 #include <list>
 #include <map>

@@ -135,7 +135,7 @@ public:
   /// contents that a package has. Web content is dropped, repeated supported languages count once,
   /// and there are no description languages, which that reader skips. Throws vesk::ConversionError
   /// when a section holds a value that does not convert to what it is here.
-  explicit PackageInfo(const PackageInfo2& info);
+  PackageInfo(const PackageInfo2& info);
   ~PackageInfo();
 
   /// The package's identifier.

@@ -19,8 +19,8 @@ struct Registrar
 
 extern const Registrar registrar;
 
-// Every unit of a public class refers to it from here, so that it is there as well in a program that
-// is linked statically, with what is referred to only.
+// Every unit that reaches a record refers to it from here, so that it is there as well in a program
+// that is linked statically, with what is referred to only.
 [[gnu::used]] static const Registrar* const referredToRegistrar = &registrar;
 
 } // namespace vesk

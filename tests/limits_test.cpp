@@ -168,6 +168,15 @@ TEST(Limits, LetThroughWhatDoesNotGoBeyondThem)
   }
 }
 
+TEST(Limits, LanguagesAreListedOnceHoweverMany)
+{
+  const std::string manifest =
+      expanded("<p><supportedLanguages>{30*<l>#</l>}{30*<l>#</l>}</supportedLanguages></p>");
+  PackageInfo package;
+  ASSERT_TRUE(package.loadFromManifestContent(manifest));
+  EXPECT_EQ(package.supportedLanguages().size(), 30U);
+}
+
 // Were the list walked for each language, this would not come to an end within the time of a test.
 TEST(Limits, ManyLanguagesAreLookedUp)
 {

@@ -28,7 +28,7 @@ TEST(Tool, ShowsReports)
   EXPECT_EQ(one.exitCode, 0);
   EXPECT_EQ(one.err, "");
   EXPECT_EQ(one.out, contentOf(GOLDEN_FILES "/greeting.report.txt"));
-  EXPECT_EQ(tool({"show", "-"}, contentOf(greeting.toStdString())).out, one.out);
+  EXPECT_EQ(tool({"show", "-"}, contentOf(office.toStdString())).out, large.out);
   EXPECT_EQ(tool({"show", greeting, greeting}).out, one.out + one.out);
 }
 

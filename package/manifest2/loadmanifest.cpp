@@ -7,11 +7,13 @@
 #include <package/xml/parsing.hpp>
 #include <package/xml/reading.hpp>
 #include <package/xml/text.hpp>
+#include <vesk/log.hpp>
 
 #include <QDomDocument>
 #include <QFile>
 
 #include <stdexcept>
+#include <string>
 
 namespace vesk
 {
@@ -78,6 +80,7 @@ PackageInfo2 loadXmlDocument(const QDomDocument& document)
       if (name == manifestNames().*section.name)
       {
         info.sections[fromQString(name)] = section.read(node);
+        break;
       }
     }
   }

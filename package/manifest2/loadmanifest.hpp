@@ -19,7 +19,7 @@ namespace vesk
 /// counts, too, what goes beyond the limits that PackageInfo::loadFromManifestFile() names; external
 /// entities are never read. What is thrown is also logged as an error in the category
 /// "vesk.package.info", which exists from when the library is loaded; its level does not change what
-/// is thrown. May be called from any thread at any time.
+/// is thrown. May be called from any thread.
 VESKPACKAGE_EXPORT PackageInfo2 loadManifest(const std::string& path);
 
 /// Takes a manifest from a parsed document, whatever the name of its root; a document without a root

@@ -31,21 +31,22 @@ PackageInfo::PackageInfo(const PackageInfo2& info) : PackageInfo()
   record->typeVersion = info.typeVersion;
   record->installer = info.installer;
   record->path = info.path;
-  record->langToName = *ValueAt<Texts>(sections, "names");
-  record->langToDesc = *ValueAt<Texts>(sections, "descriptions");
-  append(record->services, *ValueAt<std::vector<PackageService>>(sections, "services"));
-  append(record->executableFiles, *ValueAt<std::vector<std::string>>(sections, "executableFiles"));
-  const ValueAt<Requirements> requirements(sections, "requirements");
+  record->langToName = *ValueAt<Texts>(sections, keys::names);
+  record->langToDesc = *ValueAt<Texts>(sections, keys::descriptions);
+  append(record->services, *ValueAt<std::vector<PackageService>>(sections, keys::services));
+  append(record->executableFiles,
+         *ValueAt<std::vector<std::string>>(sections, keys::executableFiles));
+  const ValueAt<Requirements> requirements(sections, keys::requirements);
   append(record->robotRequirements, (*requirements).first);
   append(record->mirelRequirements, (*requirements).second);
-  const ValueAt<std::vector<std::string>> languages(sections, "supportedLanguages");
+  const ValueAt<std::vector<std::string>> languages(sections, keys::supportedLanguages);
   LanguageAppender supported(record->supportedLanguages);
   for (const std::string& language : *languages)
   {
     supported.append(language);
   }
-  const ValueAt<Values> contents(sections,
-                                 keys::contents); // of which web has no place in a package
+  // Of the contents, web has no place in a package.
+  const ValueAt<Values> contents(sections, keys::contents);
   append(record->behaviors, *ValueAt<std::vector<BehaviorInfo>>(*contents, keys::behaviors));
   append(record->dialogs, *ValueAt<std::vector<DialogInfo>>(*contents, keys::dialogs));
   append(record->languages, *ValueAt<std::vector<LanguageInfo>>(*contents, keys::languages));

@@ -48,7 +48,9 @@ namespace vesk
 /// \endcode
 ///
 /// All text is UTF-8. A copy shares nothing with its source; a moved-from object is valid, with
-/// unspecified content. An object must not be changed while another thread uses it.
+/// unspecified content. An object must not be used by two threads at once, not even for reading, since
+/// some reads change a BehaviorInfo; distinct objects may. The records of the tables are declared in
+/// <package/packageinfo.hpp>.
 struct VESKPACKAGE_EXPORT PackageInfo2
 {
   std::string uuid;

@@ -11,11 +11,18 @@
 namespace vesk
 {
 
-/// The keys that are not only the names of the elements that are read.
 namespace keys
 {
-constexpr const char* contents = "contents";   // in the sections
-constexpr const char* behaviors = "behaviors"; // in the contents, as what follows
+// in the sections: the names of their elements
+constexpr const char* names = "names";
+constexpr const char* descriptions = "descriptions";
+constexpr const char* services = "services";
+constexpr const char* executableFiles = "executableFiles";
+constexpr const char* requirements = "requirements";
+constexpr const char* supportedLanguages = "supportedLanguages";
+constexpr const char* contents = "contents";
+// in the contents
+constexpr const char* behaviors = "behaviors";
 constexpr const char* dialogs = "dialogs";
 constexpr const char* languages = "languages";
 constexpr const char* web = "web";
@@ -24,7 +31,7 @@ constexpr const char* web = "web";
 using Values = std::map<std::string, AnyValue>;
 
 /// The value under a key, empty when there is none: the stored one where it is a Value, so that
-/// nothing is copied, and else a converted copy. Must not outlive the map.
+/// nothing is copied, and else a converted copy. Valid as long as the map's entry is not changed.
 template <typename Value>
 class ValueAt
 {

@@ -51,7 +51,7 @@ ExitCode show(const std::vector<std::string>& files, ShowFormat format)
   for (const std::string& file : files)
   {
     Manifest manifest;
-    if (load(manifest.package, file, &manifest.sections))
+    if (load(manifest.package, file, format == ShowFormat::Variant ? nullptr : &manifest.sections))
     {
       print(manifest, format, files.size() > 1);
       if (!std::cout.flush())
