@@ -12,6 +12,7 @@
 #include <QDomDocument>
 #include <QFile>
 
+#include <array>
 #include <stdexcept>
 #include <string>
 
@@ -31,14 +32,14 @@ AnyValue readBy(const QDomNode& node)
   return reader(node);
 }
 
-constexpr Section sectionReaders[] = {
-    {&ManifestNames::names, readBy<translationsFromXmlNode>},
-    {&ManifestNames::descriptions, readBy<translationsFromXmlNode>},
-    {&ManifestNames::services, readBy<servicesFromXmlNode>},
-    {&ManifestNames::executableFiles, readBy<executableFilesFromXmlNode>},
-    {&ManifestNames::requirements, readBy<requirementsFromXmlNode>},
-    {&ManifestNames::supportedLanguages, readBy<textFromXmlNode>},
-    {&ManifestNames::contents, readBy<contentsFromXmlNode>},
+constexpr std::array sectionReaders{
+    Section{&ManifestNames::names, readBy<translationsFromXmlNode>},
+    Section{&ManifestNames::descriptions, readBy<translationsFromXmlNode>},
+    Section{&ManifestNames::services, readBy<servicesFromXmlNode>},
+    Section{&ManifestNames::executableFiles, readBy<executableFilesFromXmlNode>},
+    Section{&ManifestNames::requirements, readBy<requirementsFromXmlNode>},
+    Section{&ManifestNames::supportedLanguages, readBy<textFromXmlNode>},
+    Section{&ManifestNames::contents, readBy<contentsFromXmlNode>},
 };
 
 [[noreturn]] void fail(const std::string& message)
