@@ -104,6 +104,7 @@ bool parse(LimitedSource& source, bool namespaceProcessing, QDomDocument& docume
   if (source.documentTypeRefusal())
   {
     error = *source.documentTypeRefusal();
+    error.isBeyondLimits = true;
     return false;
   }
   if (document.setContent(&source, namespaceProcessing, &error.message, &error.line, &error.column))
@@ -113,6 +114,7 @@ bool parse(LimitedSource& source, bool namespaceProcessing, QDomDocument& docume
   if (!source.refusal().isEmpty())
   {
     error.message = source.refusal();
+    error.isBeyondLimits = true;
   }
   return false;
 }

@@ -16,6 +16,7 @@ struct SyntaxError
   QString message;
   int line = 0;   ///< from 1
   int column = 0; ///< from 1, in UTF-16 code units
+  bool isBeyondLimits = false;
 };
 
 /// Parses all of an open device into \p document, in whatever encoding, without namespace

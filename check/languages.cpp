@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <package/xml/names.hpp>
+#include <package/xml/reading.hpp>
+
+#include <QDomElement>
+
+#include <algorithm>
+#include <check/languages.hpp>
+
+namespace vesk::check
+{
+
+namespace
+{
+std::list<std::string> listedIn(const QDomElement& root)
+{
+  const ManifestNames& names = manifestNames();
+  std::list<std::string> languages;
+  for (const QDomNode& section : Children(root))
+  {
+    const QString name = section.nodeName();
+    if (name == names.supportedLanguages || name == names.descriptionLanguages)
+    {
+      for (const QDomNode& language : Children(section))
+      {
+        languages.push_back(textOf(language.toElement()));
+      }
+    }
+  }
+  return languages;
+}
+
+std::set<QString> namedIn(const QDomElement& root)
+{
+  const ManifestNames& names = manifestNames();
+  std::set<QString> languages;
+  for (const QDomNode& section : Children(root))
+  {
+    if (section.nodeName() == names.names)
+    {
+      for (const QDomNode& name : Children(section))
+      {
+        languages.insert(name.toElement().attribute(names.lang));
+      }
+    }
+  }
+  return languages;
+}
+} // namespace
+
+PackageLanguages::PackageLanguages(const QDomElement& root)
+    : listed(listedIn(root)), prefixes(listed), named(namedIn(root))
+{}
+
+bool PackageLanguages::isListed(const QString& language) const
+{
+  return listed.empty() || prefixes.matches(language.toStdString());
+}
+
+bool PackageLanguages::isNamed(const QString& language) const
+{
+  const auto from = named.lower_bound(language);
+  return from != named.end() && from->startsWith(language);
+}
+
+bool LanguageCodes::isOdd(const QString& language)
+{
+  const auto* const at =
+      std::find_if(language.begin(), language.end(),
+                   [](QChar character) { return character == '-' || character == '_'; });
+  if (at == language.end())
+  {
+    return false;
+  }
+  if (separator.isNull())
+  {
+    separator = *at;
+  }
+  return *at != separator && odd.insert(language).second;
+}
+
+} // namespace vesk::check

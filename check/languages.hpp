@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef CHECK_LANGUAGES_HPP
+#define CHECK_LANGUAGES_HPP
+
+#include <package/languagecodes.hpp>
+
+#include <QString>
+
+#include <list>
+#include <set>
+#include <string>
+
+class QDomElement;
+
+namespace vesk::check
+{
+
+/// The languages that a package lists and has a name in.
+class PackageLanguages
+{
+public:
+  explicit PackageLanguages(const QDomElement& root);
+
+  /// Whether a text of this language survives trimming, as far as languages are listed at all.
+  bool isListed(const QString& language) const;
+
+  /// Whether the package has a name in the language or a regional variant of it.
+  bool isNamed(const QString& language) const;
+
+private:
+  std::list<std::string> listed;
+  LanguagePrefixes prefixes; // of the listed ones
+  std::set<QString> named;
+};
+
+/// Tells codes that are written otherwise than the first one, with "-" or "_".
+class LanguageCodes
+{
+public:
+  /// Gives each such code once.
+  bool isOdd(const QString& language);
+
+private:
+  QChar separator; // of the first code that has one
+  std::set<QString> odd;
+};
+
+} // namespace vesk::check
+
+#endif

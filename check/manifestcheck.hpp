@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef CHECK_MANIFESTCHECK_HPP
+#define CHECK_MANIFESTCHECK_HPP
+
+#include <check/export.hpp>
+#include <map>
+#include <string>
+#include <vector>
+
+class QDomDocument;
+class QIODevice;
+
+/// Tells the people who write manifests what the readers pass over in silence.
+namespace vesk::check
+{
+
+enum class Severity
+{
+  Off,     ///< not reported: no fault
+  Hint,    ///< read as it is meant, surely, but better mended
+  Warning, ///< surely not meant so
+  Error    ///< no reader gets anything of the manifest
+};
+
+/// One thing that a manifest is checked for.
+struct Rule
+{
+  const char* tag;   ///< its name in kebab-case; does not change between versions
+  Severity severity; ///< unless the options say otherwise
+  /// Whether what it finds is lost when the manifest is read and written.
+  bool isLost;
+  /// What is wrong, what the readers do with it, and how to mend it: a few sentences.
+  const char* explanation;
+};
+
+/// All rules, in the order in which they are documented. They live to the end of the program.
+VESKPACKAGE_CHECK_EXPORT const std::vector<Rule>& rules();
+
+/// The rule with this tag; null when there is none.
+VESKPACKAGE_CHECK_EXPORT const Rule* findRule(const std::string& tag);
+
+/// One fault of one manifest. All text is UTF-8.
+struct Finding
+{
+  const Rule* rule;    ///< never null
+  Severity severity;   ///< never Severity::Off
+  std::string message; ///< one line, without the place
+  /// Where it is, from 1: where an element's start tag, a text or a comment ends; 0 when it is
+  /// nowhere in the text. Columns count UTF-16 code units.
+  int line;
+  int column;
+  /// The path of the element, attribute (`/package/@uuid`), text or comment, as XPath has it;
+  /// numbered from 1 where there are several of a name. Empty where there is no tree. Names longer
+  /// than 80 characters are cut.
+  std::string place;
+};
+
+/// What is checked, and how grave it is.
+struct Options
+{
+  /// By the tag of a rule; tags that no rule has do nothing.
+  std::map<std::string, Severity> severities;
+  /// The folder of the package (UTF-8): paths in the manifest are looked up there. Empty: they are
+  /// not.
+  std::string packageFolder;
+};
+
+/// What is wrong with a manifest, in document order. One pass finds everything; only of what is not
+/// well-formed, or goes beyond the limits that PackageInfo::loadFromManifestFile() names, nothing
+/// else can be said. Nothing is printed or logged, and nothing is thrown for what a manifest holds.
+/// Takes time in proportion to the manifest. May be called from any thread at any time.
+/// \{
+
+/// Checks the file at \p path (UTF-8).
+VESKPACKAGE_CHECK_EXPORT std::vector<Finding> checkFile(const std::string& path,
+                                                        const Options& options = {});
+/// Checks all that an open device gives, in any encoding.
+VESKPACKAGE_CHECK_EXPORT std::vector<Finding> checkDevice(QIODevice& device,
+                                                          const Options& options = {});
+/// Checks a manifest's text, up to the first NUL byte.
+VESKPACKAGE_CHECK_EXPORT std::vector<Finding> checkText(const std::string& text,
+                                                        const Options& options = {});
+/// Checks a parsed document. Its tree is walked recursively where the format knows the elements
+/// only, so that deep nesting does no harm.
+VESKPACKAGE_CHECK_EXPORT std::vector<Finding> checkDocument(const QDomDocument& document,
+                                                            const Options& options = {});
+/// \}
+
+/// "error", "warning", "hint" or "off".
+VESKPACKAGE_CHECK_EXPORT const char* nameOf(Severity severity);
+
+} // namespace vesk::check
+
+#endif

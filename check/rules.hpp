@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef CHECK_RULES_HPP
+#define CHECK_RULES_HPP
+
+#include <check/manifestcheck.hpp>
+
+namespace vesk::check
+{
+
+/// Names the entries of the table in rules.cpp, in its order.
+enum class RuleId
+{
+  Unreadable,
+  NotWellFormed,
+  BeyondLimits,
+  RootName,
+  MissingIdentity,
+  UnknownElement,
+  MisplacedElement,
+  UnknownAttribute,
+  SkippedText,
+  EmptyEntry,
+  InstructionAsElement,
+  UnusualName,
+  MarkupInText,
+  PresenceCounts,
+  RepeatedSection,
+  RepeatedElement,
+  AutorunValue,
+  AutorunOne,
+  DescriptionLanguages,
+  WebContent,
+  UnsupportedPermission,
+  RepeatedPermission,
+  RepeatedLanguage,
+  EmptyLanguage,
+  MixedLanguageCodes,
+  UnlistedLanguage,
+  UnnamedLanguage,
+  EmptyText,
+  EmptyTopic,
+  EmptyPath,
+  PathOutsidePackage,
+  MissingFile,
+  ReversedVersions,
+  Comment,
+  Count
+};
+
+const Rule& ruleOf(RuleId id);
+
+} // namespace vesk::check
+
+#endif

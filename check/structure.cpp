@@ -1,0 +1,284 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <package/xml/reading.hpp>
+
+#include <QDomDocument>
+#include <QHash>
+#include <QStringList>
+
+#include <algorithm>
+#include <check/checker.hpp>
+
+namespace vesk::check
+{
+namespace
+{
+/// A node's step in a place, without its number.
+QString stepOf(const QDomNode& node)
+{
+  if (node.isElement())
+  {
+    return cut(node.nodeName());
+  }
+  if (node.isText())
+  {
+    return QStringLiteral("text()");
+  }
+  return node.isComment() ? QStringLiteral("comment()")
+                          : QStringLiteral("processing-instruction()");
+}
+
+/// The name that was meant, where only the case of letters differs; as a question.
+template <typename Names>
+QString didYouMean(const QString& name, const Names& known)
+{
+  const auto meant = std::find_if(std::begin(known), std::end(known),
+                                  [&name](const QString& other)
+                                  { return name.compare(other, Qt::CaseInsensitive) == 0; });
+  return meant == std::end(known) ? QString()
+                                  : QStringLiteral("; did you mean %1?").arg(quoted(*meant));
+}
+
+std::vector<QString> childNamesOf(const Element& format)
+{
+  std::vector<QString> names;
+  for (const Element& child : format.children)
+  {
+    names.push_back(child.name);
+  }
+  return names;
+}
+
+QString listOf(const std::vector<QString>& names)
+{
+  QStringList all;
+  for (const QString& name : names)
+  {
+    all += quoted(name);
+  }
+  return all.join(QStringLiteral(", "));
+}
+
+const Element* childNamed(const Element& format, const QString& name)
+{
+  const auto child = std::find_if(format.children.begin(), format.children.end(),
+                                  [&name](const Element& other) { return other.name == name; });
+  return child == format.children.end() ? nullptr : &*child;
+}
+
+bool isBlank(const QString& text) { return text.trimmed().isEmpty(); }
+
+QString textIn(const QDomElement& element) { return QString::fromStdString(textOf(element)); }
+} // namespace
+
+Checker::Checker(const QDomDocument& checked, const Options& options, Report& findings)
+    : document(checked), packageFolder(QString::fromStdString(options.packageFolder)),
+      found(findings), packageLanguages(checked.documentElement())
+{}
+
+void Checker::check()
+{
+  for (const QDomNode& node : Children(document))
+  {
+    steps = {stepOf(node)};
+    if (node.isElement())
+    {
+      if (node.nodeName() != packageElement().name)
+      {
+        report(RuleId::RootName, node,
+               QStringLiteral("the root is called %1 instead of \"package\"")
+                   .arg(quoted(node.nodeName())));
+      }
+      checkElement(node.toElement(), packageElement());
+    }
+    else if (node.nodeName() != QLatin1String("xml")) // the declaration
+    {
+      report(RuleId::Comment, node, QStringLiteral("is not kept when the manifest is rewritten"));
+    }
+  }
+}
+
+void Checker::report(RuleId id, const QDomNode& node, const QString& message, const QString& part)
+{
+  if (!found.isAsked(id))
+  {
+    return;
+  }
+  QString place;
+  for (const QString& step : steps)
+  {
+    place += '/' + step;
+  }
+  found.add(id, message, node.lineNumber(), node.columnNumber(),
+            part.isEmpty() ? place : place + '/' + part);
+}
+
+void Checker::checkElement(const QDomElement& element, const Element& format)
+{
+  checkAttributes(element, format);
+  checkValues(element, format);
+  if (format.holds == Holds::Presence && !isBlank(textIn(element)))
+  {
+    report(RuleId::PresenceCounts, element,
+           QStringLiteral("%1 counts by its presence, and not by the text %2")
+               .arg(quoted(format.name), quoted(textIn(element).trimmed())));
+  }
+  else if (format.holds == Holds::Text)
+  {
+    if (!element.firstChildElement().isNull())
+    {
+      report(RuleId::MarkupInText, element,
+             QStringLiteral("the text of %1 has elements within; they are dropped")
+                 .arg(quoted(element.tagName())));
+    }
+  }
+  else
+  {
+    checkChildren(element, format);
+  }
+}
+
+void Checker::checkAttributes(const QDomElement& element, const Element& format)
+{
+  const QDomNamedNodeMap attributes = element.attributes();
+  std::set<QString> unknown; // in an order that is the same in every process
+  for (int i = 0; i < attributes.count(); ++i)
+  {
+    const QString name = attributes.item(i).nodeName();
+    if (std::find(format.attributes.begin(), format.attributes.end(), name) ==
+            format.attributes.end() &&
+        name != QLatin1String("xmlns") && !name.startsWith(QLatin1String("xmlns:")) &&
+        !name.startsWith(QLatin1String("xsi:")))
+    {
+      unknown.insert(name);
+    }
+  }
+  for (const QString& name : unknown)
+  {
+    report(RuleId::UnknownAttribute, element,
+           QStringLiteral("%1 has no attribute %2").arg(quoted(element.tagName()), quoted(name)) +
+               didYouMean(name, format.attributes),
+           '@' + cut(name));
+  }
+}
+
+void Checker::checkChildren(const QDomElement& element, const Element& format)
+{
+  QHash<QString, int> total;
+  for (const QDomNode& child : Children(element))
+  {
+    ++total[stepOf(child)];
+  }
+  QHash<QString, int> before;
+  for (const QDomNode& child : Children(element))
+  {
+    const QString step = stepOf(child);
+    const int number = ++before[step];
+    steps.push_back(total[step] > 1 ? QStringLiteral("%1[%2]").arg(step).arg(number) : step);
+    if (child.isElement())
+    {
+      checkChild(child.toElement(), format, number > 1);
+    }
+    else
+    {
+      checkNoElement(child, format);
+    }
+    steps.pop_back();
+  }
+}
+
+void Checker::checkChild(const QDomElement& child, const Element& parent, bool isRepeated)
+{
+  if (parent.holds == Holds::Entries)
+  {
+    const Element& entry = parent.children.front();
+    if (child.tagName() != entry.name)
+    {
+      report(RuleId::UnusualName, child,
+             QStringLiteral("%1 is read as %2, as any element here is")
+                 .arg(quoted(child.tagName()), quoted(entry.name)));
+    }
+    checkElement(child, entry);
+    checkEntry(child, parent);
+    return;
+  }
+  const Element* const known = childNamed(parent, child.tagName());
+  if (known == nullptr)
+  {
+    reportUnknown(child, parent);
+    return;
+  }
+  if (isRepeated && parent.kind == Kind::Permissions)
+  {
+    report(RuleId::RepeatedPermission, child,
+           QStringLiteral("the permission %1 is there already").arg(quoted(known->name)));
+  }
+  else if (isRepeated && known->counts == Counts::Last)
+  {
+    report(RuleId::RepeatedElement, child,
+           QStringLiteral("a further %1 replaces the one before").arg(quoted(known->name)));
+  }
+  else if (isRepeated && known->counts == Counts::AddsUp)
+  {
+    report(RuleId::RepeatedSection, child,
+           QStringLiteral("a further %1 adds to the one before, or replaces it, depending on the "
+                          "reader")
+               .arg(quoted(known->name)));
+  }
+  checkElement(child, *known);
+}
+
+void Checker::reportUnknown(const QDomElement& element, const Element& parent)
+{
+  const QString name = element.tagName();
+  const std::vector<QString> children = childNamesOf(parent);
+  const std::vector<QString> homes = homesOf(name);
+  if (parent.kind == Kind::Permissions)
+  {
+    report(
+        RuleId::UnsupportedPermission, element,
+        QStringLiteral("there is no permission %1, only %2").arg(quoted(name), listOf(children)));
+  }
+  else if (!homes.empty())
+  {
+    report(RuleId::MisplacedElement, element,
+           QStringLiteral("%1 is skipped in %2; it belongs into %3")
+               .arg(quoted(name), quoted(parent.name), listOf(homes)));
+  }
+  else
+  {
+    report(RuleId::UnknownElement, element,
+           QStringLiteral("%1 holds no element %2").arg(quoted(parent.name), quoted(name)) +
+               didYouMean(name, children));
+  }
+}
+
+void Checker::checkNoElement(const QDomNode& node, const Element& parent)
+{
+  if (parent.holds == Holds::Entries)
+  {
+    report(RuleId::EmptyEntry, node,
+           QStringLiteral("what is no element is read as an empty entry of %1")
+               .arg(quoted(parent.name)));
+  }
+  else if (node.isText())
+  {
+    if (!isBlank(node.nodeValue()))
+    {
+      report(RuleId::SkippedText, node,
+             QStringLiteral("the text %1 in %2 is skipped")
+                 .arg(quoted(node.nodeValue().trimmed()), quoted(parent.name)));
+    }
+  }
+  else if (childNamed(parent, node.nodeName()) != nullptr)
+  {
+    report(RuleId::InstructionAsElement, node,
+           QStringLiteral("the processing instruction is read as an element %1")
+               .arg(quoted(node.nodeName())));
+  }
+  else
+  {
+    report(RuleId::Comment, node, QStringLiteral("is not kept when the manifest is rewritten"));
+  }
+}
+
+} // namespace vesk::check

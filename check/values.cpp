@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <package/xml/names.hpp>
+#include <package/xml/reading.hpp>
+
+#include <QDir>
+#include <QVersionNumber>
+
+#include <check/checker.hpp>
+
+namespace vesk::check
+{
+namespace
+{
+/// A version of numbers only; null otherwise.
+QVersionNumber versionIn(const QString& text)
+{
+  int behind = 0;
+  const QVersionNumber version = QVersionNumber::fromString(text, &behind);
+  return behind == text.size() ? version : QVersionNumber();
+}
+
+bool leavesPackage(const QString& path)
+{
+  const QString clean = QDir::cleanPath(path);
+  return QDir::isAbsolutePath(path) || clean == QLatin1String("..") ||
+         clean.startsWith(QLatin1String("../"));
+}
+
+/// Whether there is a file or folder of this path, or one that only has an extension more.
+bool exists(const QString& path, bool isWhole)
+{
+  const QFileInfo file(path);
+  return file.exists() ||
+         (!isWhole && !file.dir().entryList({file.fileName() + ".*"}, QDir::Files).isEmpty());
+}
+} // namespace
+
+void Checker::checkValues(const QDomElement& element, const Element& format)
+{
+  const ManifestNames& names = manifestNames();
+  switch (format.kind)
+  {
+  case Kind::Package:
+    for (const QString& attribute : {QString(names.uuid), QString(names.version)})
+    {
+      if (element.attribute(attribute).isEmpty())
+      {
+        report(RuleId::MissingIdentity, element,
+               QStringLiteral("the package has no %1").arg(attribute), '@' + attribute);
+      }
+    }
+    break;
+  case Kind::Described:
+    report(RuleId::DescriptionLanguages, element,
+           QStringLiteral("description languages are read by PackageInfo only"));
+    listLanguages.clear();
+    break;
+  case Kind::Dialog:
+    if (element.attribute(names.topicName).isEmpty())
+    {
+      report(RuleId::EmptyTopic, element, QStringLiteral("the dialog has no topic name"),
+             '@' + QString(names.topicName));
+    }
+    listLanguages.clear();
+    break;
+  case Kind::Topic:
+    checkLanguage(element, names.language, element.attribute(names.language));
+    checkPath(element, false);
+    break;
+  case Kind::Service:
+    checkService(element);
+    break;
+  case Kind::Robot:
+    checkVersions(element, names.minHeadVersion, names.maxHeadVersion);
+    checkVersions(element, names.minBodyVersion, names.maxBodyVersion);
+    break;
+  case Kind::Software:
+    checkVersions(element, names.minVersion, names.maxVersion);
+    break;
+  case Kind::Web:
+    report(RuleId::WebContent, element, QStringLiteral("web content is read by loadManifest only"));
+    checkPath(element);
+    break;
+  case Kind::Path:
+    checkPath(element);
+    break;
+  case Kind::PackageTexts:
+  case Kind::Texts:
+  case Kind::TextLists:
+  case Kind::Supported:
+    listLanguages.clear();
+    break;
+  case Kind::Plain:
+  case Kind::Conditions:
+  case Kind::Permissions:
+    break;
+  }
+}
+
+void Checker::checkEntry(const QDomElement& entry, const Element& list)
+{
+  const ManifestNames& names = manifestNames();
+  const QString text = QString::fromStdString(textOf(entry));
+  if (list.kind == Kind::Supported || list.kind == Kind::Described)
+  {
+    checkLanguage(entry, {}, text);
+    if (list.kind == Kind::Described && !text.isEmpty() && !packageLanguages.isNamed(text))
+    {
+      report(RuleId::UnnamedLanguage, entry,
+             QStringLiteral("the package has no name in %1").arg(quoted(text)));
+    }
+    return;
+  }
+  // Conditions are written as they are, blanks and all.
+  if (list.kind == Kind::Conditions ? text.isEmpty() : text.trimmed().isEmpty())
+  {
+    report(RuleId::EmptyText, entry, QStringLiteral("the text is empty, and not written back"));
+  }
+  if (list.kind == Kind::Conditions)
+  {
+    return;
+  }
+  const QString language = entry.attribute(names.lang);
+  if (list.kind == Kind::TextLists)
+  {
+    listLanguages.clear(); // any number of texts may have the same
+  }
+  checkLanguage(entry, names.lang, language);
+  if ((list.kind == Kind::PackageTexts || list.kind == Kind::Texts) && !language.isEmpty() &&
+      !packageLanguages.isListed(language))
+  {
+    report(RuleId::UnlistedLanguage, entry,
+           QStringLiteral("the package does not list the language %1").arg(quoted(language)));
+  }
+}
+
+void Checker::checkLanguage(const QDomElement& entry, const QString& attribute,
+                            const QString& language)
+{
+  const QString part = attribute.isEmpty() ? QString() : '@' + attribute;
+  if (language.isEmpty())
+  {
+    report(RuleId::EmptyLanguage, entry, QStringLiteral("the entry has no language"), part);
+  }
+  if (!listLanguages.insert(language).second)
+  {
+    report(RuleId::RepeatedLanguage, entry,
+           QStringLiteral("the language %1 is there already").arg(quoted(language)), part);
+  }
+  if (codes.isOdd(language))
+  {
+    report(RuleId::MixedLanguageCodes, entry,
+           QStringLiteral("%1 is written otherwise than the codes before it").arg(quoted(language)),
+           part);
+  }
+}
+
+void Checker::checkPath(const QDomElement& element, bool isWhole)
+{
+  const QString attribute = manifestNames().path;
+  const QString path = element.attribute(attribute);
+  const QString part = '@' + attribute;
+  if (path.isEmpty())
+  {
+    report(RuleId::EmptyPath, element,
+           QStringLiteral("%1 has no path").arg(quoted(element.tagName())), part);
+  }
+  else if (leavesPackage(path))
+  {
+    report(RuleId::PathOutsidePackage, element,
+           QStringLiteral("the path %1 leaves the package").arg(quoted(path)), part);
+  }
+  else if (!packageFolder.isEmpty() && !exists(packageFolder + '/' + path, isWhole))
+  {
+    report(RuleId::MissingFile, element,
+           QStringLiteral("the package has no file or folder %1").arg(quoted(path)), part);
+  }
+}
+
+void Checker::checkService(const QDomElement& service)
+{
+  const QString attribute = manifestNames().autorun;
+  const QString value = service.attribute(attribute, QStringLiteral("false"));
+  if (value == QLatin1String("1"))
+  {
+    report(RuleId::AutorunOne, service,
+           QStringLiteral("%1 is yes for loadManifest, but no for PackageInfo").arg(quoted(value)),
+           '@' + attribute);
+  }
+  else if (value != QLatin1String("true") && value != QLatin1String("false"))
+  {
+    report(RuleId::AutorunValue, service,
+           QStringLiteral("%1 means no; only \"true\" means yes").arg(quoted(value)),
+           '@' + attribute);
+  }
+}
+
+void Checker::checkVersions(const QDomElement& element, const QString& least, const QString& most)
+{
+  const QVersionNumber from = versionIn(element.attribute(least));
+  const QVersionNumber to = versionIn(element.attribute(most));
+  if (!from.isNull() && !to.isNull() && from.normalized() > to.normalized())
+  {
+    report(RuleId::ReversedVersions, element,
+           QStringLiteral("%1 %2 is above %3 %4").arg(least, from.toString(), most, to.toString()),
+           '@' + least);
+  }
+}
+
+} // namespace vesk::check
