@@ -4,14 +4,12 @@
 #include <QRegularExpression>
 #include <QString>
 
-#include <iostream>
-
-void complain(const std::string& file, const std::string& message)
+void complain(std::ostream& complaints, const std::string& file, const std::string& message)
 {
-  std::cerr << file << ": error: " << message << '\n';
+  complaints << file << ": error: " << message << '\n';
 }
 
-void complainAsLogged(const std::string& file, const std::string& logged)
+void complainAsLogged(std::ostream& complaints, const std::string& file, const std::string& logged)
 {
   static const QRegularExpression place(QStringLiteral("^ at line (\\d+), column (\\d+): "));
   const std::string prefix = "Syntax error in " + file;
@@ -22,9 +20,9 @@ void complainAsLogged(const std::string& file, const std::string& logged)
     if (found.hasMatch())
     {
       const QString at = ':' + found.captured(1) + ':' + found.captured(2);
-      complain(file + at.toStdString(), rest.mid(found.capturedLength()).toStdString());
+      complain(complaints, file + at.toStdString(), rest.mid(found.capturedLength()).toStdString());
       return;
     }
   }
-  complain(file, logged);
+  complain(complaints, file, logged);
 }

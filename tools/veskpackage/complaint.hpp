@@ -2,12 +2,13 @@
 #ifndef TOOLS_COMPLAINT_HPP
 #define TOOLS_COMPLAINT_HPP
 
+#include <ostream>
 #include <string>
 
-/// Prints a complaint about a file to standard error, as compilers do.
-void complain(const std::string& file, const std::string& message);
+/// Prints a complaint about a file as compilers do.
+void complain(std::ostream& complaints, const std::string& file, const std::string& message);
 
 /// Prints what the library logged about a file, with the place in it where the message tells one.
-void complainAsLogged(const std::string& file, const std::string& logged);
+void complainAsLogged(std::ostream& complaints, const std::string& file, const std::string& logged);
 
 #endif

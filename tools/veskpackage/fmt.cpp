@@ -1,9 +1,27 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "manifestfile.hpp"
+#include "unifieddiff.hpp"
 #include "verbs.hpp"
 
-ExitCode fmt(const std::string& file, const std::string& output)
+ExitCode fmt(const FmtOptions& options)
 {
-  vesk::PackageInfo package;
-  return load(package, file) && save(package, output) ? Done : FileTrouble;
+  return forEachFile(
+      options.inputs,
+      [&options](const std::string& file, std::ostream& out, std::ostream& complaints)
+      {
+        const std::optional<Manifest> manifest = load(file, complaints);
+        if (!manifest)
+        {
+          return FileTrouble;
+        }
+        const std::string formatted = manifestOf(manifest->package);
+        if (options.isCheck)
+        {
+          const std::string original = manifest->bytes.toStdString();
+          printUnifiedDiff(out, manifest->name, original, manifest->name + " (formatted)",
+                           formatted);
+          return formatted == original ? Done : NegativeResult;
+        }
+        return put(*manifest, formatted, options.target, out, complaints);
+      });
 }

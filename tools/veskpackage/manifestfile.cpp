@@ -2,110 +2,177 @@
 #include "manifestfile.hpp"
 
 #include "complaint.hpp"
+#include "finding.hpp"
 
-#include <package/manifest2/loadmanifest.hpp>
 #include <vesk/log.hpp>
 
-#include <QDomDocument>
-#include <QFile>
+#include <QBuffer>
+#include <QFileInfo>
+#include <QSaveFile>
 
-#include <algorithm>
+#include <check/manifestcheck.hpp>
 #include <cstdio>
 
 namespace
 {
-/// A file, or a standard stream in the place of "-".
-class StreamOrFile : public QFile
+/// A file that is in memory.
+class MemoryFile : public QFile
 {
 public:
-  StreamOrFile(const std::string& file, FILE* standardStream, const char* streamName)
-      : name(file == "-" ? streamName : file), stream(file == "-" ? standardStream : nullptr)
+  MemoryFile(const std::string& fileName, const QByteArray& initial) : content(initial)
   {
-    setFileName(QString::fromStdString(name));
+    setFileName(QString::fromStdString(fileName));
   }
 
-  /// For messages; a file opened by its descriptor has no name any more.
-  const std::string name;
+  QByteArray content;
 
-  /// The library opens the file that it is given. Without a buffer, what cannot be written is known
-  /// at once, and not lost when the file is closed.
-  bool open(OpenMode mode) override
-  {
-    if ((mode & WriteOnly) != 0)
-    {
-      mode |= Unbuffered;
-    }
-    return stream != nullptr ? QFile::open(fileno(stream), mode) : QFile::open(mode);
-  }
-
-  /// Why not all could be written; empty when it was.
-  const QString& writeError() const { return whyNotWritten; }
-
-  /// All that was read, since a pipe cannot be read again.
-  const QByteArray& bytesRead() const { return bytes; }
+  bool open(OpenMode mode) override { return QIODevice::open(mode | Unbuffered); }
+  void close() override { QIODevice::close(); }
+  bool isSequential() const override { return true; }
 
 protected:
   qint64 readData(char* data, qint64 size) override
   {
-    const qint64 read = QFile::readData(data, size);
-    bytes.append(data, static_cast<int>(std::max<qint64>(read, 0)));
+    const qint64 read = std::min<qint64>(size, content.size() - position);
+    std::copy_n(content.constData() + position, read, data);
+    position += static_cast<int>(read);
     return read;
   }
 
   qint64 writeData(const char* data, qint64 size) override
   {
-    const qint64 written = QFile::writeData(data, size);
-    if (written != size)
-    {
-      whyNotWritten = errorString();
-    }
-    return written;
+    content.append(data, static_cast<int>(size));
+    return size;
   }
 
 private:
-  FILE* stream;
-  QByteArray bytes;
-  QString whyNotWritten;
+  int position = 0;
 };
-} // namespace
 
-bool load(vesk::PackageInfo& package, const std::string& file, vesk::PackageInfo2* sections)
+// What the library logs on a thread is about the manifest that the thread is loading.
+thread_local std::string lastLogged;
+
+void collectLog()
 {
-  StreamOrFile input(file, stdin, "<stdin>");
-  std::string logged;
-  const vesk::log::HandlerId handler = vesk::log::addHandler(
-      [&logged](const vesk::log::Message& message) { logged = message.text; });
-  const bool loaded = package.loadFromManifestFile(input);
-  vesk::log::removeHandler(handler);
-  if (!loaded && input.error() == QFile::OpenError)
-  {
-    complain(input.name, "Could not open for reading: " + input.errorString().toStdString());
-  }
-  else if (!loaded)
-  {
-    complainAsLogged(input.name, logged);
-  }
-  else if (sections != nullptr)
-  {
-    QDomDocument document; // within the library's limits, since it has just been loaded
-    document.setContent(input.bytesRead());
-    *sections = vesk::loadXmlDocument(document);
-  }
-  return loaded;
+  static const vesk::log::HandlerId handler =
+      vesk::log::addHandler([](const vesk::log::Message& message) { lastLogged = message.text; });
+  static_cast<void>(handler);
 }
 
-bool save(const vesk::PackageInfo& package, const std::string& file)
+bool writeTo(QFileDevice& file, const std::string& content)
 {
-  StreamOrFile output(file, stdout, "<stdout>");
-  if (!package.saveToManifestFile(output))
+  return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+         file.write(content.data(), static_cast<qint64>(content.size())) ==
+             static_cast<qint64>(content.size());
+}
+
+/// All that is in a file, or comes from standard input when that is "-". When it cannot be read, says
+/// why and gives none.
+std::optional<QByteArray> read(const std::string& file, std::ostream& complaints)
+{
+  QFile input(QString::fromStdString(file));
+  const bool isOpen = file == "-" ? input.open(fileno(stdin), QIODevice::ReadOnly)
+                                  : input.open(QIODevice::ReadOnly);
+  QByteArray bytes = isOpen ? input.readAll() : QByteArray();
+  if (input.error() != QFile::NoError)
   {
-    complain(output.name, "Could not open for writing: " + output.errorString().toStdString());
-    return false;
+    complain(complaints, file == "-" ? "<stdin>" : file,
+             "Could not open for reading: " + input.errorString().toStdString());
+    return std::nullopt;
   }
-  if (!output.writeError().isEmpty())
+  return bytes;
+}
+
+/// Complains of what \p manifest has that would be lost; false when there is nothing.
+bool wouldLose(const Manifest& manifest, std::ostream& complaints)
+{
+  vesk::check::Options options;
+  for (const vesk::check::Rule& rule : vesk::check::rules())
   {
-    complain(output.name, "Could not write: " + output.writeError().toStdString());
-    return false;
+    options.severities[rule.tag] =
+        rule.isLost ? vesk::check::Severity::Warning : vesk::check::Severity::Off;
   }
-  return true;
+  QBuffer bytes;
+  bytes.setData(manifest.bytes);
+  bytes.open(QIODevice::ReadOnly);
+  const auto losses = vesk::check::checkDevice(bytes, options);
+  for (const vesk::check::Finding& loss : losses)
+  {
+    print(complaints, manifest.name, loss, false);
+  }
+  return !losses.empty();
+}
+} // namespace
+
+std::optional<Manifest> load(const std::string& file, std::ostream& complaints)
+{
+  std::optional<QByteArray> bytes = read(file, complaints);
+  if (!bytes)
+  {
+    return std::nullopt;
+  }
+  Manifest manifest{file, file == "-" ? "<stdin>" : file, *bytes, {}};
+  MemoryFile content(manifest.name, manifest.bytes);
+  collectLog();
+  if (!manifest.package.loadFromManifestFile(content))
+  {
+    complainAsLogged(complaints, manifest.name, lastLogged);
+    return std::nullopt;
+  }
+  return manifest;
+}
+
+std::string manifestOf(const vesk::PackageInfo& package)
+{
+  MemoryFile content({}, {});
+  package.saveToManifestFile(content);
+  return content.content.toStdString();
+}
+
+bool write(const std::string& content, const std::string& file, std::ostream& out,
+           std::ostream& complaints)
+{
+  if (file == "-")
+  {
+    out << content;
+    return true;
+  }
+  const QString path = QString::fromStdString(file);
+  QString error;
+  const QFileInfo existing(path);
+  if (existing.exists() && !existing.isFile()) // a device or pipe, which must not be replaced
+  {
+    QFile device(path);
+    error = writeTo(device, content) ? QString() : device.errorString();
+  }
+  else
+  {
+    QSaveFile saved(path);
+    error = writeTo(saved, content) && saved.commit() ? QString() : saved.errorString();
+  }
+  if (!error.isEmpty())
+  {
+    complain(complaints, file, "Could not write: " + error.toStdString());
+  }
+  return error.isEmpty();
+}
+
+ExitCode put(const Manifest& manifest, const std::string& content, const Target& target,
+             std::ostream& out, std::ostream& complaints)
+{
+  if (!target.isInPlace || manifest.file == "-")
+  {
+    return write(content, target.output, out, complaints) ? Done : FileTrouble;
+  }
+  if (content == manifest.bytes.toStdString())
+  {
+    return Done;
+  }
+  if (!target.isForced && wouldLose(manifest, complaints))
+  {
+    complain(complaints, manifest.name,
+             "not rewritten: what is listed above would be lost; --force rewrites it all the same");
+    return NegativeResult;
+  }
+  return write(content, manifest.file, out, complaints) ? Done : FileTrouble;
 }

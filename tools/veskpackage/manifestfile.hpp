@@ -2,18 +2,49 @@
 #ifndef TOOLS_MANIFESTFILE_HPP
 #define TOOLS_MANIFESTFILE_HPP
 
-#include <package/manifest2/packageinfo2.hpp>
+#include "exitcode.hpp"
+
 #include <package/packageinfo.hpp>
 
+#include <QByteArray>
+
+#include <optional>
+#include <ostream>
 #include <string>
 
-/// Loads the manifest in \p file, or from standard input when that is "-"; also as \p sections, when
-/// that is given, which hold its web content. When it cannot be loaded, prints why and gives false.
-bool load(vesk::PackageInfo& package, const std::string& file,
-          vesk::PackageInfo2* sections = nullptr);
+/// A manifest as it was read.
+struct Manifest
+{
+  std::string file; ///< as it was named; "-" is standard input
+  std::string name; ///< the same for messages
+  QByteArray bytes;
+  vesk::PackageInfo package;
+};
 
-/// Writes the manifest to \p file, or to standard output when that is "-". When it cannot be
-/// written wholly, prints why and gives false.
-bool save(const vesk::PackageInfo& package, const std::string& file);
+/// Loads the manifest in \p file, or from standard input when that is "-". When it cannot be loaded,
+/// says why and gives none.
+std::optional<Manifest> load(const std::string& file, std::ostream& complaints);
+
+/// What PackageInfo::saveToManifestFile() writes.
+std::string manifestOf(const vesk::PackageInfo& package);
+
+/// Writes \p content to \p file, or to \p out when that is "-". A file is replaced as a whole or not
+/// at all, and keeps its mode. When that fails, says why and gives false.
+bool write(const std::string& content, const std::string& file, std::ostream& out,
+           std::ostream& complaints);
+
+/// Where a manifest goes that is written anew.
+struct Target
+{
+  std::string output = "-"; ///< a file or standard output
+  bool isInPlace = false;   ///< instead, in the place of the file that it was read from
+  bool isForced = false;    ///< also where something is lost
+};
+
+/// Writes \p content, made of \p manifest, where it is to go; one from standard input goes to \p out.
+/// Where it takes the place of the manifest and something would be lost that is not in it any more,
+/// says what, and does so only when it is forced.
+ExitCode put(const Manifest& manifest, const std::string& content, const Target& target,
+             std::ostream& out, std::ostream& complaints);
 
 #endif

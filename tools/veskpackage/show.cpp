@@ -1,69 +1,59 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "complaint.hpp"
 #include "json.hpp"
 #include "manifestfile.hpp"
 #include "verbs.hpp"
 
+#include <package/manifest2/loadmanifest.hpp>
 #include <xovalue/xovalue.hpp>
 
-#include <iostream>
+#include <QDomDocument>
 
 namespace
 {
-struct Manifest
+/// Where the web content is, which a package does not keep; no value when there is none.
+vesk::AnyValue webContentOf(const Manifest& manifest)
 {
-  vesk::PackageInfo package;
-  vesk::PackageInfo2 sections;
+  QDomDocument document; // within the library's limits, since it has been loaded
+  document.setContent(manifest.bytes);
+  return vesk::loadXmlDocument(document).contents()["web"];
+}
 
-  /// Nothing when there is none.
-  vesk::AnyConstReference webContent() { return sections.contents()["web"]; }
-};
-
-void print(Manifest& manifest, ShowFormat format, bool onOneLine)
+void print(Manifest& manifest, Format format, bool onOneLine, std::ostream& out)
 {
-  switch (format)
+  if (format == Format::Variant)
   {
-  case ShowFormat::Text:
-    std::cout << manifest.package;
-    if (manifest.webContent().isValid())
-    {
-      std::cout << "Web content\n***********\nPath: "
-                << manifest.webContent().as<vesk::WebInfo>().path << '\n';
-    }
-    break;
-  case ShowFormat::Json:
-    std::cout << toJson(vesk::AnyConstReference(manifest.package), onOneLine ? -1 : 2,
-                        {{"web", manifest.webContent()}})
-              << '\n';
-    break;
-  case ShowFormat::Variant:
     XO::XOValue value;
     manifest.package.toXOValue(value);
-    std::cout << value << '\n';
-    break;
+    out << value << '\n';
+    return;
+  }
+  const vesk::AnyValue web = webContentOf(manifest);
+  if (format == Format::Json)
+  {
+    out << toJson(vesk::AnyConstReference(manifest.package), onOneLine ? -1 : 2, {{"web", web}})
+        << '\n';
+    return;
+  }
+  out << manifest.package;
+  if (web.isValid())
+  {
+    out << "Web content\n***********\nPath: " << web.as<vesk::WebInfo>().path << '\n';
   }
 }
 } // namespace
 
-ExitCode show(const std::vector<std::string>& files, ShowFormat format)
+ExitCode show(const ShowOptions& options)
 {
-  ExitCode code = Done;
-  for (const std::string& file : files)
-  {
-    Manifest manifest;
-    if (load(manifest.package, file, format == ShowFormat::Variant ? nullptr : &manifest.sections))
-    {
-      print(manifest, format, files.size() > 1);
-      if (!std::cout.flush())
+  return forEachFile(
+      options.inputs,
+      [&options](const std::string& file, std::ostream& out, std::ostream& complaints)
       {
-        complain("<stdout>", "Could not write");
-        return FileTrouble;
-      }
-    }
-    else
-    {
-      code = FileTrouble;
-    }
-  }
-  return code;
+        std::optional<Manifest> manifest = load(file, complaints);
+        if (!manifest)
+        {
+          return FileTrouble;
+        }
+        print(*manifest, options.format, options.inputs.areMany(), out);
+        return Done;
+      });
 }

@@ -2,25 +2,93 @@
 #ifndef TOOLS_VERBS_HPP
 #define TOOLS_VERBS_HPP
 
+#include "batch.hpp"
 #include "exitcode.hpp"
+#include "manifestfile.hpp"
 
+#include <check/manifestcheck.hpp>
+#include <map>
 #include <string>
 #include <vector>
 
-/// Each verb of the program. Results go to standard output, complaints to standard error. A file
-/// "-" is standard input or output.
+/// Each verb of the program with its options. Results go to standard output, complaints to standard
+/// error. A file "-" is standard input or output.
 
-enum class ShowFormat
+enum class Format
 {
-  Text,   ///< the report for people
-  Json,   ///< all fields as JSON; of several manifests one object a line
-  Variant ///< the variant form, as the robot's modules get it
+  Text,   ///< for people
+  Json,   ///< for programs; of several files one value a line
+  Variant ///< the form in which the robot's modules get a package
 };
 
+struct ShowOptions
+{
+  Inputs inputs;
+  Format format = Format::Text;
+};
 /// Prints each manifest.
-ExitCode show(const std::vector<std::string>& files, ShowFormat format);
+ExitCode show(const ShowOptions& options);
 
-/// Loads a manifest and writes it back to \p output.
-ExitCode fmt(const std::string& file, const std::string& output);
+struct CheckOptions
+{
+  Inputs inputs;
+  Format format = Format::Text;
+  std::map<std::string, vesk::check::Severity> severities;
+  bool isStrict = false; ///< warnings count as errors
+  bool isQuiet = false;
+  bool isColored = false;
+  std::string packageFolder;
+};
+/// Prints what is wrong with each manifest.
+ExitCode check(const CheckOptions& options);
+/// Prints all rules, or what one of them means.
+/// \{
+ExitCode listRules();
+ExitCode explainRule(const std::string& tag);
+/// \}
+
+struct GetOptions
+{
+  Inputs inputs;
+  Format format = Format::Text;
+  std::string field;
+};
+/// Prints one field of each manifest.
+ExitCode get(const GetOptions& options);
+
+struct SetOptions
+{
+  Inputs inputs;
+  std::vector<std::string> assignments; ///< FIELD=VALUE
+  bool isForced = false;
+};
+/// Changes fields of each manifest, in its file.
+ExitCode set(const SetOptions& options);
+
+struct FmtOptions
+{
+  Inputs inputs;
+  Target target;
+  bool isCheck = false; ///< only shows what would change
+};
+/// Loads manifests and writes them back.
+ExitCode fmt(const FmtOptions& options);
+
+struct TrimOptions
+{
+  Inputs inputs;
+  Target target;
+};
+/// Strips manifests down to their description languages.
+ExitCode trim(const TrimOptions& options);
+
+struct DiffOptions
+{
+  std::string left;
+  std::string right;
+  Format format = Format::Text;
+};
+/// Prints in which fields two manifests differ.
+ExitCode diff(const DiffOptions& options);
 
 #endif

@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "batch.hpp"
+
+#include "complaint.hpp"
+#include "inputfiles.hpp"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <exception>
+#include <iostream>
+#include <memory>
+#include <mutex>
+#include <sstream>
+#include <thread>
+#include <unistd.h>
+
+bool Inputs::areMany() const
+{
+  return files.size() != 1 || !filesFrom.empty() ||
+         (searchFolders && QFileInfo(QString::fromStdString(files.front())).isDir());
+}
+
+namespace
+{
+/// Says on a terminal how far the work is, once it has taken a while.
+class Progress
+{
+public:
+  void count()
+  {
+    ++done;
+    const auto now = std::chrono::steady_clock::now();
+    if (isTerminal && now - shown > std::chrono::seconds(1))
+    {
+      shown = now;
+      isShown = true;
+      std::cerr << '\r' << done << " files" << std::flush;
+    }
+  }
+
+  /// Before anything else is printed.
+  void clear()
+  {
+    if (isShown)
+    {
+      isShown = false;
+      std::cerr << "\r\x1b[K" << std::flush;
+    }
+  }
+
+private:
+  const bool isTerminal = isatty(STDERR_FILENO) != 0;
+  std::size_t done = 0;
+  std::chrono::steady_clock::time_point shown = std::chrono::steady_clock::now();
+  bool isShown = false;
+};
+
+/// The work on one file, from when a thread has taken it until it is printed.
+struct Job
+{
+  std::string file;
+  std::ostringstream out;
+  std::ostringstream complaints;
+  ExitCode code = Done;
+  bool isDone = false;
+};
+
+class Batch
+{
+public:
+  Batch(const Inputs& inputs, const Work& toDo) : jobs(inputs.jobs), files(inputs), work(toDo) {}
+
+  ExitCode run()
+  {
+    std::vector<std::thread> others;
+    for (int i = 1; i < jobs; ++i)
+    {
+      others.emplace_back([this] { workOn(); });
+    }
+    workOn();
+    for (std::thread& other : others)
+    {
+      other.join();
+    }
+    progress.clear();
+    return code;
+  }
+
+private:
+  void workOn()
+  {
+    while (const std::shared_ptr<Job> job = take())
+    {
+      try
+      {
+        job->code = work(job->file, job->out, job->complaints);
+      }
+      catch (const std::exception& error) // memory ran out, nearly surely
+      {
+        complain(job->complaints, job->file, error.what());
+        job->code = FileTrouble;
+      }
+      finish(*job);
+    }
+  }
+
+  std::shared_ptr<Job> take()
+  {
+    std::unique_lock<std::mutex> lock(mutex);
+    // One file that takes long must not let the results of all others pile up.
+    printed.wait(lock, [this] { return unprinted.size() < 16U * static_cast<unsigned>(jobs); });
+    const std::optional<std::string> file = isFull ? std::nullopt : files.next();
+    if (!file)
+    {
+      return nullptr;
+    }
+    const auto job = std::make_shared<Job>();
+    job->file = *file;
+    unprinted.push_back(job);
+    return job;
+  }
+
+  void finish(Job& finished)
+  {
+    const std::lock_guard<std::mutex> lock(mutex);
+    finished.isDone = true;
+    while (!unprinted.empty() && unprinted.front()->isDone)
+    {
+      print(*unprinted.front());
+      unprinted.pop_front();
+    }
+    printed.notify_all();
+  }
+
+  void print(const Job& job)
+  {
+    code = std::max(code, job.code);
+    progress.count();
+    const std::string out = job.out.str();
+    const std::string complaints = job.complaints.str();
+    if (!out.empty() || !complaints.empty())
+    {
+      progress.clear();
+      std::cerr << complaints << std::flush;
+      if (!isFull && !(std::cout << out).flush())
+      {
+        complain(std::cerr, "<stdout>", "Could not write");
+        code = FileTrouble;
+        isFull = true;
+      }
+    }
+  }
+
+  const int jobs;
+  InputFiles files;
+  const Work& work;
+  std::mutex mutex; // of all that follows, and of the files
+  std::condition_variable printed;
+  std::deque<std::shared_ptr<Job>> unprinted; // in the order of files
+  Progress progress;
+  ExitCode code = Done;
+  bool isFull = false; // standard output takes no more
+};
+} // namespace
+
+ExitCode forEachFile(const Inputs& inputs, const Work& work) { return Batch(inputs, work).run(); }

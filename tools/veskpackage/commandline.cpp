@@ -1,0 +1,277 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "commandline.hpp"
+
+#include <algorithm>
+#include <cstdlib>
+#include <thread>
+#include <unistd.h>
+
+namespace
+{
+using vesk::check::Severity;
+
+const std::map<std::string, Format> formats{
+    {"text", Format::Text}, {"json", Format::Json}, {"variant", Format::Variant}};
+
+void addInputs(CLI::App& verb, Inputs& inputs, const std::string& what)
+{
+  verb.add_option("FILE", inputs.files, what);
+  verb.add_option("--files-from", inputs.filesFrom,
+                  "Read further files from LIST, a path a line; - is standard input")
+      ->option_text("LIST");
+  verb.add_option("-j,--jobs", inputs.jobs, "Work on so many files at once")
+      ->check(CLI::Range(1, 1024))
+      ->option_text("NUMBER");
+}
+
+void addFormat(CLI::App& verb, Format& format, bool hasVariant, const std::string& meaning)
+{
+  std::vector<std::string> names{"text", "json"};
+  if (hasVariant)
+  {
+    names.emplace_back("variant");
+  }
+  verb.add_option_function<std::string>(
+          "--format", [&format](const std::string& name) { format = formats.at(name); }, meaning)
+      ->check(CLI::IsMember(names))
+      ->option_text("FORMAT");
+}
+
+void addTarget(CLI::App& verb, Target& target)
+{
+  CLI::Option* const output =
+      verb.add_option("-o,--output", target.output, "Write to FILE instead of standard output")
+          ->option_text("FILE");
+  verb.add_flag("-i,--in-place", target.isInPlace,
+                "Write over the file itself, whole or not at all; its mode is kept")
+      ->excludes(output);
+  verb.add_flag("--force", target.isForced,
+                "Write over a file also when comments, unknown elements and the like are lost");
+}
+
+/// What is wrong with how a verb is used, beyond what single options say.
+void require(bool condition, const std::string& what)
+{
+  if (!condition)
+  {
+    throw CLI::ValidationError(what, CLI::ExitCodes::ValidationError);
+  }
+}
+
+void requireFiles(const Inputs& inputs)
+{
+  require(!inputs.files.empty() || !inputs.filesFrom.empty(), "FILE or --files-from is required");
+}
+
+void requireOneOutput(const Inputs& inputs, const Target& target)
+{
+  requireFiles(inputs);
+  require(target.isInPlace || !inputs.areMany(), "several files need --in-place");
+}
+
+void addExample(CLI::App& verb, const std::string& example)
+{
+  verb.footer("Example:\n  " + example);
+}
+
+bool isColored(const std::string& color)
+{
+  const char* const noColor = std::getenv("NO_COLOR");
+  const bool isWanted = noColor == nullptr || *noColor == '\0';
+  return color == "always" || (color == "auto" && isWanted && isatty(STDOUT_FILENO) != 0);
+}
+
+/// "tag=severity"
+std::pair<std::string, Severity> overrideIn(const std::string& text)
+{
+  static const std::map<std::string, Severity> severities{{"off", Severity::Off},
+                                                          {"hint", Severity::Hint},
+                                                          {"warning", Severity::Warning},
+                                                          {"error", Severity::Error}};
+  const std::size_t equals = text.find('=');
+  const std::string tag = text.substr(0, equals);
+  require(vesk::check::findRule(tag) != nullptr,
+          "--override: there is no rule \"" + tag + "\"; --list-rules lists them");
+  const auto severity = severities.find(equals == std::string::npos ? "" : text.substr(equals + 1));
+  require(severity != severities.end(),
+          "--override: " + tag + " needs =off, =hint, =warning or =error");
+  return {tag, severity->second};
+}
+} // namespace
+
+CommandLine::CommandLine()
+    : app("Shows, checks, edits and compares the manifests of robot application packages.",
+          "veskpackage")
+{
+  app.set_version_flag("--version", std::string("veskpackage ") + VESKPACKAGE_VERSION);
+  app.require_subcommand(1);
+  app.footer("FILE is a manifest; - stands for standard input or output.\n"
+             "Exit codes: 0 done, 1 a negative result, 2 wrong usage, 3 a file unreadable or "
+             "malformed, or one that cannot be written.");
+  addShow();
+  addCheck();
+  addGet();
+  addSet();
+  addFmt();
+  addTrim();
+  addDiff();
+}
+
+void CommandLine::addShow()
+{
+  CLI::App* const verb =
+      app.add_subcommand("show", "Print what manifests hold, as a report or otherwise");
+  addInputs(*verb, showOptions.inputs, "Manifests to print");
+  addFormat(*verb, showOptions.format, true,
+            "text (the report, the default), json (all fields and the web content; of several "
+            "manifests one line each), or variant (as the robot's modules get it; [] without a "
+            "uuid)");
+  addExample(*verb, "veskpackage show --format json manifest.xml");
+  verb->callback(
+      [this]
+      {
+        requireFiles(showOptions.inputs);
+        code = show(showOptions);
+      });
+}
+
+void CommandLine::addCheck()
+{
+  CLI::App* const verb = app.add_subcommand(
+      "check", "Tell what is wrong with manifests, also what the readers pass over in silence");
+  addInputs(*verb, checkOptions.inputs,
+            "Manifests, and folders that are searched for them (files called manifest.xml, and "
+            "others in .xml whose root is package)");
+  addFormat(*verb, checkOptions.format, false,
+            "text (a line for each finding, and a summary), or json (of several manifests one line "
+            "each)");
+  verb->add_flag("--strict", checkOptions.isStrict, "Fail for warnings as well");
+  verb->add_option("--override", overrides,
+                   "Report what the rule TAG finds as off, hint, warning or error instead")
+      ->option_text("TAG=SEVERITY")
+      ->expected(1);
+  verb->add_option("--package", checkOptions.packageFolder,
+                   "Look up the paths in the manifest in the package's folder")
+      ->option_text("FOLDER");
+  verb->add_flag("-q,--quiet", checkOptions.isQuiet, "Print no hints and no summary");
+  verb->add_option("--color", color, "auto (the default; heeds NO_COLOR), always or never")
+      ->check(CLI::IsMember({"auto", "always", "never"}))
+      ->option_text("WHEN");
+  verb->add_flag("--list-rules", listsRules, "List the rules, and check nothing");
+  verb->add_option("--explain", explained, "Say what the rule TAG means, and check nothing")
+      ->option_text("TAG");
+  addExample(*verb, "veskpackage check --strict --jobs 4 packages/");
+  verb->callback(
+      [this]
+      {
+        if (listsRules)
+        {
+          code = listRules();
+          return;
+        }
+        if (!explained.empty())
+        {
+          require(vesk::check::findRule(explained) != nullptr,
+                  "--explain: there is no rule \"" + explained + "\"; --list-rules lists them");
+          code = explainRule(explained);
+          return;
+        }
+        requireFiles(checkOptions.inputs);
+        for (const std::string& text : overrides)
+        {
+          checkOptions.severities.insert(overrideIn(text));
+        }
+        checkOptions.inputs.searchFolders = true;
+        checkOptions.isColored = isColored(color);
+        code = check(checkOptions);
+      });
+}
+
+void CommandLine::addGet()
+{
+  CLI::App* const verb = app.add_subcommand("get", "Print one field of manifests");
+  addInputs(*verb, getOptions.inputs, "Manifests, and the FIELD behind them");
+  addFormat(*verb, getOptions.format, false,
+            "text (texts and numbers as they are, anything else as json; the default), or json");
+  addExample(*verb, "veskpackage get manifest.xml behaviors[0].tags.en_US[1]");
+  verb->callback(
+      [this]
+      {
+        require(!getOptions.inputs.files.empty(), "FIELD is required");
+        getOptions.field = getOptions.inputs.files.back();
+        getOptions.inputs.files.pop_back();
+        requireFiles(getOptions.inputs);
+        code = get(getOptions);
+      });
+}
+
+void CommandLine::addSet()
+{
+  CLI::App* const verb = app.add_subcommand("set", "Change fields of manifests, in their files");
+  addInputs(*verb, setOptions.inputs, "Manifests, and FIELD=VALUE any number of times behind them");
+  verb->add_flag("--force", setOptions.isForced,
+                 "Also when comments, unknown elements and the like are lost");
+  addExample(*verb, "veskpackage set manifest.xml version=1.3 names.fr_FR=Bonjour");
+  verb->callback(
+      [this]
+      {
+        std::vector<std::string>& files = setOptions.inputs.files;
+        const auto isAssignment = [](const std::string& text)
+        { return text.find('=') != std::string::npos; };
+        const auto first = std::find_if(files.begin(), files.end(), isAssignment);
+        setOptions.assignments.assign(first, files.end());
+        files.erase(first, files.end());
+        require(!setOptions.assignments.empty() &&
+                    std::all_of(setOptions.assignments.begin(), setOptions.assignments.end(),
+                                isAssignment),
+                "FIELD=VALUE is required behind the files");
+        requireFiles(setOptions.inputs);
+        code = set(setOptions);
+      });
+}
+
+void CommandLine::addFmt()
+{
+  CLI::App* const verb = app.add_subcommand(
+      "fmt", "Load manifests and write them back, without comments and what is not known");
+  addInputs(*verb, fmtOptions.inputs, "Manifests to read");
+  addTarget(*verb, fmtOptions.target);
+  verb->add_flag("--check", fmtOptions.isCheck,
+                 "Write nothing; print as a unified difference what would change, and exit with 1 "
+                 "if anything");
+  addExample(*verb, "veskpackage fmt --check manifest.xml");
+  verb->callback(
+      [this]
+      {
+        fmtOptions.isCheck ? requireFiles(fmtOptions.inputs)
+                           : requireOneOutput(fmtOptions.inputs, fmtOptions.target);
+        code = fmt(fmtOptions);
+      });
+}
+
+void CommandLine::addTrim()
+{
+  CLI::App* const verb = app.add_subcommand(
+      "trim", "Strip manifests down to the texts in their description languages");
+  addInputs(*verb, trimOptions.inputs, "Manifests to read");
+  addTarget(*verb, trimOptions.target);
+  addExample(*verb, "veskpackage trim manifest.xml -o trimmed.xml");
+  verb->callback(
+      [this]
+      {
+        requireOneOutput(trimOptions.inputs, trimOptions.target);
+        code = trim(trimOptions);
+      });
+}
+
+void CommandLine::addDiff()
+{
+  CLI::App* const verb = app.add_subcommand(
+      "diff", "Compare two manifests by what they mean, field by field; exits with 1 when they "
+              "differ");
+  verb->add_option("A", diffOptions.left, "The one manifest")->required();
+  verb->add_option("B", diffOptions.right, "The other manifest")->required();
+  addFormat(*verb, diffOptions.format, false, "text (a line for each difference), or json");
+  addExample(*verb, "veskpackage diff old.xml new.xml");
+  verb->callback([this] { code = diff(diffOptions); });
+}

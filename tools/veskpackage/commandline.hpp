@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef TOOLS_COMMANDLINE_HPP
+#define TOOLS_COMMANDLINE_HPP
+
+#include "exitcode.hpp"
+#include "verbs.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+
+/// The program's verbs and options: parses a command line and runs its verb, and is what help, man
+/// pages and completion are made of.
+class CommandLine
+{
+public:
+  CommandLine();
+  CommandLine(const CommandLine&) = delete;
+  CommandLine& operator=(const CommandLine&) = delete;
+
+  CLI::App app;
+  /// What the verb gave.
+  ExitCode code = Done;
+
+private:
+  void addShow();
+  void addCheck();
+  void addGet();
+  void addSet();
+  void addFmt();
+  void addTrim();
+  void addDiff();
+
+  ShowOptions showOptions;
+  CheckOptions checkOptions;
+  GetOptions getOptions;
+  SetOptions setOptions;
+  FmtOptions fmtOptions;
+  TrimOptions trimOptions;
+  DiffOptions diffOptions;
+  std::vector<std::string> overrides;
+  std::string color = "auto";
+  std::string explained;
+  bool listsRules = false;
+};
+
+#endif

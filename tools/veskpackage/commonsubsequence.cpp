@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "commonsubsequence.hpp"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+#include <unordered_map>
+
+namespace
+{
+/// The most of the pairs, whose first indexes increase, of which the second increase as well
+/// (patience sorting).
+IndexPairs increasing(const IndexPairs& pairs)
+{
+  // Of the chains of each length, the last pair of that which can best be continued; of each pair,
+  // the one before it in its chain.
+  std::vector<std::size_t> ends;
+  std::vector<std::size_t> previous(pairs.size());
+  for (std::size_t i = 0; i < pairs.size(); ++i)
+  {
+    const auto end = std::lower_bound(ends.begin(), ends.end(), pairs[i].second,
+                                      [&pairs](std::size_t chainEnd, std::size_t index)
+                                      { return pairs[chainEnd].second < index; });
+    previous[i] = end == ends.begin() ? i : *std::prev(end);
+    if (end == ends.end())
+    {
+      ends.push_back(i);
+    }
+    else
+    {
+      *end = i;
+    }
+  }
+  IndexPairs chain(ends.size());
+  std::size_t i = ends.empty() ? 0 : ends.back();
+  for (auto pair = chain.rbegin(); pair != chain.rend(); ++pair)
+  {
+    *pair = pairs[i];
+    i = previous[i];
+  }
+  return chain;
+}
+} // namespace
+
+IndexPairs commonSubsequence(const std::vector<std::string>& first,
+                             const std::vector<std::string>& second)
+{
+  const auto head = static_cast<std::size_t>(
+      std::mismatch(first.begin(), first.end(), second.begin(), second.end()).first -
+      first.begin());
+  const auto headSize = static_cast<std::ptrdiff_t>(head);
+  const auto tail =
+      static_cast<std::size_t>(std::mismatch(first.rbegin(), first.rend() - headSize,
+                                             second.rbegin(), second.rend() - headSize)
+                                   .first -
+                               first.rbegin());
+
+  // Between the ends that are equal, the n-th of equal texts here can only pair with the n-th there.
+  std::unordered_map<std::string_view, std::vector<std::size_t>> places;
+  for (std::size_t i = second.size() - tail; i-- > head;)
+  {
+    places[second[i]].push_back(i);
+  }
+  IndexPairs candidates;
+  for (std::size_t i = head; i < first.size() - tail; ++i)
+  {
+    const auto found = places.find(first[i]);
+    if (found != places.end() && !found->second.empty())
+    {
+      candidates.emplace_back(i, found->second.back());
+      found->second.pop_back();
+    }
+  }
+
+  IndexPairs pairs;
+  for (std::size_t i = 0; i < head; ++i)
+  {
+    pairs.emplace_back(i, i);
+  }
+  const IndexPairs between = increasing(candidates);
+  pairs.insert(pairs.end(), between.begin(), between.end());
+  for (std::size_t i = tail; i > 0; --i)
+  {
+    pairs.emplace_back(first.size() - i, second.size() - i);
+  }
+  return pairs;
+}

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef TOOLS_VESKPACKAGE_COMMONSUBSEQUENCE_HPP
+#define TOOLS_VESKPACKAGE_COMMONSUBSEQUENCE_HPP
+
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// Indexes into a first and a second list.
+using IndexPairs = std::vector<std::pair<std::size_t, std::size_t>>;
+
+/// Pairs equal texts of two lists so that both indexes increase: as many as can be when no text
+/// repeats, else nearly so. Takes time in proportion to n log n, whatever the lists are.
+IndexPairs commonSubsequence(const std::vector<std::string>& first,
+                             const std::vector<std::string>& second);
+
+#endif

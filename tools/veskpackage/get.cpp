@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "complaint.hpp"
+#include "fieldvalue.hpp"
+#include "json.hpp"
+#include "verbs.hpp"
+
+namespace
+{
+std::string shown(const vesk::AnyConstReference& value, Format format)
+{
+  return format == Format::Text && value.is<std::string>() ? value.as<std::string>()
+                                                           : toJson(value, -1);
+}
+} // namespace
+
+ExitCode get(const GetOptions& options)
+{
+  const FieldPath path = parseFieldPath(options.field);
+  return forEachFile(options.inputs,
+                     [&](const std::string& file, std::ostream& out, std::ostream& complaints)
+                     {
+                       const std::optional<Manifest> manifest = load(file, complaints);
+                       if (!manifest)
+                       {
+                         return FileTrouble;
+                       }
+                       try
+                       {
+                         const vesk::AnyConstReference value =
+                             valueAt(vesk::AnyConstReference(manifest->package), path);
+                         const bool isOneOfMany = options.inputs.areMany();
+                         if (isOneOfMany && options.format == Format::Json)
+                         {
+                           out << R"({"file":)"
+                               << toJson(vesk::AnyConstReference(manifest->name), -1)
+                               << R"(,"value":)" << toJson(value, -1) << "}\n";
+                         }
+                         else
+                         {
+                           out << (isOneOfMany ? manifest->name + ": " : "")
+                               << shown(value, options.format) << '\n';
+                         }
+                         return Done;
+                       }
+                       catch (const FieldError& error)
+                       {
+                         complain(complaints, manifest->name, error.what());
+                         return NegativeResult;
+                       }
+                     });
+}

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef TOOLS_INPUTFILES_HPP
+#define TOOLS_INPUTFILES_HPP
+
+#include "batch.hpp"
+
+#include <QStringList>
+
+#include <fstream>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// Gives the files to work on one after the other, those of folders in the order of their names.
+class InputFiles
+{
+public:
+  /// Throws std::runtime_error when the list of files cannot be read.
+  explicit InputFiles(const Inputs& inputs);
+
+  std::optional<std::string> next();
+
+private:
+  std::optional<std::string> nextNamed();
+  std::optional<std::string> nextInFolders();
+
+  const Inputs& named;
+  std::size_t given = 0;
+  std::ifstream list;
+  /// The folders that are being searched, from the outermost in; each with what is left of it, the
+  /// next at the end.
+  std::vector<QStringList> folders;
+};
+
+#endif

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "complaint.hpp"
+#include "fieldvalue.hpp"
+#include "verbs.hpp"
+
+ExitCode set(const SetOptions& options)
+{
+  std::vector<std::pair<FieldPath, std::string>> assignments;
+  for (const std::string& assignment : options.assignments)
+  {
+    assignments.push_back(parseAssignment(assignment));
+  }
+  return forEachFile(options.inputs,
+                     [&](const std::string& file, std::ostream& out, std::ostream& complaints)
+                     {
+                       std::optional<Manifest> manifest = load(file, complaints);
+                       if (!manifest)
+                       {
+                         return FileTrouble;
+                       }
+                       try
+                       {
+                         for (const auto& [path, value] : assignments)
+                         {
+                           setAt(vesk::AnyReference(manifest->package), path, value);
+                         }
+                       }
+                       catch (const FieldError& error)
+                       {
+                         complain(complaints, manifest->name, error.what());
+                         return NegativeResult;
+                       }
+                       return put(*manifest, manifestOf(manifest->package),
+                                  {"-", true, options.isForced}, out, complaints);
+                     });
+}
