@@ -252,9 +252,8 @@ public:
   /// Writes the manifest. Equal packages give equal bytes; attributes are ordered by name. Empty
   /// names, descriptions, texts of behaviors and topics are left out, and so is what XML cannot
   /// carry: what follows a NUL byte, control characters, U+FFFE and U+FFFF, permissions that are no
-  /// XML names. Text of blanks only
-  /// (of any script) is written, but readers drop it unless it is a condition. Invalid UTF-8 is
-  /// written as U+FFFD.
+  /// XML names. Text of blanks only (of any script) is written, but readers drop it unless it is a
+  /// condition. Invalid UTF-8 is written as U+FFFD.
   /// \{
 
   /// Writes or overwrites the file at \p path (UTF-8), indented by 2. False when it cannot be

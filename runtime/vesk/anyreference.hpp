@@ -21,7 +21,7 @@ class AnyReference;
 
 /// Thrown where a value is not of the type it is taken for, or cannot be converted. The message of a
 /// conversion names both types and the place in the source that could not be converted, as in
-/// `cannot convert ::peer::Package to ::vesk::PackageInfo: behaviors[2]: without "nature"`.
+/// `cannot convert peer::Package to ::vesk::PackageInfo: behaviors[2]: without "nature"`.
 class VESK_EXPORT ConversionError : public std::runtime_error
 {
 public:

@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+/// \file
 /// The descriptions of C++ types, made by typeOf(). Programs use them through their interfaces.
 namespace vesk
 {

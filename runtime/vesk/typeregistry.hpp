@@ -27,8 +27,9 @@ inline constexpr int interfaceMarkerLength = 11;
 /// when another has the name, which keeps it.
 VESK_EXPORT bool registerStruct(TypeInterface* type);
 
-/// Binds a native type to its description; to be done before typeOf() is first asked for it. False when \p type is null or describes another type,
-/// or when the native type has a description, which stays: others may hold it by now.
+/// Binds a native type to its description; to be done before typeOf() is first asked for it. False
+/// when \p type is null or describes another type, or when the native type has a description, which
+/// stays: others may hold it by now.
 VESK_EXPORT bool registerType(const std::type_info& info, TypeInterface* type);
 
 /// The description bound to a native type; null when there is none.

@@ -8,6 +8,7 @@
 #include <list>
 #include <map>
 
+/// \file
 /// The type system: descriptions of types by which values are held, reached into and converted by
 /// code that does not know the types (see AnyValue).
 ///
