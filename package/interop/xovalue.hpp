@@ -11,6 +11,7 @@
 #include <map>
 #include <string>
 
+/// \file
 /// Packages as variant values, for modules that know nothing of the classes, and back.
 ///
 /// The forms of the parts:
