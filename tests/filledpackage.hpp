@@ -7,40 +7,44 @@
 
 #include <string>
 #include <tools/veskpackage/json.hpp>
+#include <vector>
 
-/// Fills a value by its description, members, elements and all, so that no two texts are equal and
-/// nothing is left as it is by default.
-inline void fill(const vesk::AnyReference& value, int& count)
+/// Fills a value by its description, members, elements and all, with what \p values gives for the
+/// struct's member that \p member names: flag(), text(member), length(member) of a list, and keys()
+/// of a map.
+template <typename Values>
+void fill(const vesk::AnyReference& value, Values& values, const std::string& member = {})
 {
   using vesk::TypeKind;
   switch (value.type()->kind())
   {
   case TypeKind::Bool:
-    value.set(true);
+    value.set(values.flag());
     break;
   case TypeKind::String:
-    value.set("text " + std::to_string(++count));
+    value.set(values.text(member));
     break;
   case TypeKind::List: {
     const auto* type = static_cast<const vesk::ListTypeInterface*>(value.type());
-    for (int i = 0; i < 3; ++i)
+    for (int left = values.length(member); left > 0; --left)
     {
-      fill(vesk::AnyReference(*type->elementType(), type->append(value.address())), count);
+      fill(vesk::AnyReference(*type->elementType(), type->append(value.address())), values, member);
     }
     break;
   }
   case TypeKind::Map: {
     const auto* type = static_cast<const vesk::MapTypeInterface*>(value.type());
-    for (const std::string key : {"en_US", "de", "fr"})
+    for (const std::string& key : values.keys())
     {
-      fill(vesk::AnyReference(*type->valueType(), type->insert(value.address(), &key)), count);
+      fill(vesk::AnyReference(*type->valueType(), type->insert(value.address(), &key)), values,
+           member);
     }
     break;
   }
   case TypeKind::Struct:
     for (const std::string& name : value.memberNames())
     {
-      fill(value.member(name), count);
+      fill(value.member(name), values, name);
     }
     break;
   default:
@@ -48,12 +52,24 @@ inline void fill(const vesk::AnyReference& value, int& count)
   }
 }
 
-template <typename Record>
-Record filled()
+/// Texts of which no two are equal, and nothing as it is by default.
+class DistinctValues
+{
+public:
+  static bool flag() { return true; }
+  std::string text(const std::string&) { return "text " + std::to_string(++count); }
+  static int length(const std::string&) { return 3; }
+  static std::vector<std::string> keys() { return {"en_US", "de", "fr"}; }
+
+private:
+  int count = 0;
+};
+
+template <typename Record, typename Values = DistinctValues>
+Record filled(Values values = {})
 {
   Record record;
-  int count = 0;
-  fill(vesk::AnyReference(record), count);
+  fill(vesk::AnyReference(record), values);
   return record;
 }
 
