@@ -28,6 +28,7 @@ private:
   void checkChildren(const QDomElement& element, const Element& format);
   void checkChild(const QDomElement& child, const Element& parent, bool isRepeated);
   void checkNoElement(const QDomNode& node, const Element& parent);
+  void reportNotKept(const QDomNode& node);
   void reportUnknown(const QDomElement& element, const Element& parent);
 
   // values.cpp: what they take as it is

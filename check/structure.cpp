@@ -92,7 +92,7 @@ void Checker::check()
     }
     else if (node.nodeName() != QLatin1String("xml")) // the declaration
     {
-      report(RuleId::Comment, node, QStringLiteral("is not kept when the manifest is rewritten"));
+      reportNotKept(node);
     }
   }
 }
@@ -110,6 +110,15 @@ void Checker::report(RuleId id, const QDomNode& node, const QString& message, co
   }
   found.add(id, message, node.lineNumber(), node.columnNumber(),
             part.isEmpty() ? place : place + '/' + part);
+}
+
+void Checker::reportNotKept(const QDomNode& node)
+{
+  const QString what = node.isComment()        ? QStringLiteral("a comment")
+                       : node.isDocumentType() ? QStringLiteral("a document type")
+                                               : QStringLiteral("a processing instruction");
+  report(RuleId::Comment, node,
+         what + QStringLiteral(" is not kept when a program writes the manifest"));
 }
 
 void Checker::checkElement(const QDomElement& element, const Element& format)
@@ -277,7 +286,7 @@ void Checker::checkNoElement(const QDomNode& node, const Element& parent)
   }
   else
   {
-    report(RuleId::Comment, node, QStringLiteral("is not kept when the manifest is rewritten"));
+    reportNotKept(node);
   }
 }
 

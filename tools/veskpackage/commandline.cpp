@@ -149,7 +149,7 @@ void CommandLine::addCheck()
   verb->add_option("--override", overrides,
                    "Report what the rule TAG finds as off, hint, warning or error instead")
       ->option_text("TAG=SEVERITY")
-      ->expected(1);
+      ->allow_extra_args(false);
   verb->add_option("--package", checkOptions.packageFolder,
                    "Look up the paths in the manifest in the package's folder")
       ->option_text("FOLDER");
