@@ -18,6 +18,7 @@ function(vesk_install_library name)
   install(
     TARGETS ${name}
     EXPORT ${name}-targets
+    LIBRARY COMPONENT library NAMELINK_COMPONENT development
     FILE_SET HEADERS DESTINATION ${headers}
     FILE_SET generated_headers DESTINATION ${headers}
     INCLUDES DESTINATION ${headers})
@@ -43,4 +44,6 @@ function(vesk_install_library name)
                  ${CMAKE_CURRENT_BINARY_DIR}/${name}.pc @ONLY)
   install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${name}.pc
           DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+  set_property(GLOBAL APPEND PROPERTY VESKPACKAGE_LIBRARY_DIRS ${CMAKE_CURRENT_BINARY_DIR})
 endfunction()
