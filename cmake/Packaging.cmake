@@ -58,7 +58,7 @@ set(CPACK_DEBIAN_TOOL_PACKAGE_SECTION "utils\nMulti-Arch: foreign")
 set(CPACK_COMPONENT_TOOL_DEPENDS library)
 set(CPACK_DEBIAN_TOOL_DESCRIPTION
     "manifests of robot application packages, command-line tool
-veskpackage shows and rewrites the manifest of a robot's application package:
+veskpackage handles the manifest of a robot's application package from a shell:
 the XML file that says what the package is called, which languages it speaks,
 what it needs, and what it holds.")
 

@@ -1,7 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
-# Installs the build into a folder and builds and runs an example against that, once as a CMake
-# project and once with pkg-config.
-set(prefix ${WORK_DIR}/prefix)
+# Builds and runs examples against the library that is installed in PREFIX, as a CMake project and with
+# pkg-config. Without a PREFIX the build is installed into a folder first.
 if(SANITIZE)
   set(flags "-fsanitize=${SANITIZE}")
 endif()
@@ -20,10 +19,13 @@ function(expect_edits program)
 endfunction()
 
 file(REMOVE_RECURSE ${WORK_DIR})
-run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
+if(NOT DEFINED PREFIX)
+  set(PREFIX ${WORK_DIR}/prefix)
+  run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${PREFIX})
+endif()
 
 run(${CMAKE_COMMAND} -G ${GENERATOR} -S ${EXAMPLES_DIR} -B ${WORK_DIR}/build
-    -Dveskpackage_DIR=${prefix}/${LIB_DIR}/cmake/veskpackage
+    -Dveskpackage_DIR=${PREFIX}/${LIB_DIR}/cmake/veskpackage
     -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_FLAGS=${flags})
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
 expect_edits(${WORK_DIR}/build/edit)
@@ -32,9 +34,9 @@ if(NOT out MATCHES "contents: map.*web content: web/tablet\nbehavior: reception/
   message(FATAL_ERROR "sections printed ${out}")
 endif()
 
-set(ENV{PKG_CONFIG_PATH} ${prefix}/${LIB_DIR}/pkgconfig)
+set(ENV{PKG_CONFIG_PATH} ${PREFIX}/${LIB_DIR}/pkgconfig)
 run(pkg-config --cflags --libs veskpackage)
 separate_arguments(options UNIX_COMMAND "${flags} ${out}")
 run(${CXX} -std=c++17 -fPIC ${EXAMPLES_DIR}/edit.cpp -o ${WORK_DIR}/edit ${options}
-    -Wl,-rpath,${prefix}/${LIB_DIR})
+    -Wl,-rpath,${PREFIX}/${LIB_DIR})
 expect_edits(${WORK_DIR}/edit)
