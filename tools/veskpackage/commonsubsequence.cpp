@@ -8,7 +8,11 @@
 
 namespace
 {
-/// The most of the pairs, whose first indexes increase, of which the second increase as well
+/// A text in more places than this is not tried in all of them, which could take the time of the
+/// square of their number: each takes the next that is free.
+constexpr std::size_t mostPlaces = 32;
+
+/// The longest chain of pairs, whose first indexes do not decrease, in which the second increase
 /// (patience sorting).
 IndexPairs increasing(const IndexPairs& pairs)
 {
@@ -55,7 +59,7 @@ IndexPairs commonSubsequence(const std::vector<std::string>& first,
                                    .first -
                                first.rbegin());
 
-  // Between the ends that are equal, the n-th of equal texts here can only pair with the n-th there.
+  // A chain has one pair of each index, since those of one in the first list come last to first.
   std::unordered_map<std::string_view, std::vector<std::size_t>> places;
   for (std::size_t i = second.size() - tail; i-- > head;)
   {
@@ -64,11 +68,16 @@ IndexPairs commonSubsequence(const std::vector<std::string>& first,
   IndexPairs candidates;
   for (std::size_t i = head; i < first.size() - tail; ++i)
   {
-    const auto found = places.find(first[i]);
-    if (found != places.end() && !found->second.empty())
+    std::vector<std::size_t>& found = places[first[i]];
+    if (found.size() <= mostPlaces)
     {
-      candidates.emplace_back(i, found->second.back());
-      found->second.pop_back();
+      std::transform(found.begin(), found.end(), std::back_inserter(candidates),
+                     [i](std::size_t place) { return std::pair(i, place); });
+    }
+    else
+    {
+      candidates.emplace_back(i, found.back());
+      found.pop_back();
     }
   }
 

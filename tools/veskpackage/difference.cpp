@@ -4,6 +4,7 @@
 #include "commonsubsequence.hpp"
 #include "fieldvalue.hpp"
 #include "json.hpp"
+#include "membername.hpp"
 
 #include <vesk/anyvalue.hpp>
 

@@ -4,10 +4,8 @@
 #include "json.hpp"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <nlohmann/json.hpp>
-#include <optional>
 #include <string_view>
 
 namespace
@@ -36,7 +34,7 @@ public:
       }
       else
       {
-        expect('.', "\".\" or \"[\"");
+        expect('.', R"("." or "[")");
         path.push_back(name());
       }
     }
@@ -167,21 +165,13 @@ std::string toText(const FieldPath& path)
   return text;
 }
 
-std::string friendlyName(const std::string& memberName)
+std::string placeAt(const FieldPath& path, std::size_t depth)
 {
-  using Names = std::pair<std::string_view, std::string_view>;
-  static constexpr std::array names{Names("langToName", "names"),
-                                    Names("langToDesc", "descriptions"),
-                                    Names("langToTags", "tags"),
-                                    Names("langToTriggerSentences", "triggerSentences"),
-                                    Names("langToLoadingResponses", "loadingResponses"),
-                                    Names("purposeToCondition", "conditions")};
-  for (const auto& [registered, friendly] : names)
-  {
-    if (registered == memberName)
-    {
-      return std::string(friendly);
-    }
-  }
-  return memberName;
+  const auto end = path.begin() + static_cast<std::ptrdiff_t>(depth);
+  return depth == 0 ? "the package" : toText(FieldPath(path.begin(), end));
+}
+
+void failAt(const FieldPath& path, const std::string& why)
+{
+  throw FieldError(placeAt(path, path.size()) + ": " + why);
 }

@@ -33,8 +33,10 @@ std::pair<FieldPath, std::string> parseAssignment(const std::string& text);
 
 std::string toText(const FieldPath& path);
 
-/// What a registered member is called for people, as "names" for "langToName": the name that it has
-/// in a package's variant form. Most are called as they are registered.
-std::string friendlyName(const std::string& memberName);
+/// Where the first steps of a path lead, for messages.
+std::string placeAt(const FieldPath& path, std::size_t depth);
+
+/// Throws FieldError for what is at a path.
+[[noreturn]] void failAt(const FieldPath& path, const std::string& why);
 
 #endif

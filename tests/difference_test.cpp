@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "filledpackage.hpp"
+
+#include <gmock/gmock.h>
+
+#include <ctime>
+#include <tools/veskpackage/difference.hpp>
+#include <tools/veskpackage/fieldvalue.hpp>
+
+using namespace vesk;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace
+{
+/// One line a difference: the path, and what was and is there, "-" where there is nothing. That is
+/// where the two paths say that it is.
+std::vector<std::string> linesOf(const AnyConstReference& before, const AnyConstReference& after)
+{
+  std::vector<std::string> lines;
+  for (const Difference& difference : differences(before, after))
+  {
+    std::string line = toText(difference.path()) + ':';
+    for (const auto& [root, side] :
+         {std::pair(before, difference.before), std::pair(after, difference.after)})
+    {
+      EXPECT_EQ(side.value.isValid(), !side.path.empty());
+      if (side.value.isValid())
+      {
+        EXPECT_EQ(contentIn(valueAt(root, side.path)), contentIn(side.value)) << line;
+      }
+      line += ' ' + (side.value.isValid() ? toJson(side.value, -1) : "-");
+    }
+    lines.push_back(line);
+  }
+  return lines;
+}
+
+template <typename Value>
+std::vector<std::string> linesOf(const Value& before, const Value& after)
+{
+  return linesOf(AnyConstReference(before), AnyConstReference(after));
+}
+
+PackageInfo changed(PackageInfo package, const std::vector<std::string>& assignments)
+{
+  for (const std::string& assignment : assignments)
+  {
+    const auto [path, value] = parseAssignment(assignment);
+    setAt(AnyReference(package), path, value);
+  }
+  return package;
+}
+
+/// A package with a behavior for each letter, with that as its path and a name.
+PackageInfo withBehaviors(const std::string& letters)
+{
+  PackageInfo package;
+  for (const char letter : letters)
+  {
+    package.behaviors().emplace_back().setPath(std::string(1, letter));
+    package.behaviors().back().setName(std::string("name ") + letter, "en");
+  }
+  return package;
+}
+
+std::list<std::string> letters(const std::string& text)
+{
+  std::list<std::string> list;
+  for (const char letter : text)
+  {
+    list.emplace_back(1, letter);
+  }
+  return list;
+}
+
+/// The removed letters, then the added ones, then how many were replaced by others.
+std::string summary(const std::string& before, const std::string& after)
+{
+  std::string removed;
+  std::string added;
+  int replaced = 0;
+  const auto listBefore = letters(before);
+  const auto listAfter = letters(after);
+  for (const Difference& difference :
+       differences(AnyConstReference(listBefore), AnyConstReference(listAfter)))
+  {
+    const bool wasThere = difference.before.value.isValid();
+    const bool isThere = difference.after.value.isValid();
+    replaced += wasThere && isThere ? 1 : 0;
+    removed += wasThere && !isThere ? difference.before.value.as<std::string>() : "";
+    added += isThere && !wasThere ? difference.after.value.as<std::string>() : "";
+  }
+  return '-' + removed + " +" + added + " ~" + std::to_string(replaced);
+}
+} // namespace
+
+TEST(Difference, OfEqualPackagesThereIsNone)
+{
+  const auto package = filled<PackageInfo>();
+  EXPECT_THAT(linesOf(package, PackageInfo(package)), IsEmpty());
+  EXPECT_THAT(linesOf(PackageInfo(), PackageInfo()), IsEmpty());
+}
+
+TEST(Difference, IsFoundInEveryMemberOfEveryRecord)
+{
+  const auto package = filled<PackageInfo>();
+  PackageInfo other;
+  int count = 1000;
+  fill(AnyReference(other), count);
+  AnyReference(other).member("services").element(1).member("autoRun").set(false);
+  const std::string content = contentIn(package);
+  // Every text differs, and each stands for itself; all bools but one are equal.
+  const auto texts = static_cast<std::size_t>(count - 1000) + 1;
+  EXPECT_EQ(linesOf(package, other).size(), texts);
+}
+
+TEST(Difference, TellsMembersAndEntries)
+{
+  const PackageInfo before = changed(
+      PackageInfo(), {"version=1", R"(names={"de": "a", "en": "b"})", R"(services=[{"name": "s"}])",
+                      R"(behaviors=[{"path": "p", "tags": {"en": ["x", "y", "z"]}}])"});
+  const PackageInfo after = changed(
+      before, {"version=2", R"(names={"a.b": "c", "en": "B"})", "services[0].autoRun=true",
+               R"(behaviors[0].tags={"en": ["x", "z", "w"], "fr": []})", "descriptions.de="});
+  EXPECT_THAT(linesOf(before, after),
+              ElementsAre(R"(version: "1" "2")", R"(names.de: "a" -)", R"(names.en: "b" "B")",
+                          R"(names."a.b": - "c")", R"(descriptions.de: - "")",
+                          R"(behaviors[0].tags.en[1]: "y" -)", R"(behaviors[0].tags.en[2]: - "w")",
+                          "behaviors[0].tags.fr: - []", "services[0].autoRun: false true"));
+}
+
+TEST(Difference, FindsBehaviorsAgainThatHaveMovedOn)
+{
+  const PackageInfo before = withBehaviors("abcd");
+  EXPECT_THAT(linesOf(before, withBehaviors("abxcd")),
+              ElementsAre(testing::StartsWith(R"(behaviors[2]: - {"path":"x",)")));
+  EXPECT_THAT(linesOf(before, withBehaviors("acd")),
+              ElementsAre(testing::StartsWith(R"(behaviors[1]: {"path":"b",)")));
+  // A new one in front of a changed one, which its path tells.
+  EXPECT_THAT(linesOf(before, changed(withBehaviors("axbcd"), {"behaviors[2].nature=solitary"})),
+              ElementsAre(testing::StartsWith("behaviors[1]: - {"),
+                          R"(behaviors[2].nature: "" "solitary")"));
+  // Another path is a changed member as long as the order tells what it belongs to.
+  EXPECT_THAT(linesOf(before, changed(before, {"behaviors[1].path=x"})),
+              ElementsAre(R"(behaviors[1].path: "b" "x")"));
+  // A moved one is removed and added.
+  EXPECT_THAT(linesOf(before, withBehaviors("bcda")),
+              ElementsAre(testing::StartsWith(R"(behaviors[0]: {"path":"a",)"),
+                          testing::StartsWith(R"(behaviors[3]: - {"path":"a",)")));
+}
+
+TEST(Difference, PairsTheTextsOfListsInOrder)
+{
+  EXPECT_EQ(summary("abc", "abc"), "- + ~0");
+  EXPECT_EQ(summary("", "abc"), "- +abc ~0");
+  EXPECT_EQ(summary("abc", ""), "-abc + ~0");
+  EXPECT_EQ(summary("abc", "axc"), "- + ~1");
+  EXPECT_EQ(summary("aaaa", "aa"), "-aa + ~0");
+  EXPECT_EQ(summary("abcdefg", "efgabcd"), "-efg +efg ~0");
+  EXPECT_EQ(summary("abcdef", "xbcdyef"), "- +y ~1");
+  EXPECT_EQ(summary("pxqxrs", "xpxqxrt"), "- +x ~1");
+  const std::string many(50, 'a');
+  EXPECT_EQ(summary(many + 'b' + many + 'c', 'x' + many + many + 'c'), "-b +x ~0");
+  EXPECT_EQ(summary("abcde", "edcba"), "-abcd +dcba ~0");
+}
+
+TEST(Difference, ComparesWhatIsHeldAndRefusesToMixTypes)
+{
+  using Values = std::map<std::string, AnyValue>;
+  const Values before{{"a", 1}, {"b", 2}, {"c", {}}, {"d", 1.5}, {"e", {}}, {"f", Values{}}};
+  const Values after{{"a", 1}, {"b", 3}, {"c", 3}, {"d", 1}, {"e", {}}, {"f", Values{{"g", 1}}}};
+  EXPECT_THAT(linesOf(before, after), ElementsAre("b: 2 3", "c: - 3", "d: 1.5 1", "f.g: - 1"));
+}
+
+TEST(Difference, OfTenThousandBehaviorsIsFoundInSeconds)
+{
+  PackageInfo before;
+  for (int i = 0; i < 10000; ++i)
+  {
+    BehaviorInfo& behavior = before.behaviors().emplace_back(filled<BehaviorInfo>());
+    behavior.setPath("behavior " + std::to_string(i / 2)); // each twice
+  }
+  PackageInfo after = before;
+  int i = 0;
+  for (BehaviorInfo& behavior : after.behaviors())
+  {
+    behavior.setNature(i++ % 2 == 0 ? "solitary" : behavior.nature());
+  }
+  after.behaviors().emplace_front();
+  const std::clock_t start = std::clock(); // of this process, whatever else the machine does
+  EXPECT_EQ(differences(AnyConstReference(before), AnyConstReference(after)).size(), 5001U);
+  after.behaviors().reverse();
+  EXPECT_GE(differences(AnyConstReference(before), AnyConstReference(after)).size(), 10000U);
+  EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 10);
+}
