@@ -77,6 +77,11 @@ Checker::Checker(const QDomDocument& checked, const Options& options, Report& fi
 
 void Checker::check()
 {
+  if (!document.doctype().name().isEmpty())
+  {
+    steps.clear();
+    reportNotKept(document.doctype());
+  }
   for (const QDomNode& node : Children(document))
   {
     steps = {stepOf(node)};
@@ -108,7 +113,7 @@ void Checker::report(RuleId id, const QDomNode& node, const QString& message, co
   {
     place += '/' + step;
   }
-  found.add(id, message, node.lineNumber(), node.columnNumber(),
+  found.add(id, message, std::max(node.lineNumber(), 0), std::max(node.columnNumber(), 0),
             part.isEmpty() ? place : place + '/' + part);
 }
 

@@ -3,7 +3,6 @@
 #include <package/xml/reading.hpp>
 
 #include <QDir>
-#include <QVersionNumber>
 
 #include <check/checker.hpp>
 
@@ -11,12 +10,24 @@ namespace vesk::check
 {
 namespace
 {
-/// A version of numbers only; null otherwise.
-QVersionNumber versionIn(const QString& text)
+/// The numbers of a version, without zeros at its end; none when it has other parts.
+std::vector<qulonglong> numbersIn(const QString& version)
 {
-  int behind = 0;
-  const QVersionNumber version = QVersionNumber::fromString(text, &behind);
-  return behind == text.size() ? version : QVersionNumber();
+  std::vector<qulonglong> numbers;
+  for (const QString& part : version.split('.'))
+  {
+    bool isNumber = false;
+    numbers.push_back(part.toULongLong(&isNumber));
+    if (!isNumber)
+    {
+      return {};
+    }
+  }
+  while (!numbers.empty() && numbers.back() == 0)
+  {
+    numbers.pop_back();
+  }
+  return numbers;
 }
 
 bool leavesPackage(const QString& path)
@@ -197,12 +208,13 @@ void Checker::checkService(const QDomElement& service)
 
 void Checker::checkVersions(const QDomElement& element, const QString& least, const QString& most)
 {
-  const QVersionNumber from = versionIn(element.attribute(least));
-  const QVersionNumber to = versionIn(element.attribute(most));
-  if (!from.isNull() && !to.isNull() && from.normalized() > to.normalized())
+  const std::vector<qulonglong> from = numbersIn(element.attribute(least));
+  const std::vector<qulonglong> to = numbersIn(element.attribute(most));
+  if (!to.empty() && from > to)
   {
     report(RuleId::ReversedVersions, element,
-           QStringLiteral("%1 %2 is above %3 %4").arg(least, from.toString(), most, to.toString()),
+           QStringLiteral("%1 %2 is above %3 %4")
+               .arg(least, quoted(element.attribute(least)), most, quoted(element.attribute(most))),
            '@' + least);
   }
 }

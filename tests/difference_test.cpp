@@ -106,11 +106,11 @@ TEST(Difference, IsFoundInEveryMemberOfEveryRecord)
 {
   const auto package = filled<PackageInfo>();
   PackageInfo other;
-  int count = 1000;
-  fill(AnyReference(other), count);
+  DistinctValues values(1000);
+  fill(AnyReference(other), values);
   AnyReference(other).member("services").element(1).member("autoRun").set(false);
   // Every text differs, and each stands for itself; all bools but one are equal.
-  const auto texts = static_cast<std::size_t>(count - 1000) + 1;
+  const auto texts = static_cast<std::size_t>(values.texts() - 1000) + 1;
   EXPECT_EQ(linesOf(package, other).size(), texts);
 }
 

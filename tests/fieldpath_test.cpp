@@ -201,8 +201,8 @@ TEST(FieldValue, IsSetInEveryMemberOfEveryRecord)
 {
   const auto package = filled<PackageInfo>();
   PackageInfo other;
-  int count = 1000;
-  fill(AnyReference(other), count);
+  DistinctValues values(1000);
+  fill(AnyReference(other), values);
   const std::string otherContent = contentIn(other);
   PackageInfo grown; // from its texts alone; what is around them is made on the way
   forEachPart(AnyConstReference(package), {},

@@ -56,17 +56,19 @@ void fill(const vesk::AnyReference& value, Values& values, const std::string& me
 class DistinctValues
 {
 public:
+  explicit DistinctValues(int before = 0) : count(before) {}
+  int texts() const { return count; }
   static bool flag() { return true; }
   std::string text(const std::string&) { return "text " + std::to_string(++count); }
   static int length(const std::string&) { return 3; }
   static std::vector<std::string> keys() { return {"en_US", "de", "fr"}; }
 
 private:
-  int count = 0;
+  int count;
 };
 
 template <typename Record, typename Values = DistinctValues>
-Record filled(Values values = {})
+Record filled(Values values = Values())
 {
   Record record;
   fill(vesk::AnyReference(record), values);

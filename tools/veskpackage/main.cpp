@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commandline.hpp"
+#include "fieldpath.hpp"
 
 #include <vesk/log.hpp>
 
 #include <cstdio>
 #include <exception>
+#include <iostream>
 
 namespace
 {
@@ -20,6 +22,11 @@ int run(int argc, char** argv)
   catch (const CLI::ParseError& error)
   {
     return commandLine.app.exit(error) == 0 ? Done : WrongUsage;
+  }
+  catch (const FieldError& error) // in a field's path, before any file is read
+  {
+    std::cerr << "veskpackage: error: " << error.what() << '\n';
+    return WrongUsage;
   }
   return commandLine.code;
 }

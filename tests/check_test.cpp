@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "support.hpp"
+
+#include <QDomDocument>
+
+#include <check/manifestcheck.hpp>
+#include <set>
+
+using namespace vesk::check;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace
+{
+/// The findings as `line:column severity tag /place: message`.
+std::string listed(const std::vector<Finding>& findings)
+{
+  std::ostringstream out;
+  for (const Finding& finding : findings)
+  {
+    out << finding.line << ':' << finding.column << ' ' << nameOf(finding.severity) << ' '
+        << finding.rule->tag << ' ' << finding.place << ": " << finding.message << '\n';
+  }
+  return out.str();
+}
+
+std::vector<std::string> tagsOf(const std::vector<Finding>& findings)
+{
+  std::vector<std::string> tags;
+  for (const Finding& finding : findings)
+  {
+    tags.emplace_back(finding.rule->tag);
+  }
+  return tags;
+}
+
+/// Also what is reported on request only.
+Options everything()
+{
+  Options options;
+  for (const Rule& rule : rules())
+  {
+    options.severities[rule.tag] = std::max(rule.severity, Severity::Hint);
+  }
+  return options;
+}
+
+/// The faulty manifests, each with what is wrong with it beside in a .txt file.
+std::vector<std::string> faultyManifests()
+{
+  std::vector<std::string> paths;
+  for (const QFileInfo& file : QDir(GOLDEN_FILES "/check").entryInfoList({"*.xml"}))
+  {
+    paths.push_back(file.path().toStdString() + '/' + file.completeBaseName().toStdString());
+  }
+  return paths;
+}
+} // namespace
+
+TEST(Check, FindsExactlyWhatIsListedBesideFaultyManifests)
+{
+  for (const std::string& path : faultyManifests())
+  {
+    EXPECT_EQ(listed(checkFile(path + ".xml", everything())), contentOf(path + ".txt")) << path;
+  }
+}
+
+TEST(Check, ShowsEveryRuleAtWork)
+{
+  std::set<std::string> found{"unreadable", "missing-file"}; // which have tests of their own
+  for (const std::string& path : faultyManifests())
+  {
+    for (const std::string& tag : tagsOf(checkFile(path + ".xml", everything())))
+    {
+      found.insert(tag);
+    }
+  }
+  for (const Rule& rule : rules())
+  {
+    EXPECT_EQ(found.count(rule.tag), 1U) << rule.tag;
+    EXPECT_EQ(findRule(rule.tag), &rule);
+    EXPECT_GT(std::string(rule.explanation).size(), 60U) << rule.tag;
+  }
+  EXPECT_EQ(findRule("no-such-rule"), nullptr);
+}
+
+TEST(Check, FindsNothingInTheExamples)
+{
+  for (const std::string& path : exampleManifests())
+  {
+    EXPECT_THAT(listed(checkFile(path)), IsEmpty()) << path;
+  }
+}
+
+TEST(Check, FindsTheSameInFilesTextsAndDocuments)
+{
+  const CapturedLog captured;
+  for (const std::string& path : faultyManifests())
+  {
+    const std::string inFile = listed(checkFile(path + ".xml"));
+    const std::string text = contentOf(path + ".xml");
+    EXPECT_EQ(listed(checkText(text)), inFile);
+    QFile device(QString::fromStdString(path + ".xml"));
+    ASSERT_TRUE(device.open(QIODevice::ReadOnly));
+    EXPECT_EQ(listed(checkDevice(device)), inFile);
+    QDomDocument document;
+    if (inFile.find("beyond-limits") == std::string::npos &&
+        document.setContent(QString::fromStdString(text)))
+    {
+      EXPECT_EQ(listed(checkDocument(document)), inFile) << path;
+    }
+  }
+  EXPECT_THAT(captured.messages, IsEmpty());
+}
+
+TEST(Check, ReportsAsItIsAsked)
+{
+  const std::string manifest = "<package uuid='u'><x/><services/></package>";
+  EXPECT_THAT(tagsOf(checkText(manifest)), ElementsAre("missing-identity", "unknown-element"));
+  const auto asked = checkText(
+      manifest, {{{"missing-identity", Severity::Off}, {"unknown-element", Severity::Error}}, {}});
+  ASSERT_THAT(tagsOf(asked), ElementsAre("unknown-element"));
+  EXPECT_EQ(asked[0].severity, Severity::Error);
+  EXPECT_EQ(asked[0].rule->severity, Severity::Warning);
+  EXPECT_THAT(tagsOf(checkFile("/nowhere/manifest.xml")), ElementsAre("unreadable"));
+}
+
+TEST(Check, LooksUpPathsInThePackage)
+{
+  const TemporaryFolder folder;
+  folder.file("talk.top", "");
+  folder.file("behavior", "");
+  const std::string manifest =
+      "<package uuid='u' version='1'><contents><behaviorContent path='behavior'/>"
+      "<behaviorContent path='talk'/><dialogContent topicName='t'>"
+      "<topic language='a' path='talk'/><topic language='b' path='tal'/>"
+      "<topic language='c' path='talk.top'/></dialogContent></contents></package>";
+  EXPECT_THAT(checkText(manifest), IsEmpty());
+  EXPECT_EQ(
+      listed(checkText(manifest, {{}, folder.path("")})),
+      "1:103 warning missing-file /package/contents/behaviorContent[2]/@path: the package has "
+      "no file or folder \"talk\"\n"
+      "1:197 warning missing-file /package/contents/dialogContent/topic[2]/@path: the package "
+      "has no file or folder \"tal\"\n");
+}
+
+TEST(Check, SurvivesTruncationAndLongNames)
+{
+  const std::string manifest = contentOf(GOLDEN_FILES "/check/structure.xml");
+  for (std::size_t size = 0; size < manifest.rfind('>'); ++size)
+  {
+    ASSERT_THAT(tagsOf(checkText(manifest.substr(0, size))), ElementsAre("not-well-formed"));
+  }
+  // A long name must not come with each of many findings.
+  std::string many = '<' + std::string(100000, 'r') + '>';
+  for (int i = 0; i < 1000; ++i)
+  {
+    many += "<a/>";
+  }
+  std::size_t size = 0;
+  for (const Finding& finding : checkText(many + "</" + std::string(100000, 'r') + '>'))
+  {
+    size += finding.place.size() + finding.message.size();
+  }
+  EXPECT_LT(size, 500000U);
+}
