@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QTextStream>
 
+#include <check/manifestcheck.hpp>
 #include <stdexcept>
 
 namespace
@@ -74,6 +75,16 @@ void loadSections(benchmark::State& state)
   }
 }
 
+void check(benchmark::State& state)
+{
+  const ManifestFile manifest(state);
+  const std::string path = manifest.path.toStdString();
+  while (state.KeepRunning())
+  {
+    benchmark::DoNotOptimize(vesk::check::checkFile(path));
+  }
+}
+
 void saveStringToolkit(benchmark::State& state)
 {
   const ManifestFile manifest(state);
@@ -123,6 +134,7 @@ void saveFile(benchmark::State& state)
 BENCHMARK(loadFileToolkit)->Apply(behaviorCounts);
 BENCHMARK(loadFile)->Apply(behaviorCounts);
 BENCHMARK(loadSections)->Apply(behaviorCounts);
+BENCHMARK(check)->Apply(behaviorCounts);
 BENCHMARK(saveStringToolkit)->Apply(behaviorCounts);
 BENCHMARK(saveString)->Apply(behaviorCounts);
 BENCHMARK(saveFileToolkit)->Apply(behaviorCounts);

@@ -212,6 +212,24 @@ TEST(Tool, SetsFieldsAndSaysWhatWouldBeLost)
   EXPECT_THAT(tool({"set", "-", "version=4"}, "<p/>").out, HasSubstr("<package version=\"4\">"));
 }
 
+// The limit on a file's size stands for a full disk; without the trap it ends the tool by a signal.
+TEST(Tool, LeavesTheOldFileWholeWhenItCannotWrite)
+{
+  const TemporaryFolder folder;
+  const std::string file = folder.file("m.xml", "<package author='" + std::string(3000, 'x') +
+                                                    "'><services/></package>");
+  const std::string before = contentOf(file);
+  for (const QString& trap : {QStringLiteral("trap '' XFSZ;"), QString()})
+  {
+    const ProgramRun run =
+        runProgram("sh", {"-c", trap + R"(ulimit -f 1; exec "$0" set --force "$1" version=2)", TOOL,
+                          QString::fromStdString(file)});
+    EXPECT_NE(run.exitCode, 0);
+    EXPECT_TRUE(trap.isEmpty() || run.exitCode == 3);
+    EXPECT_EQ(contentOf(file), before);
+  }
+}
+
 TEST(Tool, ShowsWhatFormattingWouldChange)
 {
   const TemporaryFolder folder;
