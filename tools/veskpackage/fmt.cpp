@@ -5,23 +5,17 @@
 
 ExitCode fmt(const FmtOptions& options)
 {
-  return forEachFile(
-      options.inputs,
-      [&options](const std::string& file, std::ostream& out, std::ostream& complaints)
-      {
-        const std::optional<Manifest> manifest = load(file, complaints);
-        if (!manifest)
-        {
-          return FileTrouble;
-        }
-        const std::string formatted = manifestOf(manifest->package);
-        if (options.isCheck)
-        {
-          const std::string original = manifest->bytes.toStdString();
-          printUnifiedDiff(out, manifest->name, original, manifest->name + " (formatted)",
-                           formatted);
-          return formatted == original ? Done : NegativeResult;
-        }
-        return put(*manifest, formatted, options.target, out, complaints);
-      });
+  return forEachManifest(options.inputs,
+                         [&options](Manifest& manifest, std::ostream& out, std::ostream& complaints)
+                         {
+                           const std::string formatted = manifestOf(manifest.package);
+                           if (options.isCheck)
+                           {
+                             const std::string original = manifest.bytes.toStdString();
+                             printUnifiedDiff(out, manifest.name, original,
+                                              manifest.name + " (formatted)", formatted);
+                             return formatted == original ? Done : NegativeResult;
+                           }
+                           return put(manifest, formatted, options.target, out, complaints);
+                         });
 }

@@ -16,36 +16,31 @@ std::string shown(const vesk::AnyConstReference& value, Format format)
 ExitCode get(const GetOptions& options)
 {
   const FieldPath path = parseFieldPath(options.field);
-  return forEachFile(options.inputs,
-                     [&](const std::string& file, std::ostream& out, std::ostream& complaints)
-                     {
-                       const std::optional<Manifest> manifest = load(file, complaints);
-                       if (!manifest)
-                       {
-                         return FileTrouble;
-                       }
-                       try
-                       {
-                         const vesk::AnyConstReference value =
-                             valueAt(vesk::AnyConstReference(manifest->package), path);
-                         const bool isOneOfMany = options.inputs.areMany();
-                         if (isOneOfMany && options.format == Format::Json)
+  return forEachManifest(options.inputs,
+                         [&](Manifest& manifest, std::ostream& out, std::ostream& complaints)
                          {
-                           out << R"({"file":)"
-                               << toJson(vesk::AnyConstReference(manifest->name), -1)
-                               << R"(,"value":)" << toJson(value, -1) << "}\n";
-                         }
-                         else
-                         {
-                           out << (isOneOfMany ? manifest->name + ": " : "")
-                               << shown(value, options.format) << '\n';
-                         }
-                         return Done;
-                       }
-                       catch (const FieldError& error)
-                       {
-                         complain(complaints, manifest->name, error.what());
-                         return NegativeResult;
-                       }
-                     });
+                           try
+                           {
+                             const vesk::AnyConstReference value =
+                                 valueAt(vesk::AnyConstReference(manifest.package), path);
+                             const bool isOneOfMany = options.inputs.areMany();
+                             if (isOneOfMany && options.format == Format::Json)
+                             {
+                               out << R"({"file":)"
+                                   << toJson(vesk::AnyConstReference(manifest.name), -1)
+                                   << R"(,"value":)" << toJson(value, -1) << "}\n";
+                             }
+                             else
+                             {
+                               out << (isOneOfMany ? manifest.name + ": " : "")
+                                   << shown(value, options.format) << '\n';
+                             }
+                             return Done;
+                           }
+                           catch (const FieldError& error)
+                           {
+                             complain(complaints, manifest.name, error.what());
+                             return NegativeResult;
+                           }
+                         });
 }

@@ -122,6 +122,18 @@ std::optional<Manifest> load(const std::string& file, std::ostream& complaints)
   return manifest;
 }
 
+ExitCode forEachManifest(const Inputs& inputs,
+                         const std::function<ExitCode(Manifest& manifest, std::ostream& out,
+                                                      std::ostream& complaints)>& work)
+{
+  return forEachFile(inputs,
+                     [&work](const std::string& file, std::ostream& out, std::ostream& complaints)
+                     {
+                       std::optional<Manifest> manifest = load(file, complaints);
+                       return manifest ? work(*manifest, out, complaints) : FileTrouble;
+                     });
+}
+
 std::string manifestOf(const vesk::PackageInfo& package)
 {
   MemoryFile content({}, {});

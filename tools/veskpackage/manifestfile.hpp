@@ -2,12 +2,14 @@
 #ifndef TOOLS_MANIFESTFILE_HPP
 #define TOOLS_MANIFESTFILE_HPP
 
+#include "batch.hpp"
 #include "exitcode.hpp"
 
 #include <package/packageinfo.hpp>
 
 #include <QByteArray>
 
+#include <functional>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -24,6 +26,11 @@ struct Manifest
 /// Loads the manifest in \p file, or from standard input when that is "-". When it cannot be loaded,
 /// says why and gives none.
 std::optional<Manifest> load(const std::string& file, std::ostream& complaints);
+
+/// As forEachFile(), with the manifests that can be loaded; the others give FileTrouble.
+ExitCode forEachManifest(const Inputs& inputs,
+                         const std::function<ExitCode(Manifest& manifest, std::ostream& out,
+                                                      std::ostream& complaints)>& work);
 
 /// What PackageInfo::saveToManifestFile() writes.
 std::string manifestOf(const vesk::PackageInfo& package);

@@ -10,27 +10,22 @@ ExitCode set(const SetOptions& options)
   {
     assignments.push_back(parseAssignment(assignment));
   }
-  return forEachFile(options.inputs,
-                     [&](const std::string& file, std::ostream& out, std::ostream& complaints)
-                     {
-                       std::optional<Manifest> manifest = load(file, complaints);
-                       if (!manifest)
-                       {
-                         return FileTrouble;
-                       }
-                       try
-                       {
-                         for (const auto& [path, value] : assignments)
+  return forEachManifest(options.inputs,
+                         [&](Manifest& manifest, std::ostream& out, std::ostream& complaints)
                          {
-                           setAt(vesk::AnyReference(manifest->package), path, value);
-                         }
-                       }
-                       catch (const FieldError& error)
-                       {
-                         complain(complaints, manifest->name, error.what());
-                         return NegativeResult;
-                       }
-                       return put(*manifest, manifestOf(manifest->package),
-                                  {"-", true, options.isForced}, out, complaints);
-                     });
+                           try
+                           {
+                             for (const auto& [path, value] : assignments)
+                             {
+                               setAt(vesk::AnyReference(manifest.package), path, value);
+                             }
+                           }
+                           catch (const FieldError& error)
+                           {
+                             complain(complaints, manifest.name, error.what());
+                             return NegativeResult;
+                           }
+                           return put(manifest, manifestOf(manifest.package),
+                                      {"-", true, options.isForced}, out, complaints);
+                         });
 }

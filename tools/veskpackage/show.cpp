@@ -44,16 +44,10 @@ void print(Manifest& manifest, Format format, bool onOneLine, std::ostream& out)
 
 ExitCode show(const ShowOptions& options)
 {
-  return forEachFile(
-      options.inputs,
-      [&options](const std::string& file, std::ostream& out, std::ostream& complaints)
-      {
-        std::optional<Manifest> manifest = load(file, complaints);
-        if (!manifest)
-        {
-          return FileTrouble;
-        }
-        print(*manifest, options.format, options.inputs.areMany(), out);
-        return Done;
-      });
+  return forEachManifest(options.inputs,
+                         [&options](Manifest& manifest, std::ostream& out, std::ostream&)
+                         {
+                           print(manifest, options.format, options.inputs.areMany(), out);
+                           return Done;
+                         });
 }

@@ -5,23 +5,18 @@
 
 ExitCode trim(const TrimOptions& options)
 {
-  return forEachFile(
+  return forEachManifest(
       options.inputs,
-      [&options](const std::string& file, std::ostream& out, std::ostream& complaints)
+      [&options](Manifest& manifest, std::ostream& out, std::ostream& complaints)
       {
-        std::optional<Manifest> manifest = load(file, complaints);
-        if (!manifest)
+        if (manifest.package.descriptionLanguages().empty() && !options.target.isForced)
         {
-          return FileTrouble;
-        }
-        if (manifest->package.descriptionLanguages().empty() && !options.target.isForced)
-        {
-          complain(complaints, manifest->name,
+          complain(complaints, manifest.name,
                    "not trimmed: it has no description languages, so that all texts would be "
                    "dropped; --force does it all the same");
           return NegativeResult;
         }
-        manifest->package.trimExtraInfo();
-        return put(*manifest, manifestOf(manifest->package), options.target, out, complaints);
+        manifest.package.trimExtraInfo();
+        return put(manifest, manifestOf(manifest.package), options.target, out, complaints);
       });
 }
