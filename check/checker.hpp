@@ -7,6 +7,7 @@
 #include <check/format.hpp>
 #include <check/languages.hpp>
 #include <check/report.hpp>
+#include <map>
 #include <set>
 #include <vector>
 
@@ -29,13 +30,17 @@ private:
   void checkChild(const QDomElement& child, const Element& parent, bool isRepeated);
   void checkNoElement(const QDomNode& node, const Element& parent);
   void reportNotKept(const QDomNode& node);
+  void reportNotKeptIn(const QDomElement& text);
   void reportUnknown(const QDomElement& element, const Element& parent);
 
   // values.cpp: what they take as it is
   void checkValues(const QDomElement& element, const Element& format);
   void checkEntry(const QDomElement& entry, const Element& list);
-  void checkLanguage(const QDomElement& entry, const QString& attribute, const QString& language);
+  void checkLanguage(const QDomElement& entry, const QString& attribute, const QString& language,
+                     const QString& list);
   void checkPath(const QDomElement& element, bool isWhole = true);
+  /// Whether there is a file or folder of this path, or a file that only has an extension more.
+  bool exists(const QString& path, bool isWhole);
   void checkService(const QDomElement& service);
   void checkVersions(const QDomElement& element, const QString& least, const QString& most);
 
@@ -43,11 +48,14 @@ private:
 
   const QDomDocument& document;
   QString packageFolder;
+  std::map<QString, std::set<QString>> filesWithoutExtension; ///< by folder; read once
   Report& found;
   std::vector<QString> steps; ///< from the root to where the walk is
   PackageLanguages packageLanguages;
   LanguageCodes codes;
-  std::set<QString> listLanguages; ///< of the list of texts or the dialog that is being checked
+  /// What each list of the element that is being checked has so far, by the name of the list, which
+  /// can come in several elements.
+  std::map<QString, std::set<QString>> lists;
 };
 
 } // namespace vesk::check

@@ -2,6 +2,7 @@
 #include <package/behaviorinfo.hpp>
 #include <package/xml/names.hpp>
 
+#include <algorithm>
 #include <check/format.hpp>
 
 namespace vesk::check
@@ -31,7 +32,7 @@ Element behavior()
   return {n().behaviorContent,
           {n().path},
           Holds::Elements,
-          {{n().userRequestable, {}, Holds::Presence, {}, Kind::Plain, Counts::Last},
+          {{n().userRequestable, {}, Holds::Presence},
            {n().nature, {}, Holds::Text, {}, Kind::Plain, Counts::Last},
            entries(n().names, n().name, {n().lang}, Kind::Texts),
            entries(n().descriptions, n().description, {n().lang}, Kind::Texts),
@@ -94,8 +95,8 @@ Element package()
       n().package,
       {n().uuid, n().version, n().author, n().organization, n().date, n().typeVersion, n().channel},
       Holds::Elements,
-      {entries(n().names, n().name, {n().lang}, Kind::PackageTexts, Counts::AddsUp),
-       entries(n().descriptions, n().description, {n().lang}, Kind::PackageTexts, Counts::AddsUp),
+      {entries(n().names, n().name, {n().lang}, Kind::Texts, Counts::AddsUp),
+       entries(n().descriptions, n().description, {n().lang}, Kind::Texts, Counts::AddsUp),
        entries(n().supportedLanguages, n().language, {}, Kind::Supported, Counts::AddsUp),
        entries(n().descriptionLanguages, n().language, {}, Kind::Described),
        section(n().contents, {behavior(),
@@ -116,7 +117,7 @@ void findHomes(const Element& element, const QString& name, std::vector<QString>
 {
   for (const Element& child : element.children)
   {
-    if (child.name == name)
+    if (child.name == name && std::find(homes.begin(), homes.end(), element.name) == homes.end())
     {
       homes.push_back(element.name);
     }

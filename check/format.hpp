@@ -24,12 +24,11 @@ enum class Kind
 {
   Plain,
   Package,
-  PackageTexts, ///< names and descriptions of the package
-  Texts,        ///< the same of what it contains: one text a language
-  TextLists,    ///< several texts a language
-  Conditions,   ///< several texts a purpose
-  Supported,    ///< languages of the contents
-  Described,    ///< languages of the texts
+  Texts,      ///< names and descriptions: one text a language
+  TextLists,  ///< several texts a language
+  Conditions, ///< several texts a purpose
+  Supported,  ///< languages of the contents
+  Described,  ///< languages of the texts
   Service,
   Robot,
   Software,

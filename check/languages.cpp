@@ -12,14 +12,13 @@ namespace vesk::check
 
 namespace
 {
-std::list<std::string> listedIn(const QDomElement& root)
+/// What the sections of this name list, but for empty codes.
+std::list<std::string> listedIn(const QDomElement& root, const QString& name)
 {
-  const ManifestNames& names = manifestNames();
   std::list<std::string> languages;
   for (const QDomNode& section : Children(root))
   {
-    const QString name = section.nodeName();
-    if (name == names.supportedLanguages || name == names.descriptionLanguages)
+    if (section.nodeName() == name)
     {
       for (const QDomNode& language : Children(section))
       {
@@ -27,6 +26,7 @@ std::list<std::string> listedIn(const QDomElement& root)
       }
     }
   }
+  languages.remove({});
   return languages;
 }
 
@@ -49,12 +49,19 @@ std::set<QString> namedIn(const QDomElement& root)
 } // namespace
 
 PackageLanguages::PackageLanguages(const QDomElement& root)
-    : listed(listedIn(root)), prefixes(listed), named(namedIn(root))
+    : described(listedIn(root, manifestNames().descriptionLanguages)),
+      supported(listedIn(root, manifestNames().supportedLanguages)), describedPrefixes(described),
+      supportedPrefixes(supported), named(namedIn(root))
 {}
 
-bool PackageLanguages::isListed(const QString& language) const
+bool PackageLanguages::isDescribed(const QString& language) const
 {
-  return listed.empty() || prefixes.matches(language.toStdString());
+  return described.empty() || describedPrefixes.matches(language.toStdString());
+}
+
+bool PackageLanguages::isSupported(const QString& language) const
+{
+  return supported.empty() || supportedPrefixes.matches(language.toStdString());
 }
 
 bool PackageLanguages::isNamed(const QString& language) const

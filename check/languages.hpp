@@ -21,15 +21,21 @@ class PackageLanguages
 public:
   explicit PackageLanguages(const QDomElement& root);
 
-  /// Whether a text of this language survives trimming, as far as languages are listed at all.
-  bool isListed(const QString& language) const;
+  /// Whether a text survives trimming to the listed languages, as far as any are listed: a name or
+  /// description to the description languages, anything else to the supported ones.
+  /// \{
+  bool isDescribed(const QString& language) const;
+  bool isSupported(const QString& language) const;
+  /// \}
 
   /// Whether the package has a name in the language or a regional variant of it.
   bool isNamed(const QString& language) const;
 
 private:
-  std::list<std::string> listed;
-  LanguagePrefixes prefixes; // of the listed ones
+  std::list<std::string> described;
+  std::list<std::string> supported;
+  LanguagePrefixes describedPrefixes;
+  LanguagePrefixes supportedPrefixes;
   std::set<QString> named;
 };
 

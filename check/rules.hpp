@@ -39,6 +39,7 @@ enum class RuleId
   UnnamedLanguage,
   EmptyText,
   EmptyTopic,
+  UnwrittenTopic,
   EmptyPath,
   PathOutsidePackage,
   MissingFile,

@@ -119,11 +119,27 @@ void Checker::report(RuleId id, const QDomNode& node, const QString& message, co
 
 void Checker::reportNotKept(const QDomNode& node)
 {
-  const QString what = node.isComment()        ? QStringLiteral("a comment")
-                       : node.isDocumentType() ? QStringLiteral("a document type")
-                                               : QStringLiteral("a processing instruction");
+  const QString what = node.isComment()           ? QStringLiteral("a comment")
+                       : node.isDocumentType()    ? QStringLiteral("a document type")
+                       : node.isEntityReference() ? QStringLiteral("a reference to an entity")
+                                                  : QStringLiteral("a processing instruction");
   report(RuleId::Comment, node,
          what + QStringLiteral(" is not kept when a program writes the manifest"));
+}
+
+void Checker::reportNotKeptIn(const QDomElement& text)
+{
+  for (const QDomNode& child : Children(text))
+  {
+    if (child.isElement())
+    {
+      reportNotKeptIn(child.toElement());
+    }
+    else if (!child.isText())
+    {
+      reportNotKept(child);
+    }
+  }
 }
 
 void Checker::checkElement(const QDomElement& element, const Element& format)
@@ -136,13 +152,14 @@ void Checker::checkElement(const QDomElement& element, const Element& format)
            QStringLiteral("%1 counts by its presence, and not by the text %2")
                .arg(quoted(format.name), quoted(textIn(element).trimmed())));
   }
-  else if (format.holds == Holds::Text)
+  if (format.holds == Holds::Presence || format.holds == Holds::Text)
   {
-    if (!element.firstChildElement().isNull())
+    reportNotKeptIn(element);
+    if (format.holds == Holds::Text && !element.firstChildElement().isNull())
     {
       report(RuleId::MarkupInText, element,
              QStringLiteral("the text of %1 has elements within; they are dropped")
-                 .arg(quoted(element.tagName())));
+                 .arg(quoted(element.nodeName())));
     }
   }
   else
@@ -159,24 +176,41 @@ void Checker::checkAttributes(const QDomElement& element, const Element& format)
   {
     const QString name = attributes.item(i).nodeName();
     if (std::find(format.attributes.begin(), format.attributes.end(), name) ==
-            format.attributes.end() &&
-        name != QLatin1String("xmlns") && !name.startsWith(QLatin1String("xmlns:")) &&
-        !name.startsWith(QLatin1String("xsi:")))
+        format.attributes.end())
     {
       unknown.insert(name);
     }
   }
   for (const QString& name : unknown)
   {
-    report(RuleId::UnknownAttribute, element,
-           QStringLiteral("%1 has no attribute %2").arg(quoted(element.tagName()), quoted(name)) +
-               didYouMean(name, format.attributes),
-           '@' + cut(name));
+    if (name == QLatin1String("xmlns") || name.startsWith(QLatin1String("xmlns:")) ||
+        name.startsWith(QLatin1String("xsi:")))
+    {
+      report(RuleId::Comment, element,
+             QStringLiteral("the attribute %1 is not kept when a program writes the manifest")
+                 .arg(quoted(name)),
+             '@' + cut(name));
+    }
+    else
+    {
+      report(
+          RuleId::UnknownAttribute, element,
+          QStringLiteral("%1 has no attribute %2").arg(quoted(element.nodeName()), quoted(name)) +
+              didYouMean(name, format.attributes),
+          '@' + cut(name));
+    }
   }
 }
 
 void Checker::checkChildren(const QDomElement& element, const Element& format)
 {
+  // A list goes on in a further element of its name; any other element has lists of its own.
+  const bool isList = format.holds == Holds::Entries || format.kind == Kind::Permissions;
+  std::map<QString, std::set<QString>> outerLists;
+  if (!isList)
+  {
+    lists.swap(outerLists);
+  }
   QHash<QString, int> total;
   for (const QDomNode& child : Children(element))
   {
@@ -198,6 +232,10 @@ void Checker::checkChildren(const QDomElement& element, const Element& format)
     }
     steps.pop_back();
   }
+  if (!isList)
+  {
+    lists.swap(outerLists);
+  }
 }
 
 void Checker::checkChild(const QDomElement& child, const Element& parent, bool isRepeated)
@@ -205,23 +243,23 @@ void Checker::checkChild(const QDomElement& child, const Element& parent, bool i
   if (parent.holds == Holds::Entries)
   {
     const Element& entry = parent.children.front();
-    if (child.tagName() != entry.name)
+    if (child.nodeName() != entry.name)
     {
       report(RuleId::UnusualName, child,
              QStringLiteral("%1 is read as %2, as any element here is")
-                 .arg(quoted(child.tagName()), quoted(entry.name)));
+                 .arg(quoted(child.nodeName()), quoted(entry.name)));
     }
     checkElement(child, entry);
     checkEntry(child, parent);
     return;
   }
-  const Element* const known = childNamed(parent, child.tagName());
+  const Element* const known = childNamed(parent, child.nodeName());
   if (known == nullptr)
   {
     reportUnknown(child, parent);
     return;
   }
-  if (isRepeated && parent.kind == Kind::Permissions)
+  if (parent.kind == Kind::Permissions && !lists[parent.name].insert(known->name).second)
   {
     report(RuleId::RepeatedPermission, child,
            QStringLiteral("the permission %1 is there already").arg(quoted(known->name)));
@@ -243,7 +281,7 @@ void Checker::checkChild(const QDomElement& child, const Element& parent, bool i
 
 void Checker::reportUnknown(const QDomElement& element, const Element& parent)
 {
-  const QString name = element.tagName();
+  const QString name = element.nodeName();
   const std::vector<QString> children = childNamesOf(parent);
   const std::vector<QString> homes = homesOf(name);
   if (parent.kind == Kind::Permissions)

@@ -5,13 +5,14 @@
 #include <QDir>
 
 #include <check/checker.hpp>
+#include <optional>
 
 namespace vesk::check
 {
 namespace
 {
 /// The numbers of a version, without zeros at its end; none when it has other parts.
-std::vector<qulonglong> numbersIn(const QString& version)
+std::optional<std::vector<qulonglong>> numbersIn(const QString& version)
 {
   std::vector<qulonglong> numbers;
   for (const QString& part : version.split('.'))
@@ -20,7 +21,7 @@ std::vector<qulonglong> numbersIn(const QString& version)
     numbers.push_back(part.toULongLong(&isNumber));
     if (!isNumber)
     {
-      return {};
+      return std::nullopt;
     }
   }
   while (!numbers.empty() && numbers.back() == 0)
@@ -35,14 +36,6 @@ bool leavesPackage(const QString& path)
   const QString clean = QDir::cleanPath(path);
   return QDir::isAbsolutePath(path) || clean == QLatin1String("..") ||
          clean.startsWith(QLatin1String("../"));
-}
-
-/// Whether there is a file or folder of this path, or one that only has an extension more.
-bool exists(const QString& path, bool isWhole)
-{
-  const QFileInfo file(path);
-  return file.exists() ||
-         (!isWhole && !file.dir().entryList({file.fileName() + ".*"}, QDir::Files).isEmpty());
 }
 } // namespace
 
@@ -64,7 +57,6 @@ void Checker::checkValues(const QDomElement& element, const Element& format)
   case Kind::Described:
     report(RuleId::DescriptionLanguages, element,
            QStringLiteral("description languages are read by PackageInfo only"));
-    listLanguages.clear();
     break;
   case Kind::Dialog:
     if (element.attribute(names.topicName).isEmpty())
@@ -72,11 +64,15 @@ void Checker::checkValues(const QDomElement& element, const Element& format)
       report(RuleId::EmptyTopic, element, QStringLiteral("the dialog has no topic name"),
              '@' + QString(names.topicName));
     }
-    listLanguages.clear();
     break;
   case Kind::Topic:
-    checkLanguage(element, names.language, element.attribute(names.language));
+    checkLanguage(element, names.language, element.attribute(names.language), format.name);
     checkPath(element, false);
+    if (element.attribute(names.language).isEmpty() || element.attribute(names.path).isEmpty())
+    {
+      report(RuleId::UnwrittenTopic, element,
+             QStringLiteral("the topic is not written back without a language and a path"));
+    }
     break;
   case Kind::Service:
     checkService(element);
@@ -95,13 +91,10 @@ void Checker::checkValues(const QDomElement& element, const Element& format)
   case Kind::Path:
     checkPath(element);
     break;
-  case Kind::PackageTexts:
+  case Kind::Plain:
   case Kind::Texts:
   case Kind::TextLists:
   case Kind::Supported:
-    listLanguages.clear();
-    break;
-  case Kind::Plain:
   case Kind::Conditions:
   case Kind::Permissions:
     break;
@@ -114,7 +107,7 @@ void Checker::checkEntry(const QDomElement& entry, const Element& list)
   const QString text = QString::fromStdString(textOf(entry));
   if (list.kind == Kind::Supported || list.kind == Kind::Described)
   {
-    checkLanguage(entry, {}, text);
+    checkLanguage(entry, {}, text, list.name);
     if (list.kind == Kind::Described && !text.isEmpty() && !packageLanguages.isNamed(text))
     {
       report(RuleId::UnnamedLanguage, entry,
@@ -132,28 +125,27 @@ void Checker::checkEntry(const QDomElement& entry, const Element& list)
     return;
   }
   const QString language = entry.attribute(names.lang);
-  if (list.kind == Kind::TextLists)
-  {
-    listLanguages.clear(); // any number of texts may have the same
-  }
-  checkLanguage(entry, names.lang, language);
-  if ((list.kind == Kind::PackageTexts || list.kind == Kind::Texts) && !language.isEmpty() &&
-      !packageLanguages.isListed(language))
+  const bool isOneALanguage = list.kind == Kind::Texts;
+  checkLanguage(entry, names.lang, language, isOneALanguage ? list.name : QString());
+  if (!language.isEmpty() && !(isOneALanguage ? packageLanguages.isDescribed(language)
+                                              : packageLanguages.isSupported(language)))
   {
     report(RuleId::UnlistedLanguage, entry,
-           QStringLiteral("the package does not list the language %1").arg(quoted(language)));
+           QStringLiteral("the package does not list the language %1 among the %2 languages")
+               .arg(quoted(language),
+                    isOneALanguage ? QStringLiteral("description") : QStringLiteral("supported")));
   }
 }
 
 void Checker::checkLanguage(const QDomElement& entry, const QString& attribute,
-                            const QString& language)
+                            const QString& language, const QString& list)
 {
   const QString part = attribute.isEmpty() ? QString() : '@' + attribute;
   if (language.isEmpty())
   {
     report(RuleId::EmptyLanguage, entry, QStringLiteral("the entry has no language"), part);
   }
-  if (!listLanguages.insert(language).second)
+  if (!list.isEmpty() && !lists[list].insert(language).second)
   {
     report(RuleId::RepeatedLanguage, entry,
            QStringLiteral("the language %1 is there already").arg(quoted(language)), part);
@@ -188,6 +180,24 @@ void Checker::checkPath(const QDomElement& element, bool isWhole)
   }
 }
 
+bool Checker::exists(const QString& path, bool isWhole)
+{
+  const QFileInfo file(path);
+  if (file.exists() || isWhole)
+  {
+    return file.exists();
+  }
+  const auto [folder, isNew] = filesWithoutExtension.try_emplace(file.path());
+  if (isNew)
+  {
+    for (const QFileInfo& other : file.dir().entryInfoList(QDir::Files))
+    {
+      folder->second.insert(other.completeBaseName());
+    }
+  }
+  return folder->second.count(file.fileName()) != 0;
+}
+
 void Checker::checkService(const QDomElement& service)
 {
   const QString attribute = manifestNames().autorun;
@@ -208,9 +218,9 @@ void Checker::checkService(const QDomElement& service)
 
 void Checker::checkVersions(const QDomElement& element, const QString& least, const QString& most)
 {
-  const std::vector<qulonglong> from = numbersIn(element.attribute(least));
-  const std::vector<qulonglong> to = numbersIn(element.attribute(most));
-  if (!to.empty() && from > to)
+  const auto from = numbersIn(element.attribute(least));
+  const auto to = numbersIn(element.attribute(most));
+  if (from && to && *from > *to)
   {
     report(RuleId::ReversedVersions, element,
            QStringLiteral("%1 %2 is above %3 %4")

@@ -15,6 +15,7 @@
 #include <memory>
 #include <mutex>
 #include <sstream>
+#include <system_error>
 #include <thread>
 #include <unistd.h>
 
@@ -77,10 +78,15 @@ public:
   ExitCode run()
   {
     std::vector<std::thread> others;
-    for (int i = 1; i < jobs; ++i)
+    try
     {
-      others.emplace_back([this] { workOn(); });
+      for (int i = 1; i < jobs; ++i)
+      {
+        others.emplace_back([this] { workOn(); });
+      }
     }
+    catch (const std::system_error&) // no more threads can be had: fewer do
+    {}
     workOn();
     for (std::thread& other : others)
     {
@@ -110,16 +116,26 @@ private:
 
   std::shared_ptr<Job> take()
   {
-    std::unique_lock<std::mutex> lock(mutex);
-    // One file that takes long must not let the results of all others pile up.
-    printed.wait(lock, [this] { return unprinted.size() < 16U * static_cast<unsigned>(jobs); });
-    const std::optional<std::string> file = isFull ? std::nullopt : files.next();
+    // Apart from the results, since a list of files that comes from a pipe may have to be waited for.
+    const std::lock_guard<std::mutex> turn(filesMutex);
+    {
+      std::unique_lock<std::mutex> lock(mutex);
+      // One file that takes long must not let the results of all others pile up.
+      const std::size_t most = std::size_t{16} * static_cast<std::size_t>(jobs);
+      printed.wait(lock, [this, most] { return unprinted.size() < most; });
+      if (isFull)
+      {
+        return nullptr;
+      }
+    }
+    const std::optional<std::string> file = files.next();
     if (!file)
     {
       return nullptr;
     }
-    const auto job = std::make_shared<Job>();
+    auto job = std::make_shared<Job>();
     job->file = *file;
+    const std::lock_guard<std::mutex> lock(mutex);
     unprinted.push_back(job);
     return job;
   }
@@ -156,9 +172,10 @@ private:
   }
 
   const int jobs;
+  std::mutex filesMutex;
   InputFiles files;
   const Work& work;
-  std::mutex mutex; // of all that follows, and of the files
+  std::mutex mutex; // of all that follows
   std::condition_variable printed;
   std::deque<std::shared_ptr<Job>> unprinted; // in the order of files
   Progress progress;

@@ -77,8 +77,7 @@ void printAll(std::ostream& out, const std::string& name, const std::vector<Find
   if (options.format == Format::Json)
   {
     out << jsonOf(name, findings)
-               .dump(options.inputs.areMany() ? -1 : 2, ' ', false,
-                     nlohmann::ordered_json::error_handler_t::replace)
+               .dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace)
         << '\n';
     return;
   }

@@ -61,6 +61,9 @@ void require(bool condition, const std::string& what)
 void requireFiles(const Inputs& inputs)
 {
   require(!inputs.files.empty() || !inputs.filesFrom.empty(), "FILE or --files-from is required");
+  require(std::count(inputs.files.begin(), inputs.files.end(), "-") + (inputs.filesFrom == "-") <=
+              1,
+          "standard input can be read once only");
 }
 
 void requireOneOutput(const Inputs& inputs, const Target& target)
@@ -92,6 +95,8 @@ std::pair<std::string, Severity> overrideIn(const std::string& text)
   const std::string tag = text.substr(0, equals);
   require(vesk::check::findRule(tag) != nullptr,
           "--override: there is no rule \"" + tag + "\"; --list-rules lists them");
+  require(vesk::check::findRule(tag)->severity != Severity::Error,
+          "--override: " + tag + " is an error at all times, since nothing is read then");
   const auto severity = severities.find(equals == std::string::npos ? "" : text.substr(equals + 1));
   require(severity != severities.end(),
           "--override: " + tag + " needs =off, =hint, =warning or =error");
@@ -143,8 +148,7 @@ void CommandLine::addCheck()
             "Manifests, and folders that are searched for them (files called manifest.xml, and "
             "others in .xml whose root is package)");
   addFormat(*verb, checkOptions.format, false,
-            "text (a line for each finding, and a summary), or json (of several manifests one line "
-            "each)");
+            "text (a line for each finding, and a summary), or json (a line for each manifest)");
   verb->add_flag("--strict", checkOptions.isStrict, "Fail for warnings as well");
   verb->add_option("--override", overrides,
                    "Report what the rule TAG finds as off, hint, warning or error instead")
@@ -179,7 +183,8 @@ void CommandLine::addCheck()
         requireFiles(checkOptions.inputs);
         for (const std::string& text : overrides)
         {
-          checkOptions.severities.insert(overrideIn(text));
+          const auto [tag, severity] = overrideIn(text);
+          checkOptions.severities[tag] = severity;
         }
         checkOptions.inputs.searchFolders = true;
         checkOptions.isColored = isColored(color);
@@ -189,11 +194,12 @@ void CommandLine::addCheck()
 
 void CommandLine::addGet()
 {
-  CLI::App* const verb = app.add_subcommand("get", "Print one field of manifests");
+  CLI::App* const verb = app.add_subcommand("get", "Print one field of manifests: FILE... FIELD");
   addInputs(*verb, getOptions.inputs, "Manifests, and the FIELD behind them");
   addFormat(*verb, getOptions.format, false,
-            "text (texts and numbers as they are, anything else as json; the default), or json");
-  addExample(*verb, "veskpackage get manifest.xml behaviors[0].tags.en_US[1]");
+            "text (texts as they are, anything else as json; the default), or json (file and "
+            "value, a line each)");
+  addExample(*verb, "veskpackage get manifest.xml 'behaviors[0].tags.en_US[1]'");
   verb->callback(
       [this]
       {
@@ -207,7 +213,8 @@ void CommandLine::addGet()
 
 void CommandLine::addSet()
 {
-  CLI::App* const verb = app.add_subcommand("set", "Change fields of manifests, in their files");
+  CLI::App* const verb = app.add_subcommand(
+      "set", "Change fields of manifests, in their files: FILE... FIELD=VALUE...");
   addInputs(*verb, setOptions.inputs, "Manifests, and FIELD=VALUE any number of times behind them");
   verb->add_flag("--force", setOptions.isForced,
                  "Also when comments, unknown elements and the like are lost");
@@ -252,7 +259,8 @@ void CommandLine::addFmt()
 void CommandLine::addTrim()
 {
   CLI::App* const verb = app.add_subcommand(
-      "trim", "Strip manifests down to the texts in their description languages");
+      "trim", "Strip manifests down to names and descriptions in their description languages, and "
+              "to tags and sentences in their supported ones");
   addInputs(*verb, trimOptions.inputs, "Manifests to read");
   addTarget(*verb, trimOptions.target);
   addExample(*verb, "veskpackage trim manifest.xml -o trimmed.xml");

@@ -88,7 +88,7 @@ void writeVerbPage(const std::string& folder, const CLI::App& verb)
   const std::string name = "veskpackage-" + verb.get_name();
   std::ofstream page = opened(folder + '/' + name + ".1");
   writeTitle(page, name, verb);
-  page << ".SH SYNOPSIS\n\\fBveskpackage " << verb.get_name() << "\\fR [\\fIOPTION\\fR]...";
+  page << ".SH SYNOPSIS\n\\fBveskpackage " << verb.get_name() << R"(\fR [\fIOPTION\fR]...)";
   for (const CLI::Option* const option : verb.get_options())
   {
     if (option->get_positional())

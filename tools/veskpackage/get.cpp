@@ -23,8 +23,7 @@ ExitCode get(const GetOptions& options)
                            {
                              const vesk::AnyConstReference value =
                                  valueAt(vesk::AnyConstReference(manifest.package), path);
-                             const bool isOneOfMany = options.inputs.areMany();
-                             if (isOneOfMany && options.format == Format::Json)
+                             if (options.format == Format::Json)
                              {
                                out << R"({"file":)"
                                    << toJson(vesk::AnyConstReference(manifest.name), -1)
@@ -32,7 +31,7 @@ ExitCode get(const GetOptions& options)
                              }
                              else
                              {
-                               out << (isOneOfMany ? manifest.name + ": " : "")
+                               out << (options.inputs.areMany() ? manifest.name + ": " : "")
                                    << shown(value, options.format) << '\n';
                              }
                              return Done;

@@ -10,20 +10,22 @@
 
 namespace
 {
-/// Whether a file in a folder is a manifest: by its name, or by the name of its root.
+/// Whether a file in a folder is a manifest: by its name, or by the name of its root. What cannot be
+/// read counts, too, since it might be one.
 bool isManifest(const QFileInfo& file)
 {
   if (file.fileName() == QLatin1String("manifest.xml"))
   {
     return true;
   }
-  QFile content(file.filePath());
-  if (file.suffix() != QLatin1String("xml") || !content.open(QIODevice::ReadOnly))
+  if (file.suffix() != QLatin1String("xml"))
   {
     return false;
   }
+  QFile content(file.filePath());
+  content.open(QIODevice::ReadOnly);
   QXmlStreamReader reader(&content);
-  return reader.readNextStartElement() && reader.name() == QLatin1String("package");
+  return !reader.readNextStartElement() || reader.name() == QLatin1String("package");
 }
 
 /// What is in a folder, last first.
@@ -47,7 +49,7 @@ InputFiles::InputFiles(const Inputs& inputs) : named(inputs)
   if (!named.filesFrom.empty() && named.filesFrom != "-")
   {
     list.open(named.filesFrom);
-    if (!list)
+    if (!list || QFileInfo(QString::fromStdString(named.filesFrom)).isDir())
     {
       throw std::runtime_error("cannot read the list of files " + named.filesFrom);
     }
@@ -63,7 +65,8 @@ std::optional<std::string> InputFiles::next()
   while (std::optional<std::string> file = nextNamed())
   {
     const QString path = QString::fromStdString(*file);
-    if (!named.searchFolders || !QFileInfo(path).isDir())
+    const QFileInfo info(path);
+    if (!named.searchFolders || !info.isDir() || !info.isReadable())
     {
       return file;
     }
@@ -86,6 +89,10 @@ std::optional<std::string> InputFiles::nextNamed()
   std::string line;
   while (!named.filesFrom.empty() && std::getline(lines, line))
   {
+    if (!line.empty() && line.back() == '\r') // of a list from another system
+    {
+      line.pop_back();
+    }
     if (!line.empty())
     {
       return line;
@@ -104,11 +111,11 @@ std::optional<std::string> InputFiles::nextInFolders()
       continue;
     }
     const QFileInfo entry(folders.back().takeLast());
-    if (entry.isDir())
+    if (entry.isDir() && entry.isReadable())
     {
       folders.push_back(entriesOf(entry.filePath()));
     }
-    else if (isManifest(entry))
+    else if (entry.isDir() || isManifest(entry))
     {
       return entry.filePath().toStdString();
     }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commandline.hpp"
+#include "complaint.hpp"
 #include "fieldpath.hpp"
 
 #include <vesk/log.hpp>
@@ -27,6 +28,11 @@ int run(int argc, char** argv)
   {
     std::cerr << "veskpackage: error: " << error.what() << '\n';
     return WrongUsage;
+  }
+  if (!std::cout.flush())
+  {
+    complain(std::cerr, "<stdout>", "Could not write");
+    return FileTrouble;
   }
   return commandLine.code;
 }

@@ -32,6 +32,9 @@ ExitCode forEachManifest(const Inputs& inputs,
                          const std::function<ExitCode(Manifest& manifest, std::ostream& out,
                                                       std::ostream& complaints)>& work);
 
+/// What a file with this content gives; it must be a manifest.
+vesk::PackageInfo packageIn(const std::string& content);
+
 /// What PackageInfo::saveToManifestFile() writes.
 std::string manifestOf(const vesk::PackageInfo& package);
 

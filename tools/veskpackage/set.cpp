@@ -1,31 +1,66 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "complaint.hpp"
 #include "fieldvalue.hpp"
+#include "json.hpp"
 #include "verbs.hpp"
+
+namespace
+{
+using Assignments = std::vector<std::pair<FieldPath, std::string>>;
+
+/// The first field that was set, but that what is written does not give back; empty when all do.
+std::string notKept(const vesk::PackageInfo& edited, const vesk::PackageInfo& written,
+                    const Assignments& assignments)
+{
+  for (const auto& [path, value] : assignments)
+  {
+    try
+    {
+      if (toJson(valueAt(vesk::AnyConstReference(edited), path), -1) !=
+          toJson(valueAt(vesk::AnyConstReference(written), path), -1))
+      {
+        return toText(path);
+      }
+    }
+    catch (const FieldError&) // it is not there any more
+    {
+      return toText(path);
+    }
+  }
+  return {};
+}
+} // namespace
 
 ExitCode set(const SetOptions& options)
 {
-  std::vector<std::pair<FieldPath, std::string>> assignments;
+  Assignments assignments;
   for (const std::string& assignment : options.assignments)
   {
     assignments.push_back(parseAssignment(assignment));
   }
-  return forEachManifest(options.inputs,
-                         [&](Manifest& manifest, std::ostream& out, std::ostream& complaints)
-                         {
-                           try
-                           {
-                             for (const auto& [path, value] : assignments)
-                             {
-                               setAt(vesk::AnyReference(manifest.package), path, value);
-                             }
-                           }
-                           catch (const FieldError& error)
-                           {
-                             complain(complaints, manifest.name, error.what());
-                             return NegativeResult;
-                           }
-                           return put(manifest, manifestOf(manifest.package),
-                                      {"-", true, options.isForced}, out, complaints);
-                         });
+  return forEachManifest(
+      options.inputs,
+      [&](Manifest& manifest, std::ostream& out, std::ostream& complaints)
+      {
+        try
+        {
+          for (const auto& [path, value] : assignments)
+          {
+            setAt(vesk::AnyReference(manifest.package), path, value);
+          }
+        }
+        catch (const FieldError& error)
+        {
+          complain(complaints, manifest.name, error.what());
+          return NegativeResult;
+        }
+        const std::string content = manifestOf(manifest.package);
+        const std::string lost = notKept(manifest.package, packageIn(content), assignments);
+        if (!lost.empty())
+        {
+          complain(complaints, manifest.name, lost + ": a manifest cannot hold this value");
+          return NegativeResult;
+        }
+        return put(manifest, content, {"-", true, options.isForced}, out, complaints);
+      });
 }

@@ -9,11 +9,15 @@ ExitCode trim(const TrimOptions& options)
       options.inputs,
       [&options](Manifest& manifest, std::ostream& out, std::ostream& complaints)
       {
-        if (manifest.package.descriptionLanguages().empty() && !options.target.isForced)
+        const vesk::PackageInfo& package = manifest.package;
+        const bool dropsAll = package.descriptionLanguages().empty() ||
+                              (package.supportedLanguages().empty() && package.hasBehavior());
+        if (dropsAll && !options.target.isForced)
         {
-          complain(complaints, manifest.name,
-                   "not trimmed: it has no description languages, so that all texts would be "
-                   "dropped; --force does it all the same");
+          complain(
+              complaints, manifest.name,
+              "not trimmed: it lacks description or supported languages, so that all texts would "
+              "be dropped; --force does it all the same");
           return NegativeResult;
         }
         manifest.package.trimExtraInfo();
