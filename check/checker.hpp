@@ -26,6 +26,9 @@ private:
   // structure.cpp: what the readers skip or take for something else
   void checkElement(const QDomElement& element, const Element& format);
   void checkAttributes(const QDomElement& element, const Element& format);
+  void checkPresence(const QDomElement& element);
+  void checkText(const QDomElement& element);
+  void checkCharacters(const QDomElement& element, const QString& value, const QString& part = {});
   void checkChildren(const QDomElement& element, const Element& format);
   void checkChild(const QDomElement& child, const Element& parent, bool isRepeated);
   void checkNoElement(const QDomNode& node, const Element& parent);
@@ -36,6 +39,7 @@ private:
   // values.cpp: what they take as it is
   void checkValues(const QDomElement& element, const Element& format);
   void checkEntry(const QDomElement& entry, const Element& list);
+  void reportEmptyText(const QDomElement& element);
   void checkLanguage(const QDomElement& entry, const QString& attribute, const QString& language,
                      const QString& list);
   void checkPath(const QDomElement& element, bool isWhole = true);

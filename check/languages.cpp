@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <package/xml/names.hpp>
-#include <package/xml/reading.hpp>
 
 #include <QDomElement>
 
 #include <algorithm>
+#include <check/elementtext.hpp>
 #include <check/languages.hpp>
 
 namespace vesk::check
@@ -40,7 +40,11 @@ std::set<QString> namedIn(const QDomElement& root)
     {
       for (const QDomNode& name : Children(section))
       {
-        languages.insert(name.toElement().attribute(names.lang));
+        const QDomElement element = name.toElement();
+        if (!isBlank(textIn(element)))
+        {
+          languages.insert(element.attribute(names.lang));
+        }
       }
     }
   }

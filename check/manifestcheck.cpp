@@ -11,6 +11,13 @@ namespace vesk::check
 {
 namespace
 {
+std::vector<Finding> unreadable(const QString& why, const Options& options)
+{
+  Report report(options);
+  report.add(RuleId::Unreadable, why);
+  return report.take();
+}
+
 std::vector<Finding> checkParsed(bool isParsed, const SyntaxError& error,
                                  const QDomDocument& document, const Options& options)
 {
@@ -30,10 +37,8 @@ std::vector<Finding> checkFile(const std::string& path, const Options& options)
   QFile file(toQString(path));
   if (!file.open(QIODevice::ReadOnly))
   {
-    Report report(options);
-    report.add(RuleId::Unreadable,
-               QStringLiteral("cannot be opened for reading: ") + file.errorString());
-    return report.take();
+    return unreadable(QStringLiteral("cannot be opened for reading: ") + file.errorString(),
+                      options);
   }
   return checkDevice(file, options);
 }
@@ -43,6 +48,11 @@ std::vector<Finding> checkDevice(QIODevice& device, const Options& options)
   QDomDocument document;
   SyntaxError error;
   const bool isParsed = parseXml(device, document, error);
+  const auto* const file = qobject_cast<const QFileDevice*>(&device);
+  if (file != nullptr && file->error() != QFileDevice::NoError)
+  {
+    return unreadable(QStringLiteral("cannot be read: ") + file->errorString(), options);
+  }
   return checkParsed(isParsed, error, document, options);
 }
 

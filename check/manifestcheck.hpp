@@ -74,14 +74,15 @@ struct Options
 /// Checks the file at \p path (UTF-8).
 VESKPACKAGE_CHECK_EXPORT std::vector<Finding> checkFile(const std::string& path,
                                                         const Options& options = {});
-/// Checks all that an open device gives, in any encoding.
+/// Checks all that an open device gives, in any encoding. What a file gives before it can be read no
+/// further is not checked.
 VESKPACKAGE_CHECK_EXPORT std::vector<Finding> checkDevice(QIODevice& device,
                                                           const Options& options = {});
 /// Checks a manifest's text, up to the first NUL byte.
 VESKPACKAGE_CHECK_EXPORT std::vector<Finding> checkText(const std::string& text,
                                                         const Options& options = {});
-/// Checks a parsed document. Its tree is walked recursively where the format knows the elements
-/// only, so that deep nesting does no harm.
+/// Checks a parsed document. It must not nest deeper than the stack allows, some ten thousand levels
+/// within a text; the functions above refuse what does.
 VESKPACKAGE_CHECK_EXPORT std::vector<Finding> checkDocument(const QDomDocument& document,
                                                             const Options& options = {});
 /// \}

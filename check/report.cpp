@@ -37,7 +37,12 @@ std::vector<Finding> Report::take()
 QString cut(const QString& name)
 {
   constexpr int most = 80;
-  return name.size() <= most ? name : name.left(most - 1) + QChar(0x2026);
+  if (name.size() <= most)
+  {
+    return name;
+  }
+  const bool isWithinPair = name.at(most - 2).isHighSurrogate();
+  return name.left(isWithinPair ? most - 2 : most - 1) + QChar(0x2026);
 }
 
 QString quoted(const QString& text)
@@ -45,7 +50,8 @@ QString quoted(const QString& text)
   QString shown = cut(text);
   for (QChar& character : shown)
   {
-    if (character.category() == QChar::Other_Control)
+    if (character.category() == QChar::Other_Control || character == QChar::LineSeparator ||
+        character == QChar::ParagraphSeparator)
     {
       character = QLatin1Char(' ');
     }

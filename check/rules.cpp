@@ -20,199 +20,164 @@ constexpr bool kept = false;
 constexpr std::array table{
     Entry{RuleId::Unreadable,
           {"unreadable", Severity::Error, kept,
-           "The file cannot be opened or read, so no reader gets anything of it. Mend its path or "
-           "its "
-           "rights."}},
+           "The file cannot be opened or read, so no reader gets anything of it. Mend its path "
+           "or its rights."}},
     Entry{RuleId::NotWellFormed,
           {"not-well-formed", Severity::Error, kept,
            "The text is no XML, and every reader refuses it. The message is that of the parser, "
-           "and the "
-           "place is where it gave up; the fault can be before that, as an element that is not "
-           "closed."}},
+           "and the place is where it gave up; the fault can be before that, as an element that "
+           "is not closed."}},
     Entry{RuleId::BeyondLimits,
           {"beyond-limits", Severity::Error, kept,
            "The text nests deeper, or its document type, entities, attributes or namespace "
-           "prefixes are "
-           "more than any manifest needs. Every reader refuses it as if it were no XML, since the "
-           "parser "
-           "could run out of stack, memory or time. Take out what is too much."}},
-    Entry{
-        RuleId::RootName,
-        {"root-name", Severity::Warning, kept,
-         "The root element is not called \"package\". The readers take it all the same, and the "
-         "writer "
-         "calls it \"package\"; other programs may not take the file for a manifest. Rename it."}},
-    Entry{
-        RuleId::MissingIdentity,
-        {"missing-identity", Severity::Warning, kept,
-         "The package has no uuid or no version. The readers give empty texts; a package without "
-         "uuid "
-         "has no variant form, so that no module of the robot is told of it. Add the attributes to "
-         "the "
-         "root."}},
+           "prefixes are more than any manifest needs. Every reader refuses it as if it were no "
+           "XML, since the parser could run out of stack, memory or time. Take out what is too "
+           "much."}},
+    Entry{RuleId::RootName,
+          {"root-name", Severity::Warning, kept,
+           "The root element is not called \"package\". The readers take it all the same, and "
+           "the writer calls it \"package\"; other programs may not take the file for a "
+           "manifest. Rename it."}},
+    Entry{RuleId::MissingIdentity,
+          {"missing-identity", Severity::Warning, kept,
+           "The package has no uuid or no version. The readers give empty texts; a package "
+           "without uuid has no variant form, so that no module of the robot is told of it. Add "
+           "the attributes to the root."}},
     Entry{RuleId::UnknownElement,
           {"unknown-element", Severity::Warning, lost,
            "No reader knows the element here, so it is skipped with all that it holds. Names are "
            "case-sensitive. Correct the name or remove the element."}},
     Entry{RuleId::MisplacedElement,
           {"misplaced-element", Severity::Warning, lost,
-           "The format has the element, but in another place; here it is skipped with all that it "
-           "holds. "
-           "Move it to where the message says."}},
+           "The format has the element, but in another place; here it is skipped with all that "
+           "it holds. Move it to where the message says."}},
     Entry{RuleId::UnknownAttribute,
           {"unknown-attribute", Severity::Warning, lost,
            "No reader knows the attribute on this element, so it is skipped. Names are "
-           "case-sensitive. "
-           "Declarations of namespaces and attributes of the prefix xsi are no fault."}},
-    Entry{
-        RuleId::SkippedText,
-        {"skipped-text", Severity::Warning, lost,
-         "There is text where only elements are read, so it is skipped. Often it belongs into the "
-         "element before or after it."}},
+           "case-sensitive. Declarations of namespaces and attributes of the prefix xsi are no "
+           "fault."}},
+    Entry{RuleId::SkippedText,
+          {"skipped-text", Severity::Warning, lost,
+           "There is text where only elements are read, so it is skipped. Often it belongs into "
+           "the element before or after it."}},
     Entry{RuleId::EmptyEntry,
           {"empty-entry", Severity::Warning, lost,
            "Among names, texts and languages every child counts, also a comment, a processing "
-           "instruction "
-           "or a stray text: the readers take it for an entry with an empty text and an empty "
-           "language. "
-           "Move it outside of the list, or into an entry."}},
+           "instruction or a stray text: the readers take it for an entry with an empty text and "
+           "an empty language. Move it outside of the list, or into an entry."}},
     Entry{RuleId::InstructionAsElement,
           {"instruction-as-element", Severity::Warning, lost,
-           "A processing instruction that is called like an element of this place is read as that "
-           "element, without attributes and text. Rename or remove it."}},
-    Entry{
-        RuleId::UnusualName,
-        {"unusual-name", Severity::Hint, kept,
-         "Where names, texts and languages are listed, the readers do not look at the names of the "
-         "elements. The writer uses the usual name. Rename the element, since other programs may "
-         "look."}},
+           "A processing instruction that is called like an element of this place is read as "
+           "that element, without attributes and text. Rename or remove it."}},
+    Entry{RuleId::UnusualName,
+          {"unusual-name", Severity::Hint, kept,
+           "Where names, texts and languages are listed, the readers do not look at the names of "
+           "the elements. The writer uses the usual name. Rename the element, since other "
+           "programs may look."}},
     Entry{RuleId::MarkupInText,
           {"markup-in-text", Severity::Hint, lost,
            "A text has elements within. The readers take all text in it together and drop the "
-           "markup. "
-           "Write &lt; where a text is to hold the character."}},
-    Entry{
-        RuleId::PresenceCounts,
-        {"presence-counts", Severity::Warning, lost,
-         "The element says yes by its presence, whatever it holds, also the text \"false\". Remove "
-         "the "
-         "element to say no, and its text to say yes."}},
-    Entry{
-        RuleId::RepeatedSection,
-        {"repeated-section", Severity::Warning, kept,
-         "A section comes several times. For PackageInfo the sections add up; for loadManifest the "
-         "last "
-         "one counts alone. Merge them into one."}},
+           "markup. Write &lt; where a text is to hold the character."}},
+    Entry{RuleId::UnwritableCharacter,
+          {"unwritable-character", Severity::Warning, lost,
+           "A text or an attribute holds U+FFFD, which the readers put where bytes are no text "
+           "in the file's encoding, or a character that XML cannot carry. What the file holds "
+           "there is lost when it is written. Correct the bytes, or the encoding that the XML "
+           "declaration names."}},
+    Entry{RuleId::PresenceCounts,
+          {"presence-counts", Severity::Warning, lost,
+           "The element says yes by its presence, whatever it holds, also the text \"false\". "
+           "Remove the element to say no, and its text to say yes."}},
+    Entry{RuleId::RepeatedSection,
+          {"repeated-section", Severity::Warning, kept,
+           "A section comes several times. For PackageInfo the sections add up; for loadManifest "
+           "the last one counts alone. Merge them into one."}},
     Entry{RuleId::RepeatedElement,
           {"repeated-element", Severity::Warning, lost,
-           "An element that gives one value comes several times. What the later one gives replaces "
-           "what "
-           "the earlier gave. Keep one."}},
+           "An element that gives one value comes several times. What the later one gives "
+           "replaces what the earlier gave. Keep one."}},
     Entry{RuleId::AutorunValue,
           {"autorun-value", Severity::Warning, lost,
-           "\"autorun\" is yes for \"true\" only; any other value is no, also with other letters, "
-           "as in "
-           "\"TRUE\". Write \"true\" or \"false\"."}},
+           "\"autorun\" is yes for \"true\" only; any other value is no, also with other "
+           "letters, as in \"TRUE\". Write \"true\" or \"false\"."}},
     Entry{RuleId::AutorunOne,
           {"autorun-one", Severity::Warning, lost,
            "\"autorun\" is \"1\": loadManifest takes it for yes, PackageInfo for no. Write "
-           "\"true\" or "
-           "\"false\"."}},
+           "\"true\" or \"false\"."}},
     Entry{RuleId::DescriptionLanguages,
           {"description-languages", Severity::Off, kept,
            "Description languages are read by PackageInfo; loadManifest skips them. That is no "
-           "fault, "
-           "so "
-           "it is reported on request only."}},
+           "fault, so it is reported on request only."}},
     Entry{RuleId::WebContent,
           {"web-content", Severity::Off, lost,
-           "Web content is read by loadManifest, of several the last one; PackageInfo skips it and "
-           "does "
-           "not write it. That is no fault, so it is reported on request only, and by what "
-           "rewrites a "
-           "manifest."}},
+           "Web content is read by loadManifest, of several the last one; PackageInfo skips it "
+           "and does not write it. That is no fault, so it is reported on request only, and by "
+           "what rewrites a manifest."}},
     Entry{RuleId::UnsupportedPermission,
           {"unsupported-permission", Severity::Warning, lost,
-           "A behavior can only have the permissions that the message lists; any other is skipped. "
-           "Correct or remove it."}},
+           "A behavior can only have the permissions that the message lists; any other is "
+           "skipped. Correct or remove it."}},
     Entry{RuleId::RepeatedPermission,
           {"repeated-permission", Severity::Warning, lost,
            "A behavior has each permission once; the repeated one is skipped. Remove it."}},
-    Entry{
-        RuleId::RepeatedLanguage,
-        {"repeated-language", Severity::Warning, lost,
-         "A language comes twice in one list. Of texts, the later replaces the earlier; of listed "
-         "languages, PackageInfo keeps the first. Remove one or correct its language."}},
-    Entry{
-        RuleId::EmptyLanguage,
-        {"empty-language", Severity::Warning, kept,
-         "An entry has no language, or an empty one. It is kept under the empty language, where no "
-         "program looks for it; of a dialog's topics it is not written. Give it a language."}},
+    Entry{RuleId::RepeatedLanguage,
+          {"repeated-language", Severity::Warning, lost,
+           "A language comes twice in one list. Of texts, the later replaces the earlier; of "
+           "listed languages, PackageInfo keeps the first. Remove one or correct its language."}},
+    Entry{RuleId::EmptyLanguage,
+          {"empty-language", Severity::Warning, kept,
+           "An entry has no language, or an empty one. It is kept under the empty language, "
+           "where no program looks for it; of a dialog's topics it is not written. Give it a "
+           "language."}},
     Entry{RuleId::MixedLanguageCodes,
           {"mixed-language-codes", Severity::Warning, kept,
            "Some language codes are written with \"-\" and others with \"_\". Codes are compared "
-           "byte "
-           "for "
-           "byte, so that \"en-US\" and \"en_US\" are two languages. Use one form."}},
-    Entry{
-        RuleId::UnlistedLanguage,
-        {"unlisted-language", Severity::Warning, kept,
-         "A name or description is in a language that begins with none of the description "
-         "languages, or a "
-         "tag, trigger sentence or loading response in one that begins with none of the supported "
-         "languages. It is dropped when the package is trimmed. List the language or remove the "
-         "text."}},
+           "byte for byte, so that \"en-US\" and \"en_US\" are two languages. Use one form."}},
+    Entry{RuleId::UnlistedLanguage,
+          {"unlisted-language", Severity::Warning, kept,
+           "A name or description is in a language that begins with none of the description "
+           "languages, or a tag, trigger sentence or loading response in one that begins with "
+           "none of the supported languages. It is dropped when the package is trimmed. List the "
+           "language or remove the text."}},
     Entry{RuleId::UnnamedLanguage,
           {"unnamed-language", Severity::Warning, kept,
-           "A description language has no name of the package. Programs show an empty name in this "
-           "language. Add a name or remove the language."}},
+           "A description language has no name of the package. Programs show an empty name in "
+           "this language. Add a name or remove the language."}},
     Entry{RuleId::EmptyText,
           {"empty-text", Severity::Hint, lost,
-           "A text is empty or of blanks only. It is read as an empty text, and not written back. "
-           "Fill "
-           "or "
-           "remove it."}},
-    Entry{
-        RuleId::EmptyTopic,
-        {"empty-topic", Severity::Warning, kept,
-         "A dialog has no topic name. It is read with an empty one, by which nothing finds it. Add "
-         "the "
-         "attribute topicName."}},
+           "A text is empty or of blanks only. It is read as an empty text, and not written "
+           "back. Fill or remove it."}},
+    Entry{RuleId::EmptyTopic,
+          {"empty-topic", Severity::Warning, kept,
+           "A dialog has no topic name. It is read with an empty one, by which nothing finds it. "
+           "Add the attribute topicName."}},
     Entry{RuleId::UnwrittenTopic,
           {"unwritten-topic", Severity::Hint, lost,
-           "A dialog's topic has no language or no path. It is read, but not written back. Give it "
-           "both."}},
-    Entry{
-        RuleId::EmptyPath,
-        {"empty-path", Severity::Warning, kept,
-         "A path is missing or empty. It is read as an empty text; of a dialog's topics it is not "
-         "written. Say where in the package the file or folder is."}},
-    Entry{
-        RuleId::PathOutsidePackage,
-        {"path-outside-package", Severity::Warning, kept,
-         "A path is absolute, or leaves the package with \"..\". The readers keep it as it is; "
-         "programs "
-         "that follow it reach files of somebody else. Make it relative to the package's folder."}},
+           "A dialog's topic has no language or no path. It is read, but not written back. Give "
+           "it both."}},
+    Entry{RuleId::EmptyPath,
+          {"empty-path", Severity::Warning, kept,
+           "A path is missing or empty. It is read as an empty text; of a dialog's topics it is "
+           "not written. Say where in the package the file or folder is."}},
+    Entry{RuleId::PathOutsidePackage,
+          {"path-outside-package", Severity::Warning, kept,
+           "A path is absolute, or leaves the package with \"..\". The readers keep it as it is; "
+           "programs that follow it reach files of somebody else. Make it relative to the "
+           "package's folder."}},
     Entry{RuleId::MissingFile,
           {"missing-file", Severity::Warning, kept,
            "The package's folder has no file or folder of this path. The readers do not look. "
-           "Correct "
-           "the "
-           "path or add the file. A topic's path may lack the file's extension."}},
-    Entry{
-        RuleId::ReversedVersions,
-        {"reversed-versions", Severity::Warning, kept,
-         "A minimum version is above its maximum, so that nothing meets the requirement. The "
-         "readers "
-         "do not compare them. Versions are compared number by number; others than numbers are not "
-         "looked at."}},
+           "Correct the path or add the file. A topic's path may lack the file's extension."}},
+    Entry{RuleId::ReversedVersions,
+          {"reversed-versions", Severity::Warning, kept,
+           "A minimum version is above its maximum, so that nothing meets the requirement. The "
+           "readers do not compare them. Versions are compared number by number; others than "
+           "numbers are not looked at."}},
     Entry{RuleId::Comment,
           {"comment", Severity::Off, lost,
            "Comments, processing instructions, the document type and declarations of namespaces "
-           "and schemas "
-           "are not kept when a manifest is read and written. That is no fault, so it is reported "
-           "on request "
-           "only, and by what rewrites a manifest."}},
+           "and schemas are not kept when a manifest is read and written. That is no fault, so "
+           "it is reported on request only, and by what rewrites a manifest."}},
 };
 
 constexpr std::size_t count = table.size();

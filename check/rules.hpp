@@ -23,6 +23,7 @@ enum class RuleId
   InstructionAsElement,
   UnusualName,
   MarkupInText,
+  UnwritableCharacter,
   PresenceCounts,
   RepeatedSection,
   RepeatedElement,

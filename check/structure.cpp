@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <package/xml/reading.hpp>
+#include <package/xml/text.hpp>
 
 #include <QDomDocument>
 #include <QHash>
@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <check/checker.hpp>
+#include <check/elementtext.hpp>
 
 namespace vesk::check
 {
@@ -65,9 +66,17 @@ const Element* childNamed(const Element& format, const QString& name)
   return child == format.children.end() ? nullptr : &*child;
 }
 
-bool isBlank(const QString& text) { return text.trimmed().isEmpty(); }
-
-QString textIn(const QDomElement& element) { return QString::fromStdString(textOf(element)); }
+/// What of a value is not written as the file has it; empty when nothing is.
+QString lossIn(const QString& value)
+{
+  if (value.contains(QChar::ReplacementCharacter))
+  {
+    return QStringLiteral("U+FFFD, which stands for bytes that are no text");
+  }
+  return toXmlText(value.toStdString()) == value
+             ? QString()
+             : QStringLiteral("a character that XML cannot carry");
+}
 } // namespace
 
 Checker::Checker(const QDomDocument& checked, const Options& options, Report& findings)
@@ -146,30 +155,62 @@ void Checker::checkElement(const QDomElement& element, const Element& format)
 {
   checkAttributes(element, format);
   checkValues(element, format);
-  if (format.holds == Holds::Presence && !isBlank(textIn(element)))
+  switch (format.holds)
+  {
+  case Holds::Presence:
+    checkPresence(element);
+    reportNotKeptIn(element);
+    break;
+  case Holds::Text:
+    checkText(element);
+    reportNotKeptIn(element);
+    break;
+  case Holds::Nothing:
+  case Holds::Elements:
+  case Holds::Entries:
+    checkChildren(element, format);
+    break;
+  }
+}
+
+void Checker::checkPresence(const QDomElement& element)
+{
+  const QString text = textIn(element).trimmed();
+  if (!text.isEmpty())
   {
     report(RuleId::PresenceCounts, element,
            QStringLiteral("%1 counts by its presence, and not by the text %2")
-               .arg(quoted(format.name), quoted(textIn(element).trimmed())));
+               .arg(quoted(element.nodeName()), quoted(text)));
   }
-  if (format.holds == Holds::Presence || format.holds == Holds::Text)
+}
+
+void Checker::checkText(const QDomElement& element)
+{
+  checkCharacters(element, textIn(element));
+  if (!element.firstChildElement().isNull())
   {
-    reportNotKeptIn(element);
-    if (format.holds == Holds::Text && !element.firstChildElement().isNull())
-    {
-      report(RuleId::MarkupInText, element,
-             QStringLiteral("the text of %1 has elements within; they are dropped")
-                 .arg(quoted(element.nodeName())));
-    }
+    report(RuleId::MarkupInText, element,
+           QStringLiteral("the text of %1 has elements within; they are dropped")
+               .arg(quoted(element.nodeName())));
   }
-  else
+}
+
+void Checker::checkCharacters(const QDomElement& element, const QString& value, const QString& part)
+{
+  const QString loss = lossIn(value);
+  if (!loss.isEmpty())
   {
-    checkChildren(element, format);
+    report(RuleId::UnwritableCharacter, element,
+           QStringLiteral("%1 holds %2").arg(quoted(value), loss), part);
   }
 }
 
 void Checker::checkAttributes(const QDomElement& element, const Element& format)
 {
+  for (const QString& known : format.attributes)
+  {
+    checkCharacters(element, element.attribute(known), '@' + known);
+  }
   const QDomNamedNodeMap attributes = element.attributes();
   std::set<QString> unknown; // in an order that is the same in every process
   for (int i = 0; i < attributes.count(); ++i)

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <package/xml/names.hpp>
-#include <package/xml/reading.hpp>
 
 #include <QDir>
 
 #include <check/checker.hpp>
+#include <check/elementtext.hpp>
 #include <optional>
 
 namespace vesk::check
@@ -91,6 +91,12 @@ void Checker::checkValues(const QDomElement& element, const Element& format)
   case Kind::Path:
     checkPath(element);
     break;
+  case Kind::Value:
+    if (isBlank(textIn(element)))
+    {
+      reportEmptyText(element);
+    }
+    break;
   case Kind::Plain:
   case Kind::Texts:
   case Kind::TextLists:
@@ -104,7 +110,7 @@ void Checker::checkValues(const QDomElement& element, const Element& format)
 void Checker::checkEntry(const QDomElement& entry, const Element& list)
 {
   const ManifestNames& names = manifestNames();
-  const QString text = QString::fromStdString(textOf(entry));
+  const QString text = textIn(entry);
   if (list.kind == Kind::Supported || list.kind == Kind::Described)
   {
     checkLanguage(entry, {}, text, list.name);
@@ -116,9 +122,9 @@ void Checker::checkEntry(const QDomElement& entry, const Element& list)
     return;
   }
   // Conditions are written as they are, blanks and all.
-  if (list.kind == Kind::Conditions ? text.isEmpty() : text.trimmed().isEmpty())
+  if (list.kind == Kind::Conditions ? text.isEmpty() : isBlank(text))
   {
-    report(RuleId::EmptyText, entry, QStringLiteral("the text is empty, and not written back"));
+    reportEmptyText(entry);
   }
   if (list.kind == Kind::Conditions)
   {
@@ -135,6 +141,11 @@ void Checker::checkEntry(const QDomElement& entry, const Element& list)
                .arg(quoted(language),
                     isOneALanguage ? QStringLiteral("description") : QStringLiteral("supported")));
   }
+}
+
+void Checker::reportEmptyText(const QDomElement& element)
+{
+  report(RuleId::EmptyText, element, QStringLiteral("the text is empty, and not written back"));
 }
 
 void Checker::checkLanguage(const QDomElement& entry, const QString& attribute,

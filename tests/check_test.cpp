@@ -3,6 +3,7 @@
 
 #include <QDomDocument>
 
+#include <algorithm>
 #include <check/manifestcheck.hpp>
 #include <set>
 
@@ -26,11 +27,9 @@ std::string listed(const std::vector<Finding>& findings)
 
 std::vector<std::string> tagsOf(const std::vector<Finding>& findings)
 {
-  std::vector<std::string> tags;
-  for (const Finding& finding : findings)
-  {
-    tags.emplace_back(finding.rule->tag);
-  }
+  std::vector<std::string> tags(findings.size());
+  std::transform(findings.begin(), findings.end(), tags.begin(),
+                 [](const Finding& finding) { return finding.rule->tag; });
   return tags;
 }
 

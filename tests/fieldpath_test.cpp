@@ -166,7 +166,7 @@ TEST(FieldPath, SaysWhereItIsMalformed)
              {"a=b", "at character 2: expected the end"}})
   {
     EXPECT_THAT(failure([&, &path = text] { parseFieldPath(path); }),
-                StartsWith(text + ": " + message));
+                StartsWith(std::string(text).append(": ").append(message)));
   }
   EXPECT_EQ(failure([] { parseAssignment("a.b"); }),
             R"(a.b: at character 4: expected "=" and a value)");

@@ -76,7 +76,7 @@ std::ostream& operator<<(std::ostream& out, const Hostile& hostile) { return out
 #define ATTRIBUTES "more than 1024 attributes on an element"
 #define PREFIXES "more than 32 namespace prefixes declared at once"
 
-const Hostile hostileManifests[] = {
+const std::vector<Hostile> hostileManifests{
     {"Deep", "{257*<a>}{257*</a>}", " at line 1, column 770: " NESTING},
     {"Million", "\n{1000000*<a>}", " at line 2, column 770: " NESTING},
     {"BehindAComment", "<!--{40000*-x}-->\n{1000000*<a>}", " at line 2, column 770: " NESTING},

@@ -16,22 +16,22 @@ using testing::IsEmpty;
 
 namespace
 {
-using Json = nlohmann::json;
 using Lines = std::vector<std::string>;
 
 /// Where packages differ, as "place: in the first | in the second"; what is empty is nothing.
 Lines differences(const PackageInfo& first, const PackageInfo& second)
 {
-  const Json left = Json::parse(contentIn(first)).flatten();
-  const Json right = Json::parse(contentIn(second)).flatten();
-  Json places = left;
+  const nlohmann::json left = nlohmann::json::parse(contentIn(first)).flatten();
+  const nlohmann::json right = nlohmann::json::parse(contentIn(second)).flatten();
+  nlohmann::json places = left;
   places.update(right);
-  const auto shown = [](const Json& value) { return value.is_null() ? "nothing" : value.dump(); };
+  const auto shown = [](const nlohmann::json& value)
+  { return value.is_null() ? "nothing" : value.dump(); };
   Lines lines;
   for (const auto& [place, any] : places.items())
   {
-    const Json inFirst = left.value(place, Json());
-    const Json inSecond = right.value(place, Json());
+    const nlohmann::json inFirst = left.value(place, nlohmann::json());
+    const nlohmann::json inSecond = right.value(place, nlohmann::json());
     if (inFirst != inSecond)
     {
       lines.push_back(place + ": " + shown(inFirst) + " | " + shown(inSecond));
@@ -60,7 +60,8 @@ std::string thrown(Action action)
 TEST(BothReaders, DifferAsStated)
 {
   const TemporaryFolder folder;
-  for (const Json& stated : Json::parse(contentOf(GOLDEN_FILES "/readers.json")))
+  for (const nlohmann::json& stated :
+       nlohmann::json::parse(contentOf(GOLDEN_FILES "/readers.json")))
   {
     SCOPED_TRACE(stated["what"].get<std::string>());
     const std::string path = stated.contains("file")
@@ -70,7 +71,7 @@ TEST(BothReaders, DifferAsStated)
     ASSERT_TRUE(package.loadFromManifestFile(path));
     const PackageInfo2 info = loadManifest(path);
     EXPECT_EQ(differences(package, PackageInfo(info)), stated["differences"].get<Lines>());
-    const Json sections = Json::parse(contentIn(info.sections)).flatten();
+    const nlohmann::json sections = nlohmann::json::parse(contentIn(info.sections)).flatten();
     Lines inSections;
     for (const auto& [place, value] : sections.items())
     {

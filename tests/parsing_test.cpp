@@ -8,6 +8,7 @@
 #include <QDomDocument>
 #include <QTextCodec>
 
+#include <algorithm>
 #include <random>
 
 using vesk::parseXml;
@@ -74,11 +75,10 @@ std::vector<QByteArray> documents()
   std::vector<std::string> paths = exampleManifests();
   paths.emplace_back(GOLDEN_FILES "/oddities.xml");
   paths.emplace_back(GOLDEN_FILES "/document-type.xml");
-  std::vector<QByteArray> all;
-  for (const std::string& path : paths)
-  {
-    all.push_back(QByteArray::fromStdString(contentOf(path)));
-  }
+  std::vector<QByteArray> all(paths.size());
+  std::transform(paths.begin(), paths.end(), all.begin(),
+                 [](const std::string& path)
+                 { return QByteArray::fromStdString(contentOf(path)); });
   return all;
 }
 } // namespace

@@ -4,13 +4,12 @@
 #include "complaint.hpp"
 #include "inputfiles.hpp"
 
-#include <QFileInfo>
-
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <exception>
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <mutex>
@@ -21,8 +20,9 @@
 
 bool Inputs::areMany() const
 {
+  std::error_code unknown;
   return files.size() != 1 || !filesFrom.empty() ||
-         (searchFolders && QFileInfo(QString::fromStdString(files.front())).isDir());
+         (searchFolders && std::filesystem::is_directory(files.front(), unknown));
 }
 
 namespace

@@ -83,23 +83,32 @@ void printAll(std::ostream& out, const std::string& name, const std::vector<Find
   }
   for (const Finding& finding : findings)
   {
-    if (!options.isQuiet || finding.severity != Severity::Hint)
-    {
-      print(out, name, finding, options.isColored);
-    }
+    print(out, name, finding, options.isColored);
   }
 }
 
 std::vector<Finding> findingsIn(const std::string& file, const CheckOptions& options)
 {
   const vesk::check::Options asked{options.severities, options.packageFolder};
-  if (file != "-")
+  std::vector<Finding> findings;
+  if (file == "-")
   {
-    return vesk::check::checkFile(file, asked);
+    QFile input;
+    input.open(fileno(stdin), QIODevice::ReadOnly);
+    findings = vesk::check::checkDevice(input, asked);
   }
-  QFile input;
-  input.open(fileno(stdin), QIODevice::ReadOnly);
-  return vesk::check::checkDevice(input, asked);
+  else
+  {
+    findings = vesk::check::checkFile(file, asked);
+  }
+  if (options.isQuiet)
+  {
+    findings.erase(std::remove_if(findings.begin(), findings.end(),
+                                  [](const Finding& finding)
+                                  { return finding.severity == Severity::Hint; }),
+                   findings.end());
+  }
+  return findings;
 }
 } // namespace
 

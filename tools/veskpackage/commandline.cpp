@@ -13,9 +13,17 @@ using vesk::check::Severity;
 const std::map<std::string, Format> formats{
     {"text", Format::Text}, {"json", Format::Json}, {"variant", Format::Variant}};
 
+/// For files.
+CLI::Validator notEmpty()
+{
+  return CLI::Validator([](const std::string& name)
+                        { return name.empty() ? std::string("the name is empty") : ""; },
+                        "");
+}
+
 void addInputs(CLI::App& verb, Inputs& inputs, const std::string& what)
 {
-  verb.add_option("FILE", inputs.files, what);
+  verb.add_option("FILE", inputs.files, what)->check(notEmpty());
   verb.add_option("--files-from", inputs.filesFrom,
                   "Read further files from LIST, a path a line; - is standard input")
       ->option_text("LIST");
@@ -97,7 +105,8 @@ std::pair<std::string, Severity> overrideIn(const std::string& text)
           "--override: there is no rule \"" + tag + "\"; --list-rules lists them");
   require(vesk::check::findRule(tag)->severity != Severity::Error,
           "--override: " + tag + " is an error at all times, since nothing is read then");
-  const auto severity = severities.find(equals == std::string::npos ? "" : text.substr(equals + 1));
+  const auto severity =
+      severities.find(equals == std::string::npos ? std::string() : text.substr(equals + 1));
   require(severity != severities.end(),
           "--override: " + tag + " needs =off, =hint, =warning or =error");
   return {tag, severity->second};
@@ -110,9 +119,12 @@ CommandLine::CommandLine()
 {
   app.set_version_flag("--version", std::string("veskpackage ") + VESKPACKAGE_VERSION);
   app.require_subcommand(1);
-  app.footer("FILE is a manifest; - stands for standard input or output.\n"
-             "Exit codes: 0 done, 1 a negative result, 2 wrong usage, 3 a file unreadable or "
-             "malformed, or one that cannot be written.");
+  std::string footer = "FILE is a manifest; - stands for standard input or output.\nExit codes:";
+  for (std::size_t i = 0; i < exitCodeMeanings.size(); ++i)
+  {
+    footer += "\n  " + std::to_string(i) + "  " + exitCodeMeanings.at(i);
+  }
+  app.footer(footer);
   addShow();
   addCheck();
   addGet();
@@ -156,8 +168,9 @@ void CommandLine::addCheck()
       ->allow_extra_args(false);
   verb->add_option("--package", checkOptions.packageFolder,
                    "Look up the paths in the manifest in the package's folder")
+      ->check(CLI::ExistingDirectory)
       ->option_text("FOLDER");
-  verb->add_flag("-q,--quiet", checkOptions.isQuiet, "Print no hints and no summary");
+  verb->add_flag("-q,--quiet", checkOptions.isQuiet, "Report no hints and print no summary");
   verb->add_option("--color", color, "auto (the default; heeds NO_COLOR), always or never")
       ->check(CLI::IsMember({"auto", "always", "never"}))
       ->option_text("WHEN");
@@ -166,14 +179,14 @@ void CommandLine::addCheck()
       ->option_text("TAG");
   addExample(*verb, "veskpackage check --strict --jobs 4 packages/");
   verb->callback(
-      [this]
+      [this, verb]
       {
         if (listsRules)
         {
           code = listRules();
           return;
         }
-        if (!explained.empty())
+        if (verb->count("--explain") != 0)
         {
           require(vesk::check::findRule(explained) != nullptr,
                   "--explain: there is no rule \"" + explained + "\"; --list-rules lists them");
@@ -245,7 +258,8 @@ void CommandLine::addFmt()
   addTarget(*verb, fmtOptions.target);
   verb->add_flag("--check", fmtOptions.isCheck,
                  "Write nothing; print as a unified difference what would change, and exit with 1 "
-                 "if anything");
+                 "if anything")
+      ->excludes("--in-place", "--output");
   addExample(*verb, "veskpackage fmt --check manifest.xml");
   verb->callback(
       [this]
@@ -277,8 +291,8 @@ void CommandLine::addDiff()
   CLI::App* const verb = app.add_subcommand(
       "diff", "Compare two manifests by what they mean, field by field; exits with 1 when they "
               "differ");
-  verb->add_option("A", diffOptions.left, "The one manifest")->required();
-  verb->add_option("B", diffOptions.right, "The other manifest")->required();
+  verb->add_option("A", diffOptions.left, "The one manifest")->required()->check(notEmpty());
+  verb->add_option("B", diffOptions.right, "The other manifest")->required()->check(notEmpty());
   addFormat(*verb, diffOptions.format, false, "text (a line for each difference), or json");
   addExample(*verb, "veskpackage diff old.xml new.xml");
   verb->callback([this] { code = diff(diffOptions); });

@@ -2,6 +2,8 @@
 #ifndef TOOLS_EXITCODE_HPP
 #define TOOLS_EXITCODE_HPP
 
+#include <array>
+
 /// What the program tells its caller. Where several files are given, the highest code counts.
 enum ExitCode : int
 {
@@ -10,5 +12,11 @@ enum ExitCode : int
   WrongUsage = 2,
   FileTrouble = 3 ///< a file is unreadable or malformed, or cannot be written
 };
+
+/// By code, for help and man pages.
+inline constexpr std::array exitCodeMeanings{
+    "done",
+    "a negative result: findings that fail, a difference, a field that is not there, a refusal",
+    "wrong usage", "a file is unreadable or malformed, or cannot be written"};
 
 #endif

@@ -8,14 +8,14 @@ ExitCode fmt(const FmtOptions& options)
   return forEachManifest(options.inputs,
                          [&options](Manifest& manifest, std::ostream& out, std::ostream& complaints)
                          {
-                           const std::string formatted = manifestOf(manifest.package);
                            if (options.isCheck)
                            {
+                             const std::string formatted = manifestOf(manifest.package);
                              const std::string original = manifest.bytes.toStdString();
                              printUnifiedDiff(out, manifest.name, original,
                                               manifest.name + " (formatted)", formatted);
                              return formatted == original ? Done : NegativeResult;
                            }
-                           return put(manifest, formatted, options.target, out, complaints);
+                           return put(manifest, options.target, out, complaints);
                          });
 }

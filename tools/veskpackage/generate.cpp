@@ -83,6 +83,15 @@ void writeTitle(std::ostream& page, const std::string& name, const CLI::App& app
        << escaped(name) << " \\- " << escaped(app.get_description()) << '\n';
 }
 
+void writeExitStatus(std::ostream& page)
+{
+  page << ".SH EXIT STATUS\n";
+  for (std::size_t code = 0; code < exitCodeMeanings.size(); ++code)
+  {
+    page << ".TP\n" << code << "\n\\&" << escaped(exitCodeMeanings.at(code)) << '\n';
+  }
+}
+
 void writeVerbPage(const std::string& folder, const CLI::App& verb)
 {
   const std::string name = "veskpackage-" + verb.get_name();
@@ -100,8 +109,9 @@ void writeVerbPage(const std::string& folder, const CLI::App& verb)
   page << '\n';
   writeOptions(page, verb);
   const std::string example = verb.get_footer();
-  page << ".SH EXAMPLE\n.nf\n\\&" << escaped(example.substr(example.find('\n') + 1))
-       << "\n.fi\n.SH SEE ALSO\nveskpackage(1), which says what the exit codes mean\n";
+  page << ".SH EXAMPLE\n.nf\n\\&" << escaped(example.substr(example.find('\n') + 1)) << "\n.fi\n";
+  writeExitStatus(page);
+  page << ".SH SEE ALSO\nveskpackage(1)\n";
 }
 
 void writeMainPage(const std::string& folder, const CLI::App& app,
@@ -117,7 +127,9 @@ void writeMainPage(const std::string& folder, const CLI::App& app,
          << "; see veskpackage\\-" << verb->get_name() << "(1)\n";
   }
   writeOptions(page, app);
-  page << ".SH NOTES\n.nf\n\\&" << escaped(app.get_footer()) << "\n.fi\n";
+  const std::string footer = app.get_footer();
+  page << ".SH NOTES\n\\&" << escaped(footer.substr(0, footer.find('\n'))) << '\n';
+  writeExitStatus(page);
 }
 
 /// What can stand behind an option, as words: a choice, which CLI11 describes as "{one,two}", or a

@@ -1,46 +1,43 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "inputfiles.hpp"
 
-#include <QDir>
+#include <QFile>
 #include <QXmlStreamReader>
 
 #include <algorithm>
+#include <filesystem>
 #include <iostream>
 #include <stdexcept>
 
+namespace filesystem = std::filesystem;
+
 namespace
 {
+bool isFolder(const std::string& path)
+{
+  std::error_code unknown;
+  return filesystem::is_directory(path, unknown);
+}
+
 /// Whether a file in a folder is a manifest: by its name, or by the name of its root. What cannot be
 /// read counts, too, since it might be one.
-bool isManifest(const QFileInfo& file)
+bool isManifest(const filesystem::path& file)
 {
-  if (file.fileName() == QLatin1String("manifest.xml"))
+  if (file.filename() == "manifest.xml")
   {
     return true;
   }
-  if (file.suffix() != QLatin1String("xml"))
+  if (file.extension() != ".xml")
   {
     return false;
   }
-  QFile content(file.filePath());
-  content.open(QIODevice::ReadOnly);
+  QFile content(QString::fromStdString(file.string()));
+  if (!content.open(QIODevice::ReadOnly))
+  {
+    return true;
+  }
   QXmlStreamReader reader(&content);
   return !reader.readNextStartElement() || reader.name() == QLatin1String("package");
-}
-
-/// What is in a folder, last first.
-QStringList entriesOf(const QString& folder)
-{
-  QStringList entries;
-  const QDir::Filters filters = QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden;
-  for (const QFileInfo& entry : QDir(folder).entryInfoList(filters, QDir::Name | QDir::Reversed))
-  {
-    if (!(entry.isSymLink() && entry.isDir())) // which could lead in circles
-    {
-      entries += entry.filePath();
-    }
-  }
-  return entries;
 }
 } // namespace
 
@@ -49,7 +46,7 @@ InputFiles::InputFiles(const Inputs& inputs) : named(inputs)
   if (!named.filesFrom.empty() && named.filesFrom != "-")
   {
     list.open(named.filesFrom);
-    if (!list || QFileInfo(QString::fromStdString(named.filesFrom)).isDir())
+    if (!list || isFolder(named.filesFrom))
     {
       throw std::runtime_error("cannot read the list of files " + named.filesFrom);
     }
@@ -64,13 +61,10 @@ std::optional<std::string> InputFiles::next()
   }
   while (std::optional<std::string> file = nextNamed())
   {
-    const QString path = QString::fromStdString(*file);
-    const QFileInfo info(path);
-    if (!named.searchFolders || !info.isDir() || !info.isReadable())
+    if (!named.searchFolders || !enter(*file))
     {
       return file;
     }
-    folders.push_back(entriesOf(path));
     if (std::optional<std::string> inFolder = nextInFolders())
     {
       return inFolder;
@@ -105,20 +99,42 @@ std::optional<std::string> InputFiles::nextInFolders()
 {
   while (!folders.empty())
   {
-    if (folders.back().isEmpty())
+    if (folders.back().empty())
     {
       folders.pop_back();
       continue;
     }
-    const QFileInfo entry(folders.back().takeLast());
-    if (entry.isDir() && entry.isReadable())
+    const std::string path = std::move(folders.back().back());
+    folders.back().pop_back();
+    if (!enter(path) && (isFolder(path) || isManifest(path)))
     {
-      folders.push_back(entriesOf(entry.filePath()));
-    }
-    else if (entry.isDir() || isManifest(entry))
-    {
-      return entry.filePath().toStdString();
+      return path;
     }
   }
   return std::nullopt;
+}
+
+bool InputFiles::enter(const std::string& path)
+{
+  std::error_code error; // of a file, or of a folder that must not be read
+  filesystem::directory_iterator entry(path, error);
+  if (error)
+  {
+    return false;
+  }
+  std::vector<std::string> entries;
+  for (; !error && entry != filesystem::directory_iterator(); entry.increment(error))
+  {
+    std::error_code unknown;
+    const bool isHidden = entry->path().filename().string().front() == '.';
+    const bool isLinkedFolder = entry->is_symlink(unknown) && entry->is_directory(unknown);
+    const bool isToRead = entry->is_directory(unknown) || entry->is_regular_file(unknown);
+    if (isToRead && !isHidden && !isLinkedFolder) // a link could lead in circles
+    {
+      entries.push_back(entry->path().string());
+    }
+  }
+  std::sort(entries.rbegin(), entries.rend());
+  folders.push_back(std::move(entries));
+  return true;
 }

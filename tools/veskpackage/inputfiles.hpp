@@ -4,14 +4,13 @@
 
 #include "batch.hpp"
 
-#include <QStringList>
-
 #include <fstream>
 #include <optional>
 #include <string>
 #include <vector>
 
-/// Gives the files to work on one after the other, those of folders in the order of their names.
+/// Gives the files to work on one after the other, those of folders in the order of their names and
+/// without hidden ones.
 class InputFiles
 {
 public:
@@ -23,13 +22,15 @@ public:
 private:
   std::optional<std::string> nextNamed();
   std::optional<std::string> nextInFolders();
+  /// Goes into a folder next; false when it is none that can be read.
+  bool enter(const std::string& path);
 
   const Inputs& named;
   std::size_t given = 0;
   std::ifstream list;
   /// The folders that are being searched, from the outermost in; each with what is left of it, the
   /// next at the end.
-  std::vector<QStringList> folders;
+  std::vector<std::vector<std::string>> folders;
 };
 
 #endif

@@ -180,9 +180,10 @@ bool write(const std::string& content, const std::string& file, std::ostream& ou
   return error.isEmpty();
 }
 
-ExitCode put(const Manifest& manifest, const std::string& content, const Target& target,
-             std::ostream& out, std::ostream& complaints)
+ExitCode put(const Manifest& manifest, const Target& target, std::ostream& out,
+             std::ostream& complaints)
 {
+  const std::string content = manifestOf(manifest.package);
   const bool isSameFile = target.isInPlace || QFileInfo(QString::fromStdString(target.output)) ==
                                                   QFileInfo(QString::fromStdString(manifest.file));
   if (!isSameFile || manifest.file == "-")

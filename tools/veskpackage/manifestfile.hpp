@@ -51,10 +51,10 @@ struct Target
   bool isForced = false;    ///< also where something is lost
 };
 
-/// Writes \p content, made of \p manifest, where it is to go; one from standard input goes to \p out.
-/// Where it takes the place of the manifest and something would be lost that is not in it any more,
-/// says what, and does so only when it is forced.
-ExitCode put(const Manifest& manifest, const std::string& content, const Target& target,
-             std::ostream& out, std::ostream& complaints);
+/// Writes \p manifest where it is to go; one from standard input goes to \p out. Where it takes the
+/// place of the file that it was read from and something would be lost that the file has, says what,
+/// and does so only when it is forced.
+ExitCode put(const Manifest& manifest, const Target& target, std::ostream& out,
+             std::ostream& complaints);
 
 #endif

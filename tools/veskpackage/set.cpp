@@ -54,13 +54,13 @@ ExitCode set(const SetOptions& options)
           complain(complaints, manifest.name, error.what());
           return NegativeResult;
         }
-        const std::string content = manifestOf(manifest.package);
-        const std::string lost = notKept(manifest.package, packageIn(content), assignments);
+        const std::string lost =
+            notKept(manifest.package, packageIn(manifestOf(manifest.package)), assignments);
         if (!lost.empty())
         {
           complain(complaints, manifest.name, lost + ": a manifest cannot hold this value");
           return NegativeResult;
         }
-        return put(manifest, content, {"-", true, options.isForced}, out, complaints);
+        return put(manifest, {"-", true, options.isForced}, out, complaints);
       });
 }

@@ -18,7 +18,7 @@ vesk::AnyValue webContentOf(const Manifest& manifest)
   return vesk::loadXmlDocument(document).contents()["web"];
 }
 
-void print(Manifest& manifest, Format format, bool onOneLine, std::ostream& out)
+void print(Manifest& manifest, Format format, bool isOneOfMany, std::ostream& out)
 {
   if (format == Format::Variant)
   {
@@ -30,8 +30,12 @@ void print(Manifest& manifest, Format format, bool onOneLine, std::ostream& out)
   const vesk::AnyValue web = webContentOf(manifest);
   if (format == Format::Json)
   {
-    out << toJson(vesk::AnyConstReference(manifest.package), onOneLine ? -1 : 2, {{"web", web}})
-        << '\n';
+    std::vector<std::pair<std::string, vesk::AnyConstReference>> further{{"web", web}};
+    if (isOneOfMany)
+    {
+      further.emplace_back("file", manifest.name);
+    }
+    out << toJson(vesk::AnyConstReference(manifest.package), isOneOfMany ? -1 : 2, further) << '\n';
     return;
   }
   out << manifest.package;

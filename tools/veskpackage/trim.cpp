@@ -21,6 +21,6 @@ ExitCode trim(const TrimOptions& options)
           return NegativeResult;
         }
         manifest.package.trimExtraInfo();
-        return put(manifest, manifestOf(manifest.package), options.target, out, complaints);
+        return put(manifest, options.target, out, complaints);
       });
 }
