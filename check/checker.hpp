@@ -39,7 +39,6 @@ private:
   // values.cpp: what they take as it is
   void checkValues(const QDomElement& element, const Element& format);
   void checkEntry(const QDomElement& entry, const Element& list);
-  void reportEmptyText(const QDomElement& element);
   void checkLanguage(const QDomElement& entry, const QString& attribute, const QString& language,
                      const QString& list);
   void checkPath(const QDomElement& element, bool isWhole = true);

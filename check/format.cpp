@@ -33,7 +33,7 @@ Element behavior()
           {n().path},
           Holds::Elements,
           {{n().userRequestable, {}, Holds::Presence},
-           {n().nature, {}, Holds::Text, {}, Kind::Value, Counts::Last},
+           {n().nature, {}, Holds::Text, {}, Kind::Plain, Counts::Last},
            entries(n().names, n().name, {n().lang}, Kind::Texts),
            entries(n().descriptions, n().description, {n().lang}, Kind::Texts),
            entries(n().tags, n().tag, {n().lang}, Kind::TextLists),
@@ -59,7 +59,7 @@ Element languagePack()
           {n().path},
           Holds::Elements,
           {{n().engine, {n().name, n().version}, Holds::Nothing, {}, Kind::Plain, Counts::Last},
-           {n().locale, {}, Holds::Text, {}, Kind::Value, Counts::Last},
+           {n().locale, {}, Holds::Text, {}, Kind::Plain, Counts::Last},
            entries(n().names, n().name, {n().lang}, Kind::Texts)},
           Kind::Path};
 }

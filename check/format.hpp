@@ -23,7 +23,6 @@ enum class Holds
 enum class Kind
 {
   Plain,
-  Value, ///< one text
   Package,
   Texts,      ///< names and descriptions: one text a language
   TextLists,  ///< several texts a language

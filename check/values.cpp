@@ -91,12 +91,6 @@ void Checker::checkValues(const QDomElement& element, const Element& format)
   case Kind::Path:
     checkPath(element);
     break;
-  case Kind::Value:
-    if (isBlank(textIn(element)))
-    {
-      reportEmptyText(element);
-    }
-    break;
   case Kind::Plain:
   case Kind::Texts:
   case Kind::TextLists:
@@ -124,7 +118,7 @@ void Checker::checkEntry(const QDomElement& entry, const Element& list)
   // Conditions are written as they are, blanks and all.
   if (list.kind == Kind::Conditions ? text.isEmpty() : isBlank(text))
   {
-    reportEmptyText(entry);
+    report(RuleId::EmptyText, entry, QStringLiteral("the text is empty, and not written back"));
   }
   if (list.kind == Kind::Conditions)
   {
@@ -141,11 +135,6 @@ void Checker::checkEntry(const QDomElement& entry, const Element& list)
                .arg(quoted(language),
                     isOneALanguage ? QStringLiteral("description") : QStringLiteral("supported")));
   }
-}
-
-void Checker::reportEmptyText(const QDomElement& element)
-{
-  report(RuleId::EmptyText, element, QStringLiteral("the text is empty, and not written back"));
 }
 
 void Checker::checkLanguage(const QDomElement& entry, const QString& attribute,

@@ -162,12 +162,7 @@ private:
     {
       progress.clear();
       std::cerr << complaints << std::flush;
-      if (!isFull && !(std::cout << out).flush())
-      {
-        complain(std::cerr, "<stdout>", "Could not write");
-        code = FileTrouble;
-        isFull = true;
-      }
+      isFull = isFull || !(std::cout << out).flush();
     }
   }
 
@@ -180,7 +175,7 @@ private:
   std::deque<std::shared_ptr<Job>> unprinted; // in the order of files
   Progress progress;
   ExitCode code = Done;
-  bool isFull = false; // standard output takes no more
+  bool isFull = false; // standard output takes no more, of which main() tells
 };
 } // namespace
 

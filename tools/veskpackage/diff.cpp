@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "complaint.hpp"
 #include "difference.hpp"
 #include "json.hpp"
 #include "verbs.hpp"
@@ -60,11 +59,6 @@ ExitCode diff(const DiffOptions& options)
   else
   {
     std::for_each(all.begin(), all.end(), printText);
-  }
-  if (!std::cout.flush())
-  {
-    complain(std::cerr, "<stdout>", "Could not write");
-    return FileTrouble;
   }
   return all.empty() ? Done : NegativeResult;
 }
