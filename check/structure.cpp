@@ -69,6 +69,12 @@ const Element* childNamed(const Element& format, const QString& name)
 /// What of a value is not written as the file has it; empty when nothing is.
 QString lossIn(const QString& value)
 {
+  const auto isPlain = [](QChar c)
+  { return c >= ' ' && c < QChar::ReplacementCharacter && !c.isSurrogate(); };
+  if (std::all_of(value.begin(), value.end(), isPlain)) // nearly all are
+  {
+    return {};
+  }
   if (value.contains(QChar::ReplacementCharacter))
   {
     return QStringLiteral("U+FFFD, which stands for bytes that are no text");

@@ -190,6 +190,7 @@ TEST(Tool, RejectsWrongUsageAndExplainsItself)
   }
   const ProgramRun help = tool({"--help"});
   EXPECT_EQ(help.exitCode, 0);
-  EXPECT_THAT(help.out, testing::AllOf(HasSubstr("show"), HasSubstr("fmt"), HasSubstr("3  a file")));
+  EXPECT_THAT(help.out,
+              testing::AllOf(HasSubstr("show"), HasSubstr("fmt"), HasSubstr("3  a file")));
   EXPECT_THAT(tool({"--version"}).out, StartsWith("veskpackage "));
 }
