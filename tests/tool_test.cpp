@@ -8,7 +8,6 @@
 using testing::AllOf;
 using testing::EndsWith;
 using testing::HasSubstr;
-using testing::Not;
 using testing::StartsWith;
 
 namespace
@@ -22,12 +21,13 @@ ProgramRun tool(const QStringList& arguments, const std::string& input = {},
 /// Runs a shell's command with the tool and copies of manifests at hand.
 ProgramRun inFolder(const TemporaryFolder& folder, const std::string& command)
 {
-  const QString prepare =
-      R"(cd "$0"; [ -e minimal.xml ] || cp "$1"/*.xml "$2"/*.xml .; exec 2>&1; )"
-      R"(PATH=${3%/*}:$PATH; )";
-  return runProgram("sh", {"-c", prepare + QString::fromStdString(command),
-                           QString::fromStdString(folder.path("")), EXAMPLE_MANIFESTS,
-                           GOLDEN_FILES "/check", TOOL});
+  const QString faulty = GOLDEN_FILES "/check";
+  const QString script = R"(cd "$0"; [ -e minimal.xml ] || cp "$1"/*.xml "$2"/*.xml .
+                            PATH=${3%/*}:$PATH; exec 2>&1
+                            %1)";
+  return runProgram("sh",
+                    {"-c", script.arg(QString::fromStdString(command)),
+                     QString::fromStdString(folder.path("")), EXAMPLE_MANIFESTS, faulty, TOOL});
 }
 
 const QString greeting = EXAMPLE_MANIFESTS "/greeting.xml";

@@ -13,17 +13,12 @@ using vesk::check::Severity;
 const std::map<std::string, Format> formats{
     {"text", Format::Text}, {"json", Format::Json}, {"variant", Format::Variant}};
 
-/// For files.
-CLI::Validator notEmpty()
-{
-  return CLI::Validator([](const std::string& name)
-                        { return name.empty() ? std::string("the name is empty") : ""; },
-                        "");
-}
+/// What is wrong with the name of a file.
+std::string faultIn(const std::string& name) { return name.empty() ? "the name is empty" : ""; }
 
 void addInputs(CLI::App& verb, Inputs& inputs, const std::string& what)
 {
-  verb.add_option("FILE", inputs.files, what)->check(notEmpty());
+  verb.add_option("FILE", inputs.files, what)->check(faultIn);
   verb.add_option("--files-from", inputs.filesFrom,
                   "Read further files from LIST, a path a line; - is standard input")
       ->option_text("LIST");
@@ -69,9 +64,9 @@ void require(bool condition, const std::string& what)
 void requireFiles(const Inputs& inputs)
 {
   require(!inputs.files.empty() || !inputs.filesFrom.empty(), "FILE or --files-from is required");
-  require(std::count(inputs.files.begin(), inputs.files.end(), "-") + (inputs.filesFrom == "-") <=
-              1,
-          "standard input can be read once only");
+  std::vector<std::string> all = inputs.files;
+  all.push_back(inputs.filesFrom);
+  require(std::count(all.begin(), all.end(), "-") <= 1, "standard input can be read once only");
 }
 
 void requireOneOutput(const Inputs& inputs, const Target& target)
@@ -291,8 +286,8 @@ void CommandLine::addDiff()
   CLI::App* const verb = app.add_subcommand(
       "diff", "Compare two manifests by what they mean, field by field; exits with 1 when they "
               "differ");
-  verb->add_option("A", diffOptions.left, "The one manifest")->required()->check(notEmpty());
-  verb->add_option("B", diffOptions.right, "The other manifest")->required()->check(notEmpty());
+  verb->add_option("A", diffOptions.left, "The one manifest")->required()->check(faultIn);
+  verb->add_option("B", diffOptions.right, "The other manifest")->required()->check(faultIn);
   addFormat(*verb, diffOptions.format, false, "text (a line for each difference), or json");
   addExample(*verb, "veskpackage diff old.xml new.xml");
   verb->callback([this] { code = diff(diffOptions); });
