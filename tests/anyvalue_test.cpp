@@ -28,6 +28,10 @@ struct OtherArm
   std::list<OtherMotor> motors;
   std::map<std::string, AnyValue> extra;
 };
+struct Tree
+{
+  std::vector<Tree> branches;
+};
 using Names = std::map<std::string, std::string>;
 
 template <typename Target>
@@ -60,6 +64,12 @@ struct StructDescription<Arm>
   static constexpr auto name = "Arm";
   static constexpr auto members =
       std::make_tuple(member("motors", &Arm::motors), member("extra", &Arm::extra));
+};
+template <>
+struct StructDescription<Tree>
+{
+  static constexpr auto name = "Tree";
+  static constexpr auto members = std::make_tuple(member("branches", &Tree::branches));
 };
 template <>
 struct StructDescription<OtherMotor>
@@ -187,4 +197,55 @@ TEST(AnyValue, SaysWhatCannotBeConverted)
   AnyValue target(Motor{"kept", {1}});
   EXPECT_THROW(target.reference().set(OtherMotor{{1, 2}, 5}), ConversionError);
   EXPECT_EQ(target.as<Motor>().limits, std::list<double>{1});
+}
+
+// Values hold values, and so on as deep as strangers like.
+TEST(AnyValue, RefusesToCopyOrConvertWhatIsNestedDeep)
+{
+  onSmallStack(
+      []
+      {
+        const auto nested = [](int depth, const auto& around)
+        {
+          AnyValue value("innermost");
+          for (int i = 0; i < depth; ++i)
+          {
+            value = around(std::move(value));
+          }
+          return value;
+        };
+        const auto inList = [](AnyValue value)
+        {
+          std::vector<AnyValue> list(1);
+          list[0] = std::move(value);
+          return AnyValue(std::move(list));
+        };
+        const auto inValue = [](AnyValue value)
+        {
+          AnyValue around(*typeOf<AnyValue>());
+          around.as<AnyValue>() = std::move(value);
+          return around;
+        };
+        const auto inTree = [&inList](AnyValue value)
+        {
+          AnyValue tree{std::map<std::string, AnyValue>{{"branches", {}}}};
+          tree.as<std::map<std::string, AnyValue>>()["branches"] = inList(std::move(value));
+          return tree;
+        };
+        EXPECT_NO_THROW(AnyValue(nested(127, inList)));
+        const AnyValue deep = nested(50000, inList);
+        AnyValue kept("kept");
+        EXPECT_THROW(kept = deep, ConversionError);
+        EXPECT_EQ(kept.as<std::string>(), "kept");
+        EXPECT_EQ(nested(50000, inValue).to<std::string>(), "innermost");
+        EXPECT_THROW(deep.to<std::list<AnyValue>>(), ConversionError);
+        const AnyValue leaf(Tree{});
+        EXPECT_EQ(inTree(inTree(leaf)).to<Tree>().branches.at(0).branches.size(), 1U);
+        AnyValue tree(leaf);
+        for (int i = 0; i < 50000; ++i)
+        {
+          tree = inTree(std::move(tree));
+        }
+        EXPECT_THROW(tree.to<Tree>(), ConversionError);
+      });
 }

@@ -148,6 +148,33 @@ TEST(XOValue, PartsOutliveTheArrayTheyWereIn)
   }
 }
 
+TEST(XOValue, MayBeNestedAsDeepAsStrangersLike)
+{
+  onSmallStack(
+      []
+      {
+        XOValue value("innermost");
+        for (int depth = 0; depth < 100000; ++depth)
+        {
+          XOValue around;
+          around.arraySetSize(1 + depth % 3);
+          around[depth % 2 == 0 ? 0 : around.getSize() - 1] = std::move(value);
+          value = std::move(around);
+        }
+        XOValue copy(value);
+        EXPECT_EQ(copy, value);
+        EXPECT_LT(printed(copy).size(), 100000 * 400U);
+        XOValue* inner = &copy;
+        for (int depth = 0; depth < 1000; ++depth)
+        {
+          inner =
+              &(*inner)[inner->getSize() > 1 && (*inner)[0].isArray() ? 0 : inner->getSize() - 1];
+        }
+        *inner = "changed";
+        EXPECT_NE(copy, value);
+      });
+}
+
 TEST(XOValue, Prints)
 {
   EXPECT_EQ(printed(XOValue()), "null");

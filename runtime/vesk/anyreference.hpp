@@ -35,11 +35,14 @@ public:
 /// AnyValue converts as the value itself, and any value into an AnyValue. Structs convert by the
 /// names of their members, of which both must have the same, but for what a struct's versioning
 /// allows; a map with string keys counts as a struct with the members it holds. Nothing else
-/// converts. Throws ConversionError.
+/// converts, nor what is nested more than 128 deep. Throws ConversionError.
 VESK_EXPORT void convert(const AnyConstReference& source, const AnyReference& target);
 
 namespace detail
 {
+/// Values come from strangers: what is nested deeper would use up the stack.
+inline constexpr int deepestNesting = 128;
+
 /// The same into a value that is thrown away when it fails, so without a copy of its own.
 VESK_EXPORT void convertAfresh(const AnyConstReference& source, const AnyReference& target);
 

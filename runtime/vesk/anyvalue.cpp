@@ -3,6 +3,74 @@
 
 namespace vesk
 {
+namespace
+{
+/// What is going on in values of values, on one thread. Trivial, for the end of the thread as well.
+struct Nesting
+{
+  using Values = std::vector<std::pair<const TypeInterface*, void*>>;
+
+  int copied = 0;            // so many in each other are being copied
+  int destroyed = 0;         // or destroyed
+  Values* waiting = nullptr; // for being destroyed, from where that is deep
+};
+thread_local Nesting nesting;
+
+/// Counts one level more as long as it lives.
+class Level
+{
+public:
+  explicit Level(int& counted) : levels(++counted) {}
+  Level(const Level&) = delete;
+  Level& operator=(const Level&) = delete;
+  ~Level() { --levels; }
+
+private:
+  int& levels;
+};
+
+void* copyOf(const TypeInterface& type, const void* value)
+{
+  const Level level(nesting.copied);
+  if (nesting.copied > detail::deepestNesting)
+  {
+    throw ConversionError("cannot copy values nested more than " +
+                          std::to_string(detail::deepestNesting) + " deep");
+  }
+  return type.copy(value);
+}
+
+void destroy(const TypeInterface& type, void* value) noexcept
+{
+  if (nesting.waiting != nullptr)
+  {
+    try
+    {
+      nesting.waiting->emplace_back(&type, value);
+      return;
+    }
+    catch (...) // NOLINT(bugprone-empty-catch): no memory, so at once, on the stack
+    {}
+  }
+  const Level level(nesting.destroyed);
+  if (nesting.waiting != nullptr || nesting.destroyed <= detail::deepestNesting)
+  {
+    type.destroy(value);
+    return;
+  }
+  // From here on one after the other.
+  Nesting::Values values;
+  nesting.waiting = &values;
+  type.destroy(value);
+  while (!values.empty())
+  {
+    const auto [itsType, itself] = values.back();
+    values.pop_back();
+    itsType->destroy(itself);
+  }
+  nesting.waiting = nullptr;
+}
+} // namespace
 
 AnyValue::AnyValue(const TypeInterface& type) : held(&type), content(type.create()) {}
 
@@ -10,7 +78,7 @@ AnyValue::AnyValue(const AnyConstReference& value) : held(value.type())
 {
   if (held != nullptr)
   {
-    content = held->copy(value.address());
+    content = copyOf(*held, value.address());
   }
 }
 
@@ -35,7 +103,7 @@ AnyValue::~AnyValue()
 {
   if (held != nullptr)
   {
-    held->destroy(content);
+    destroy(*held, content);
   }
 }
 

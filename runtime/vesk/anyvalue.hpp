@@ -28,8 +28,11 @@ namespace vesk
 /// valid until this object is assigned to or destroyed, also after it has been moved. Views of its
 /// parts end as well when set() replaces the value or a part around them, and when the value's own
 /// operations move them; take none from a temporary. Threads may read one value at once as far as its
-/// type allows that (a BehaviorInfo does not); who changes it must be alone. Values in values in
-/// values are copied and destroyed as deep as they are nested, on the stack.
+/// type allows that (a BehaviorInfo does not); who changes it must be alone.
+///
+/// Values in values in values are destroyed however deep they are nested; deeper than 128, copying
+/// throws ConversionError. When that throws, or memory runs out (std::bad_alloc), assigning leaves the
+/// value as it was.
 class VESK_EXPORT AnyValue
 {
 public:

@@ -16,8 +16,14 @@ public:
   Place(const TypeInterface& source, const TypeInterface& target)
       : sourceType(&source), targetType(&target)
   {}
-  Place(const Place& outer, const std::string& member) : parent(&outer), name(&member) {}
-  Place(const Place& outer, std::size_t element) : parent(&outer), index(element) {}
+  Place(const Place& outer, const std::string& member)
+      : parent(&outer), name(&member), depth(outer.depth + 1)
+  {}
+  Place(const Place& outer, std::size_t element)
+      : parent(&outer), index(element), depth(outer.depth + 1)
+  {}
+
+  bool isTooDeep() const { return depth > detail::deepestNesting; }
 
   [[noreturn]] void fail(const std::string& reason) const
   {
@@ -35,16 +41,14 @@ public:
 private:
   std::string path() const
   {
-    if (parent == nullptr)
+    std::string steps;
+    for (const Place* place = this; place->parent != nullptr; place = place->parent)
     {
-      return {};
+      const bool isOutermost = place->parent->parent == nullptr;
+      steps.insert(0, place->name == nullptr ? '[' + std::to_string(place->index) + ']'
+                                             : (isOutermost ? "" : ".") + *place->name);
     }
-    const std::string outer = parent->path();
-    if (name == nullptr)
-    {
-      return outer + '[' + std::to_string(index) + ']';
-    }
-    return outer + (outer.empty() ? "" : ".") + *name;
+    return steps;
   }
 
   const TypeInterface* sourceType = nullptr;
@@ -52,6 +56,7 @@ private:
   const Place* parent = nullptr;
   const std::string* name = nullptr;
   std::size_t index = 0;
+  int depth = 0;
 };
 
 std::string quoted(const std::vector<std::string>& names)
@@ -230,21 +235,27 @@ void convertStructToMap(const AnyReference& target, const AnyConstReference& sou
   }
 }
 
-void convertInto(const AnyReference& target, const AnyConstReference& source, const Place& place)
+void convertInto(const AnyReference& target, const AnyConstReference& outermost, const Place& place)
 {
   const TypeInterface& to = *target.type();
+  AnyConstReference source = outermost;
+  while (source.isValid() && source.type()->kind() == TypeKind::Dynamic &&
+         to.kind() != TypeKind::Dynamic)
+  {
+    source = source.as<AnyValue>();
+  }
   if (!source.isValid())
   {
     place.fail("there is no value");
+  }
+  if (place.isTooDeep())
+  {
+    place.fail("nested more than " + std::to_string(detail::deepestNesting) + " deep");
   }
   const TypeInterface& from = *source.type();
   if (isSameType(from, to))
   {
     to.assign(target.address(), source.address());
-  }
-  else if (from.kind() == TypeKind::Dynamic)
-  {
-    convertInto(target, source.as<AnyValue>(), place);
   }
   else if (to.kind() == TypeKind::Dynamic)
   {

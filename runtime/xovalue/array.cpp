@@ -68,16 +68,6 @@ std::int64_t usualRoom(int size)
   const std::int64_t room = 3 * std::int64_t{size};
   return room <= mostShared ? room : size;
 }
-
-std::int64_t roomForCopy(const Array& other)
-{
-  std::int64_t room = other.size();
-  for (int i = 0; i < other.size() && room <= mostShared; ++i)
-  {
-    room += other[i].getSize();
-  }
-  return room <= mostShared ? room : other.size();
-}
 } // namespace
 
 Array::Array(int size, Block* nearby) : Array(size, usualRoom(size), nearby) {}
@@ -110,22 +100,57 @@ Array::Array(Array&& other) noexcept
   }
 }
 
-// The constructor that this one begins with has made a whole array: what throws later destroys it.
-Array::Array(const Array& other, Block* nearby) : Array(other.size(), roomForCopy(other), nearby)
+std::int64_t Array::roomForCopy() const noexcept
 {
-  for (int i = 0; i < count; ++i)
+  std::int64_t room = count;
+  for (int i = 0; i < count && room <= mostShared; ++i)
   {
-    values[i].copyFrom(other[i]);
+    room += values[i].getSize();
+  }
+  return room <= mostShared ? room : count;
+}
+
+// Strangers decide how deep arrays are nested, so there is no recursion here; and no memory for a
+// list of what is left, since that may have run out.
+Array::~Array()
+{
+  Array* ending = this;
+  while (ending != nullptr)
+  {
+    if (Array* const inner = ending->destroyUpToArray())
+    {
+      inner->around = ending;
+      ending = inner;
+      continue;
+    }
+    Array* const outer = ending->around;
+    if (ending->keepsBlock)
+    {
+      ending->block->release();
+    }
+    if (outer != nullptr)
+    {
+      --outer->count;
+    }
+    ending = outer;
   }
 }
 
-Array::~Array()
+Array* Array::destroyUpToArray() noexcept
 {
-  std::destroy_n(values, count);
-  if (keepsBlock)
+  for (; count > 0; --count)
   {
-    block->release();
+    XOValue& last = values[count - 1];
+    if (last.isArray())
+    {
+      return &last.content.array;
+    }
+    if (last.isString())
+    {
+      std::destroy_at(&last.content.text);
+    }
   }
+  return nullptr;
 }
 
 } // namespace XO::detail

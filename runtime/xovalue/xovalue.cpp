@@ -7,6 +7,8 @@
 #include <memory>
 #include <ostream>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 namespace XO
 {
@@ -22,21 +24,43 @@ union Undying
 };
 } // namespace
 
-void XOValue::copyFrom(const XOValue& other)
+void XOValue::copyOrPostpone(const XOValue& other, XOValue*& postponed)
 {
+  if (other.isArray())
+  {
+    content.vacancy.source = &other.content.array;
+    content.vacancy.next = std::exchange(postponed, this);
+    return; // empty until its turn comes
+  }
   if (other.isString())
   {
     new (&content.text) std::string(other.content.text);
-  }
-  else if (other.isArray())
-  {
-    new (&content.array) detail::Array(other.content.array, content.nearby);
   }
   else if (other.isBool()) // an empty value keeps what is nearby
   {
     content.flag = other.toBool();
   }
   kind = other.kind;
+}
+
+// Without recursion, since strangers decide how deep arrays are nested.
+void XOValue::copyFrom(const XOValue& other)
+{
+  XOValue* postponed = nullptr;
+  copyOrPostpone(other, postponed);
+  while (postponed != nullptr)
+  {
+    XOValue& value = *postponed;
+    const Vacancy vacancy = value.content.vacancy;
+    const detail::Array& source = *vacancy.source;
+    postponed = vacancy.next;
+    new (&value.content.array) detail::Array(source.size(), source.roomForCopy(), vacancy.nearby);
+    value.kind = Kind::Array;
+    for (int i = source.size() - 1; i >= 0; --i) // so that the first array is the next
+    {
+      value.content.array[i].copyOrPostpone(source[i], postponed);
+    }
+  }
 }
 
 void XOValue::takeFrom(XOValue& other) noexcept
@@ -105,14 +129,14 @@ void XOValue::arraySetSize(int size)
     *this = std::move(array);
     return;
   }
-  detail::Block* const nearby = content.nearby;
+  detail::Block* const nearby = content.vacancy.nearby;
   try
   {
     new (&content.array) detail::Array(size, nearby);
   }
   catch (...)
   {
-    content.nearby = nearby; // its place has been written over
+    content.vacancy.nearby = nearby; // its place has been written over
     throw;
   }
   kind = Kind::Array;
@@ -130,31 +154,29 @@ XOValue& XOValue::throwOutOfRange(int index) const
                           std::to_string(getSize()));
 }
 
-namespace
-{
-bool equal(const detail::Array& left, const detail::Array& right)
-{
-  return std::equal(&left[0], &left[left.size()], &right[0], &right[right.size()]);
-}
-} // namespace
-
+// Arrays wait in a list until they are compared: strangers decide how deep they are nested.
 bool operator==(const XOValue& left, const XOValue& right)
 {
-  if (left.kind != right.kind)
+  std::vector<std::pair<const XOValue*, const XOValue*>> waiting;
+  const auto mayBeEqual = [&waiting](const XOValue& one, const XOValue& other)
   {
-    return false;
-  }
-  switch (left.kind)
+    if (one.isArray() && other.isArray())
+    {
+      waiting.emplace_back(&one, &other);
+      return one.getSize() == other.getSize();
+    }
+    return one.kind == other.kind && one.toBool() == other.toBool() &&
+           one.toString() == other.toString();
+  };
+  bool areEqual = mayBeEqual(left, right);
+  while (areEqual && !waiting.empty())
   {
-  case XOValue::Kind::Bool:
-    return left.content.flag == right.content.flag;
-  case XOValue::Kind::String:
-    return left.content.text == right.content.text;
-  case XOValue::Kind::Array:
-    return equal(left.content.array, right.content.array);
-  default:
-    return true;
+    const detail::Array& one = waiting.back().first->content.array;
+    const detail::Array& other = waiting.back().second->content.array;
+    waiting.pop_back();
+    areEqual = std::equal(&one[0], &one[one.size()], &other[0], mayBeEqual);
   }
+  return areEqual;
 }
 
 namespace
@@ -182,55 +204,81 @@ void printText(std::ostream& out, const std::string& text)
   out << '"';
 }
 
-void print(std::ostream& out, const XOValue& value, int indentation);
-
-void printArray(std::ostream& out, const XOValue& array, int indentation)
+/// Prints a value without recursion, since strangers decide how deep arrays are nested.
+class Printer
 {
-  bool nested = false;
-  for (int i = 0; i < array.getSize(); ++i)
+public:
+  explicit Printer(std::ostream& stream) : out(stream) {}
+
+  void print(const XOValue& value)
   {
-    nested = nested || array[i].isArray();
-  }
-  const auto breakLine = [&](int spaces) {
-    out << '\n' << std::string(static_cast<std::size_t>(spaces), ' ');
-  };
-  out << '[';
-  for (int i = 0; i < array.getSize(); ++i)
-  {
-    out << (i == 0 ? "" : nested ? "," : ", ");
-    if (nested)
+    begin(value);
+    while (!arrays.empty())
     {
-      breakLine(indentation + 2);
+      Printed& last = arrays.back();
+      if (last.count == last.array->getSize())
+      {
+        const bool isNested = last.isNested;
+        arrays.pop_back();
+        breakLine(isNested);
+        out << ']';
+        continue;
+      }
+      out << (last.count == 0 ? "" : last.isNested ? "," : ", ");
+      breakLine(last.isNested);
+      begin(std::as_const(*last.array)[last.count++]);
     }
-    print(out, array[i], indentation + 2);
   }
-  if (nested)
-  {
-    breakLine(indentation);
-  }
-  out << ']';
-}
 
-void print(std::ostream& out, const XOValue& value, int indentation)
-{
-  if (value.isArray())
+private:
+  /// An array of which so many values are printed.
+  struct Printed
   {
-    printArray(out, value, indentation);
-  }
-  else if (value.isString())
+    const XOValue* array;
+    bool isNested; // arrays are in it
+    int count = 0;
+  };
+
+  void begin(const XOValue& value)
   {
-    printText(out, value.toString());
+    if (value.isArray())
+    {
+      bool isNested = false;
+      for (int i = 0; i < value.getSize(); ++i)
+      {
+        isNested = isNested || value[i].isArray();
+      }
+      out << '[';
+      arrays.push_back({&value, isNested});
+    }
+    else if (value.isString())
+    {
+      printText(out, value.toString());
+    }
+    else
+    {
+      out << (!value.isValid() ? "null" : value.toBool() ? "true" : "false");
+    }
   }
-  else
+
+  void breakLine(bool isNested)
   {
-    out << (!value.isValid() ? "null" : value.toBool() ? "true" : "false");
+    // Further in, lines of nothing but blanks would make the text grow with the square of the depth.
+    constexpr std::size_t deepest = 50;
+    if (isNested)
+    {
+      out << '\n' << std::string(2 * std::min(arrays.size(), deepest), ' ');
+    }
   }
-}
+
+  std::ostream& out;
+  std::vector<Printed> arrays; // each in the one before
+};
 } // namespace
 
 std::ostream& operator<<(std::ostream& out, const XOValue& value)
 {
-  print(out, value, 0);
+  Printer(out).print(value);
   return out;
 }
 

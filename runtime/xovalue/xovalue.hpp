@@ -31,19 +31,25 @@ public:
   /// Empty values, in \p nearby if it is given and has room, or else in a new block. Where \p nearby
   /// is given, the array itself stands in that block.
   Array(int size, Block* nearby);
-  Array(const Array& other, Block* nearby);
+  /// The same; a new block has this room, in values.
+  Array(int size, std::int64_t room, Block* nearby);
   Array(Array&& other) noexcept;
   Array& operator=(const Array&) = delete;
   ~Array();
+
+  /// The room for a copy with the arrays directly in it, or less where that would be much.
+  std::int64_t roomForCopy() const noexcept;
 
   int size() const noexcept { return count; }
   XOValue& operator[](int index) const noexcept;
 
 private:
-  Array(int size, std::int64_t room, Block* nearby);
+  /// Destroys values from the end on, up to one that is an array, which is given.
+  Array* destroyUpToArray() noexcept;
 
   XOValue* values = nullptr;
   Block* block = nullptr;
+  Array* around = nullptr; // while values are destroyed: the array in which this one stands
   int count = 0;
   bool keepsBlock = false; // not needed as long as the array stands in the block itself
 };
@@ -67,9 +73,11 @@ private:
 /// A copy shares nothing with its source. An empty value, a bool and a text of up to 15 bytes need
 /// no memory beside the value itself; an array needs one block, which small arrays inside it share,
 /// and which a part that is moved out keeps (blocks that are shared hold up to 96 values). A value
-/// moved from is empty. A value may be assigned a part of itself. Copying, comparing, printing and
-/// destroying go as deep as arrays are nested, on the stack. Threads may read one value at once; who
-/// writes must be alone, where distinct elements count as distinct values.
+/// moved from is empty. A value may be assigned a part of itself. However deep arrays are nested,
+/// copying, comparing, printing and destroying take no more of the stack. Threads may read one value
+/// at once; who writes must be alone, where distinct elements count as distinct values.
+///
+/// When memory runs out, std::bad_alloc is thrown, and the value is as it was.
 class XOVALUE_EXPORT XOValue
 {
   template <typename Type>
@@ -189,17 +197,24 @@ private:
     String,
     Array
   };
+  /// What an empty value keeps.
+  struct Vacancy
+  {
+    detail::Block* nearby;       // where the memory for an array may come from
+    const detail::Array* source; // while values are copied: the array to become a copy of,
+    XOValue* next;               // and who is next to become one
+  };
   union Content
   {
-    Content() {}           // NOLINT(modernize-use-equals-default): the kind tells what is in it
-    ~Content() {}          // NOLINT(modernize-use-equals-default)
-    detail::Block* nearby; // where an empty value may get the memory for its array from
+    Content() {}  // NOLINT(modernize-use-equals-default): the kind tells what is in it
+    ~Content() {} // NOLINT(modernize-use-equals-default)
+    Vacancy vacancy;
     bool flag;
     std::string text;
     detail::Array array;
   };
 
-  explicit XOValue(detail::Block* nearby) noexcept { content.nearby = nearby; }
+  explicit XOValue(detail::Block* nearby) noexcept { content.vacancy.nearby = nearby; }
 
   bool has(int index) const noexcept { return index >= 0 && index < getSize(); }
   static const XOValue& none() noexcept;
@@ -207,6 +222,8 @@ private:
   void assignText(std::string_view text);
   /// Makes this empty value a copy of another; when that throws, it may only be destroyed.
   void copyFrom(const XOValue& other);
+  /// The same where it is no array; one is put in front of those that still have to be copied.
+  void copyOrPostpone(const XOValue& other, XOValue*& postponed);
   /// Makes this empty value what \p other was, and \p other empty.
   void takeFrom(XOValue& other) noexcept;
   void clear() noexcept
@@ -216,7 +233,7 @@ private:
       destroyContent();
     }
     kind = Kind::Empty;
-    content.nearby = nullptr;
+    content.vacancy.nearby = nullptr;
   }
   void destroyContent() noexcept;
 
@@ -227,7 +244,7 @@ private:
 inline XOValue& detail::Array::operator[](int index) const noexcept { return values[index]; }
 
 /// Prints the value in the form of JSON, the empty value as null. An array that holds arrays takes
-/// a line for each of its values, indented by 2. Bytes that are no UTF-8 go out as they are.
+/// a line for each of its values, indented by 2, but for what is nested more than 50 deep. Bytes that are no UTF-8 go out as they are.
 XOVALUE_EXPORT std::ostream& operator<<(std::ostream& out, const XOValue& value);
 
 } // namespace XO
