@@ -51,9 +51,10 @@ BehaviorInfo::BehaviorInfo(BehaviorInfo&& other) noexcept : record(std::move(oth
 
 BehaviorInfo BehaviorInfo::operator=(const BehaviorInfo& other)
 {
+  BehaviorInfo copy(other); // first: when memory runs out, nothing is assigned
   assignRecord(record, other.record);
   record->owner = this;
-  return *this;
+  return copy;
 }
 
 BehaviorInfo::~BehaviorInfo() = default;

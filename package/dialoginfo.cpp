@@ -24,8 +24,9 @@ DialogInfo::DialogInfo(DialogInfo&& other) noexcept = default;
 
 DialogInfo DialogInfo::operator=(const DialogInfo& other)
 {
+  DialogInfo copy(other); // first: when memory runs out, nothing is assigned
   assignRecord(record, other.record);
-  return *this;
+  return copy;
 }
 
 DialogInfo::~DialogInfo() = default;

@@ -37,9 +37,10 @@ LanguageInfo::LanguageInfo(LanguageInfo&& other) noexcept : record(std::move(oth
 
 LanguageInfo LanguageInfo::operator=(const LanguageInfo& other)
 {
+  LanguageInfo copy(other); // first: when memory runs out, nothing is assigned
   assignRecord(record, other.record);
   record->owner = this;
-  return *this;
+  return copy;
 }
 
 LanguageInfo::~LanguageInfo() = default;

@@ -30,8 +30,9 @@ PackageInfo::PackageInfo(PackageInfo&& other) noexcept = default;
 
 PackageInfo PackageInfo::operator=(const PackageInfo& other)
 {
+  PackageInfo copy(other); // first: when memory runs out, nothing is assigned
   assignRecord(record, other.record);
-  return *this;
+  return copy;
 }
 
 PackageInfo::~PackageInfo() = default;

@@ -117,6 +117,11 @@ struct StructDescription<MirelRequirement>
 /// source. References that accessors give are valid until the package is changed, assigned to or
 /// destroyed. A moved-from package may only be destroyed or assigned to. A package must not be used
 /// by two threads at once; distinct packages may.
+///
+/// When memory runs out, std::bad_alloc is thrown. Loading and assigning have changed nothing then;
+/// other operations may have done a part of what they do. The XML toolkit, which loading and writing
+/// use, does not look at each of its own allocations: where one of those fails, memory may be lost or
+/// the program end.
 class VESKPACKAGE_EXPORT PackageInfo
 {
 public:

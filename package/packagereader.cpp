@@ -41,6 +41,40 @@ void readLanguages(const QDomNode& section, LanguageAppender& appender)
   }
 }
 
+/// What a manifest is read into before it becomes part of a package that holds \p record, so that
+/// this stays as it is when memory runs out. Lists to which only elements are added begin empty.
+PackageInfoPrivate beginReading(const PackageInfoPrivate& record)
+{
+  PackageInfoPrivate read;
+  read.langToName = record.langToName;
+  read.langToDesc = record.langToDesc;
+  read.supportedLanguages = record.supportedLanguages;
+  read.descriptionLanguages = record.descriptionLanguages;
+  return read;
+}
+
+/// Makes what has been read part of \p record.
+void endReading(PackageInfoPrivate& record, PackageInfoPrivate& read) noexcept
+{
+  for (const auto& attribute : rootAttributes<PackageInfoPrivate>)
+  {
+    (record.*attribute.member).swap(read.*attribute.member);
+  }
+  record.langToName.swap(read.langToName);
+  record.langToDesc.swap(read.langToDesc);
+  record.supportedLanguages.swap(read.supportedLanguages);
+  record.descriptionLanguages.swap(read.descriptionLanguages);
+  const auto append = [&record, &read](auto list)
+  { (record.*list).splice((record.*list).end(), read.*list); };
+  append(&PackageInfoPrivate::behaviors);
+  append(&PackageInfoPrivate::dialogs);
+  append(&PackageInfoPrivate::languages);
+  append(&PackageInfoPrivate::robotRequirements);
+  append(&PackageInfoPrivate::mirelRequirements);
+  append(&PackageInfoPrivate::services);
+  append(&PackageInfoPrivate::executableFiles);
+}
+
 /// Parses an open file and closes it, whatever comes of it.
 bool parseAndClose(QFile& file, QDomDocument& document, SyntaxError& error)
 {
@@ -90,35 +124,35 @@ bool PackageInfo::loadFromManifestContent(const std::string& content)
 void PackageInfoPrivate::loadFromXmlDocument(const QDomDocument& document, PackageInfo* info)
 {
   const ManifestNames& names = manifestNames();
-  PackageInfoPrivate& record = recordOf(*info);
+  PackageInfoPrivate read = beginReading(recordOf(*info));
   const QDomElement root = document.documentElement();
-  readRootAttributes(root, record);
+  readRootAttributes(root, read);
   // One of each for the whole manifest, since sections can come any number of times.
-  LanguageAppender supported(record.supportedLanguages);
-  LanguageAppender described(record.descriptionLanguages);
+  LanguageAppender supported(read.supportedLanguages);
+  LanguageAppender described(read.descriptionLanguages);
   for (const QDomNode& section : Children(root))
   {
     const QString name = section.nodeName();
     if (name == names.names)
     {
-      readLocalizedTexts(section, record.langToName);
+      readLocalizedTexts(section, read.langToName);
     }
     else if (name == names.descriptions)
     {
-      readLocalizedTexts(section, record.langToDesc);
+      readLocalizedTexts(section, read.langToDesc);
     }
     else if (name == names.services)
     {
-      readItems(section, names.service, record.services, serviceFrom);
+      readItems(section, names.service, read.services, serviceFrom);
     }
     else if (name == names.executableFiles)
     {
-      readItems(section, names.file, record.executableFiles, executableFileFrom);
+      readItems(section, names.file, read.executableFiles, executableFileFrom);
     }
     else if (name == names.requirements)
     {
-      readItems(section, names.robotRequirement, record.robotRequirements, robotRequirementFrom);
-      readItems(section, names.mirelRequirement, record.mirelRequirements, mirelRequirementFrom);
+      readItems(section, names.robotRequirement, read.robotRequirements, robotRequirementFrom);
+      readItems(section, names.mirelRequirement, read.mirelRequirements, mirelRequirementFrom);
     }
     else if (name == names.supportedLanguages)
     {
@@ -130,10 +164,10 @@ void PackageInfoPrivate::loadFromXmlDocument(const QDomDocument& document, Packa
     }
     else if (name == names.contents)
     {
-      readContents(section, record.behaviors, record.dialogs, record.languages,
-                   [](const QDomNode&) {});
+      readContents(section, read.behaviors, read.dialogs, read.languages, [](const QDomNode&) {});
     }
   }
+  endReading(recordOf(*info), read);
 }
 
 } // namespace vesk

@@ -38,7 +38,7 @@ const QString office = EXAMPLE_MANIFESTS "/office-assistant.xml";
 TEST(Tool, DoesAsInItsTranscripts)
 {
   const QFileInfoList transcripts = QDir(GOLDEN_FILES "/tool").entryInfoList({"*.txt"});
-  EXPECT_EQ(transcripts.size(), 7);
+  EXPECT_EQ(transcripts.size(), 8);
   for (const QFileInfo& transcript : transcripts)
   {
     const TemporaryFolder folder;
@@ -140,6 +140,40 @@ TEST(Tool, LeavesTheOldFileWholeWhenItCannotWrite)
     EXPECT_NE(run.exitCode, 0);
     EXPECT_TRUE(trap.isEmpty() || run.exitCode == 3);
     EXPECT_EQ(contentOf(file), before);
+  }
+}
+
+// Before each of its file operations in turn the tool is killed, or loses the folder.
+TEST(Tool, LeavesTheOldFileOrTheNewOneWhateverHappensMeanwhile)
+{
+  for (const std::string fault : {"SIGKILL", "SIGTERM", "gone"})
+  {
+    int at = 0;
+    for (bool happens = true; happens;)
+    {
+      const TemporaryFolder around;
+      const QString folder = QString::fromStdString(around.path("folder"));
+      ASSERT_TRUE(QDir().mkdir(folder));
+      around.file("folder/m.xml", "<package version='1'/>");
+      const QString what = fault == "gone" ? folder : QString::number(fault == "SIGKILL" ? 9 : 15);
+      const ProgramRun run =
+          tool({"set", folder + "/m.xml", "version=2"}, {},
+               {"LD_PRELOAD=" FAULTS, "FAULT=" + what, QStringLiteral("FAULT_AT=%1").arg(++at)});
+      const bool isGone = !QDir(folder).exists();
+      happens = isGone || run.exitCode != 0;
+      EXPECT_TRUE(!isGone || run.exitCode == 0 || run.exitCode == 3) << fault << ' ' << at;
+      EXPECT_EQ(run.exitCode == 3, run.err.find("error: Could not") != std::string::npos);
+      const std::string content =
+          contentOf(around.path(isGone ? "folder.gone/m.xml" : "folder/m.xml"));
+      const bool isOld = content == "<package version='1'/>";
+      EXPECT_TRUE(isOld ? run.exitCode != 0
+                        : content == "<?xml version='1.0' encoding='UTF-8'?>\n"
+                                     "<package version=\"2\">\n"
+                                     "  <contents/>\n"
+                                     "</package>\n")
+          << fault << ' ' << at;
+    }
+    EXPECT_GT(at, 8) << fault;
   }
 }
 

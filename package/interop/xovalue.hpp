@@ -25,7 +25,8 @@
 ///
 /// Reading takes values of any shape and reports nothing: what is missing or of another kind reads
 /// as an empty value, text or array, or as false. Nothing is cleared before reading: lists and lists
-/// in maps grow, texts in maps are replaced by key.
+/// in maps grow, texts in maps are replaced by key. When memory runs out, std::bad_alloc is thrown,
+/// and a part may have been read or written.
 
 /// Writing: makes \p out the form of the first argument.
 /// \{

@@ -14,6 +14,9 @@ namespace vesk
 class OpenElements
 {
 public:
+  // At once, since the toolkit's parser runs meanwhile and leaks when no more memory can be had in it.
+  OpenElements() { prefixesOfOpen.reserve(limits::depth.most + 1); }
+
   const Limit* enter()
   {
     prefixesOfOpen.push_back(0);

@@ -54,6 +54,7 @@ bool registerStruct(TypeInterface* type)
   const std::string name = type->name();
   Registry& registry = theRegistry();
   const std::unique_lock lock(registry.mutex);
+  registry.registered.reserve(registry.registered.size() + 1); // all or nothing
   if (!registry.structs.try_emplace(name, type).second)
   {
     return false;
@@ -70,6 +71,7 @@ bool registerType(const std::type_info& info, TypeInterface* type)
   }
   Registry& registry = theRegistry();
   const std::unique_lock lock(registry.mutex);
+  registry.registered.reserve(registry.registered.size() + 1); // all or nothing
   if (!registry.types.try_emplace(info, type).second)
   {
     return false;
@@ -117,12 +119,14 @@ TypeInterface* detail::getTypeOrDescribe(const std::type_info& info,
   }
   Registry& registry = theRegistry();
   const std::unique_lock lock(registry.mutex);
-  TypeInterface*& type = registry.types[info];
-  if (type == nullptr)
+  const auto found = registry.types.find(info);
+  if (found != registry.types.end())
   {
-    type = describe().release();
+    return found->second;
   }
-  return type;
+  std::unique_ptr<TypeInterface> type = describe();
+  registry.types.emplace(info, type.get());
+  return type.release();
 }
 
 } // namespace vesk

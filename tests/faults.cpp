@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: Apache-2.0
+// Preloaded into a program: before its file operation with the number FAULT_AT, the program gets the
+// signal FAULT, or, when that is a folder, the folder is renamed to end in ".gone".
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <string>
+#include <unistd.h>
+
+namespace
+{
+template <typename Operation>
+Operation* following(const char* name)
+{
+  static int operations = 0;
+  const char* const at = std::getenv("FAULT_AT");
+  const char* const fault = std::getenv("FAULT");
+  if (at != nullptr && fault != nullptr && ++operations == std::atoi(at))
+  {
+    if (*fault == '/')
+    {
+      renameat(AT_FDCWD, fault, AT_FDCWD, (std::string(fault) + ".gone").c_str());
+    }
+    else
+    {
+      std::raise(std::atoi(fault));
+    }
+  }
+  return reinterpret_cast<Operation*>(dlsym(RTLD_NEXT, name));
+}
+} // namespace
+
+extern "C" {
+int open64(const char* path, int flags, mode_t mode)
+{
+  return following<int(const char*, int, ...)>("open64")(path, flags, mode);
+}
+ssize_t read(int file, void* to, std::size_t size)
+{
+  return following<decltype(read)>("read")(file, to, size);
+}
+ssize_t write(int file, const void* from, std::size_t size)
+{
+  return following<decltype(write)>("write")(file, from, size);
+}
+int fchmod(int file, mode_t mode) { return following<decltype(fchmod)>("fchmod")(file, mode); }
+int fdatasync(int file) { return following<decltype(fdatasync)>("fdatasync")(file); }
+int linkat(int from, const char* path, int to, const char* newPath, int flags)
+{
+  return following<decltype(linkat)>("linkat")(from, path, to, newPath, flags);
+}
+int rename(const char* path, const char* newPath)
+{
+  return following<decltype(rename)>("rename")(path, newPath);
+}
+int close(int file) { return following<decltype(close)>("close")(file); }
+}
