@@ -2,6 +2,7 @@
 // Preloaded into a program: before its file operation with the number FAULT_AT, the program gets the
 // signal FAULT, or, when that is a folder, the folder is renamed to end in ".gone".
 #include <csignal>
+#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <dlfcn.h>
@@ -11,32 +12,44 @@
 
 namespace
 {
-template <typename Operation>
-Operation* following(const char* name)
+void beginOperation()
 {
   static int operations = 0;
   const char* const at = std::getenv("FAULT_AT");
   const char* const fault = std::getenv("FAULT");
-  if (at != nullptr && fault != nullptr && ++operations == std::atoi(at))
+  if (at == nullptr || fault == nullptr || ++operations != std::atoi(at))
   {
-    if (*fault == '/')
-    {
-      renameat(AT_FDCWD, fault, AT_FDCWD, (std::string(fault) + ".gone").c_str());
-    }
-    else
-    {
-      std::raise(std::atoi(fault));
-    }
+    return;
   }
+  if (*fault == '/')
+  {
+    renameat(AT_FDCWD, fault, AT_FDCWD, (std::string(fault) + ".gone").c_str());
+  }
+  else
+  {
+    std::raise(std::atoi(fault));
+  }
+}
+
+/// The operation that is in the place of the one here.
+template <typename Operation>
+Operation* following(const char* name)
+{
+  beginOperation();
   return reinterpret_cast<Operation*>(dlsym(RTLD_NEXT, name));
 }
 } // namespace
 
 extern "C" {
-int open64(const char* path, int flags, mode_t mode)
+int open64(const char* path, int flags, ...) // NOLINT(cert-dcl50-cpp): so it is declared
 {
-  return following<int(const char*, int, ...)>("open64")(path, flags, mode);
+  va_list arguments;
+  va_start(arguments, flags);
+  const mode_t mode = va_arg(arguments, mode_t);
+  va_end(arguments);
+  return following<decltype(open64)>("open64")(path, flags, mode);
 }
+
 ssize_t read(int file, void* to, std::size_t size)
 {
   return following<decltype(read)>("read")(file, to, size);
