@@ -3,6 +3,7 @@
 
 #include "complaint.hpp"
 #include "finding.hpp"
+#include "memoryfile.hpp"
 
 #include <vesk/log.hpp>
 
@@ -15,43 +16,6 @@
 
 namespace
 {
-/// A file that is in memory.
-class MemoryFile : public QFile
-{
-public:
-  MemoryFile(const std::string& fileName, const QByteArray& initial) : content(initial)
-  {
-    setFileName(QString::fromStdString(fileName));
-  }
-
-  QByteArray content;
-
-  // Past QFile, which would go to the disk.
-  // NOLINTBEGIN(bugprone-parent-virtual-call)
-  bool open(OpenMode mode) override { return QIODevice::open(mode | Unbuffered); }
-  void close() override { QIODevice::close(); }
-  // NOLINTEND(bugprone-parent-virtual-call)
-  bool isSequential() const override { return true; }
-
-protected:
-  qint64 readData(char* data, qint64 size) override
-  {
-    const qint64 read = std::min<qint64>(size, content.size() - position);
-    std::copy_n(content.constData() + position, read, data);
-    position += static_cast<int>(read);
-    return read;
-  }
-
-  qint64 writeData(const char* data, qint64 size) override
-  {
-    content.append(data, static_cast<int>(size));
-    return size;
-  }
-
-private:
-  int position = 0;
-};
-
 // What the library logs on a thread is about the manifest that the thread is loading.
 thread_local std::string lastLogged;
 

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "support.hpp"
+
+#include <vesk/log.hpp>
+
+#include <cstdlib>
+#include <iostream>
+#include <tools/veskpackage/difference.hpp>
+#include <tools/veskpackage/json.hpp>
+
+namespace
+{
+std::vector<std::string>& logged()
+{
+  static auto& messages = *new std::vector<std::string>;
+  return messages;
+}
+
+[[maybe_unused]] const vesk::log::HandlerId collecting = []
+{
+  vesk::log::removeHandler(vesk::log::defaultHandler);
+  return vesk::log::addHandler([](const vesk::log::Message& message)
+                               { logged().push_back(message.text); });
+}();
+
+std::string shown(const vesk::AnyConstReference& value)
+{
+  return value.isValid() ? toJson(value, -1) : "nothing";
+}
+} // namespace
+
+void require(bool isSo, const std::string& what)
+{
+  if (!isSo)
+  {
+    std::cerr << "FAULT: " << what << std::endl;
+    std::abort();
+  }
+}
+
+void requireEqual(const vesk::AnyConstReference& expected, const vesk::AnyConstReference& actual,
+                  const std::string& what)
+{
+  for (const Difference& difference : differences(expected, actual))
+  {
+    require(false, what + ": " + toText(difference.path()) + " is " +
+                       shown(difference.after.value) + " instead of " +
+                       shown(difference.before.value));
+  }
+}
+
+std::vector<std::string> takeLogged() { return std::exchange(logged(), {}); }
+
+bool loadFile(vesk::PackageInfo& package, const std::string& bytes)
+{
+  MemoryFile file("manifest.xml", QByteArray::fromStdString(bytes));
+  const bool isLoaded = package.loadFromManifestFile(file);
+  require(!file.isOpen(), "the file is left open");
+  return isLoaded;
+}
+
+const vesk::PackageInfo& examplePackage()
+{
+  static const auto& package = *[]
+  {
+    auto* const example = new vesk::PackageInfo;
+    require(loadFile(*example, R"(<package uuid="u" version="1" author="a" organization="o" date="d"
+      typeVersion="t" channel="c"><names><name lang="en">n</name></names>
+      <descriptions><description lang="en">d</description></descriptions>
+      <supportedLanguages><language>en</language></supportedLanguages>
+      <descriptionLanguages><language>en</language></descriptionLanguages>
+      <contents><behaviorContent path="b"><userRequestable/><nature>solitary</nature>
+        <names><name lang="en">n</name></names>
+        <descriptions><description lang="en">d</description></descriptions>
+        <tags><tag lang="en">t</tag><tag lang="en">u</tag></tags>
+        <triggerSentences><sentence lang="en">s</sentence></triggerSentences>
+        <loadingResponses><sentence lang="en">r</sentence></loadingResponses>
+        <autonomous><condition purpose="p">c</condition></autonomous>
+        <permissions><canStandUp/></permissions></behaviorContent>
+        <dialogContent topicName="t" typeVersion="1"><topic language="en" path="d"/></dialogContent>
+        <languageContent path="l"><engine name="e" version="1"/><locale>en</locale>
+          <names><name lang="en">n</name></names></languageContent></contents>
+      <requirements><mirelRequirement minVersion="1" maxVersion="2"/><robotRequirement model="m"
+        minHeadVersion="1" maxHeadVersion="2" minBodyVersion="3" maxBodyVersion="4"/></requirements>
+      <services><service name="s" execStart="x" autorun="true"/></services>
+      <executableFiles><file path="f"/></executableFiles></package>)"),
+            "the example is no manifest");
+    example->setInstaller("i");
+    example->setPath("p");
+    return example;
+  }();
+  return package;
+}
