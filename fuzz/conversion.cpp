@@ -188,18 +188,18 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
   }
   AnyValue source(*pair[0]);
   fillRandomly(source, provider, types);
-  AnyValue target(*pair[1]);
-  fillRandomly(target, provider, types);
+  AnyValue converted(*pair[1]);
+  fillRandomly(converted, provider, types);
 
   const std::string before = shown(source);
-  const bool isDone = isConverted(source, target);
+  const bool isDone = isConverted(source, converted);
   require(shown(source) == before, "the source has changed");
   AnyValue back(*pair[0]);
-  if (isDone && isConverted(target, back))
+  if (isDone && isConverted(converted, back))
   {
     AnyValue again(*pair[1]);
-    require(isConverted(back, again) && shown(again) == shown(target),
-            "not the same there and back and there: " + before + " to " + shown(target));
+    require(isConverted(back, again) && shown(again) == shown(converted),
+            "not the same there and back and there: " + before + " to " + shown(converted));
   }
   tryTo<vesk::PackageInfo>(source);
   tryTo<std::map<std::string, AnyValue>>(source);

@@ -17,7 +17,7 @@ namespace
 /// A value of kinds that packages lack.
 AnyValue someMeasures()
 {
-  const auto type = vesk::describeStruct(
+  auto* const type = vesk::describeStruct(
       "Measures", {{"count", vesk::typeOf<std::int8_t>()},
                    {"weight", vesk::typeOf<float>()},
                    {"numbers", vesk::typeOf<std::vector<std::uint64_t>>()},

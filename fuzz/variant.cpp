@@ -72,7 +72,7 @@ void change(XOValue& root, FuzzedDataProvider& data)
     break;
   }
   default:
-    std::swap(place, somePlace(root, data));
+    place = std::move(somePlace(place, data));
   }
 }
 

@@ -73,9 +73,11 @@ private:
 /// A copy shares nothing with its source. An empty value, a bool and a text of up to 15 bytes need
 /// no memory beside the value itself; an array needs one block, which small arrays inside it share,
 /// and which a part that is moved out keeps (blocks that are shared hold up to 96 values). A value
-/// moved from is empty. A value may be assigned a part of itself. However deep arrays are nested,
-/// copying, comparing, printing and destroying take no more of the stack. Threads may read one value
-/// at once; who writes must be alone, where distinct elements count as distinct values.
+/// moved from is empty. A value may be assigned a part of itself, and a part a copy of the whole; but
+/// the whole must not be moved into a part of it, as swapping the two does: it would hold itself and
+/// never be freed. However deep arrays are nested, copying, comparing, printing and destroying take no
+/// more of the stack. Threads may read one value at once; who writes must be alone, where distinct
+/// elements count as distinct values.
 ///
 /// When memory runs out, std::bad_alloc is thrown, and the value is as it was.
 class XOVALUE_EXPORT XOValue
