@@ -187,7 +187,7 @@ TEST(Allocation, MayFailAnywhere)
       {"second reader", [&](PackageInfo&) { PackageInfo{loadManifest(file)}; }},
       {"check", [&](PackageInfo&) { check::checkFile(file); }},
       {"write", [&](PackageInfo& p) { p.saveToManifestFile(folder.path("written.xml")); }},
-      {"copy and move", [](PackageInfo& p) { PackageInfo(PackageInfo(p)); }},
+      {"copy and move", [](PackageInfo& p) { AnyValue{PackageInfo(p)}; }},
       {"assign", [&](PackageInfo& p) { p = other; }},
       {"report", [](PackageInfo& p) { printed(p); }},
       {"to a variant",

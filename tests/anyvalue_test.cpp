@@ -202,50 +202,47 @@ TEST(AnyValue, SaysWhatCannotBeConverted)
 // Values hold values, and so on as deep as strangers like.
 TEST(AnyValue, RefusesToCopyOrConvertWhatIsNestedDeep)
 {
-  onSmallStack(
-      []
-      {
-        const auto nested = [](int depth, const auto& around)
-        {
-          AnyValue value("innermost");
-          for (int i = 0; i < depth; ++i)
-          {
-            value = around(std::move(value));
-          }
-          return value;
-        };
-        const auto inList = [](AnyValue value)
-        {
-          std::vector<AnyValue> list(1);
-          list[0] = std::move(value);
-          return AnyValue(std::move(list));
-        };
-        const auto inValue = [](AnyValue value)
-        {
-          AnyValue around(*typeOf<AnyValue>());
-          around.as<AnyValue>() = std::move(value);
-          return around;
-        };
-        const auto inTree = [&inList](AnyValue value)
-        {
-          AnyValue tree{std::map<std::string, AnyValue>{{"branches", {}}}};
-          tree.as<std::map<std::string, AnyValue>>()["branches"] = inList(std::move(value));
-          return tree;
-        };
-        EXPECT_NO_THROW(AnyValue(nested(127, inList)));
-        const AnyValue deep = nested(50000, inList);
-        AnyValue kept("kept");
-        EXPECT_THROW(kept = deep, ConversionError);
-        EXPECT_EQ(kept.as<std::string>(), "kept");
-        EXPECT_EQ(nested(50000, inValue).to<std::string>(), "innermost");
-        EXPECT_THROW(deep.to<std::list<AnyValue>>(), ConversionError);
-        const AnyValue leaf(Tree{});
-        EXPECT_EQ(inTree(inTree(leaf)).to<Tree>().branches.at(0).branches.size(), 1U);
-        AnyValue tree(leaf);
-        for (int i = 0; i < 50000; ++i)
-        {
-          tree = inTree(std::move(tree));
-        }
-        EXPECT_THROW(tree.to<Tree>(), ConversionError);
-      });
+  const auto nested = [](int depth, const auto& around)
+  {
+    AnyValue value("innermost");
+    for (int i = 0; i < depth; ++i)
+    {
+      value = around(std::move(value));
+    }
+    return value;
+  };
+  const auto inList = [](AnyValue value)
+  {
+    std::vector<AnyValue> list(1);
+    list[0] = std::move(value);
+    return AnyValue(std::move(list));
+  };
+  const auto inValue = [](AnyValue value)
+  {
+    AnyValue around(*typeOf<AnyValue>());
+    around.as<AnyValue>() = std::move(value);
+    return around;
+  };
+  const auto inTree = [&inList](AnyValue value)
+  {
+    AnyValue tree{std::map<std::string, AnyValue>{{"branches", {}}}};
+    tree.as<std::map<std::string, AnyValue>>()["branches"] = inList(std::move(value));
+    return tree;
+  };
+  const AnyValue deepest = nested(127, inList);
+  EXPECT_EQ(AnyValue(deepest.reference()).size(), 1U);
+  const AnyValue deep = nested(200000, inList);
+  AnyValue kept("kept");
+  EXPECT_THROW(kept = deep, ConversionError);
+  EXPECT_EQ(kept.as<std::string>(), "kept");
+  EXPECT_EQ(nested(200000, inValue).to<std::string>(), "innermost");
+  EXPECT_THROW(deep.to<std::list<AnyValue>>(), ConversionError);
+  const AnyValue leaf(Tree{});
+  EXPECT_EQ(inTree(inTree(leaf)).to<Tree>().branches.at(0).branches.size(), 1U);
+  AnyValue tree(leaf);
+  for (int i = 0; i < 200000; ++i)
+  {
+    tree = inTree(std::move(tree));
+  }
+  EXPECT_THROW(tree.to<Tree>(), ConversionError);
 }

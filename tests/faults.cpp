@@ -17,7 +17,7 @@ void beginOperation()
   static int operations = 0;
   const char* const at = std::getenv("FAULT_AT");
   const char* const fault = std::getenv("FAULT");
-  if (at == nullptr || fault == nullptr || ++operations != std::atoi(at))
+  if (at == nullptr || fault == nullptr || ++operations != std::stoi(at))
   {
     return;
   }
@@ -27,7 +27,7 @@ void beginOperation()
   }
   else
   {
-    std::raise(std::atoi(fault));
+    static_cast<void>(std::raise(std::stoi(fault)));
   }
 }
 
@@ -40,6 +40,8 @@ Operation* following(const char* name)
 }
 } // namespace
 
+// The declarations have names of their own for parameters.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 extern "C" {
 int open64(const char* path, int flags, ...) // NOLINT(cert-dcl50-cpp): so it is declared
 {
@@ -70,3 +72,4 @@ int rename(const char* path, const char* newPath)
 }
 int close(int file) { return following<decltype(close)>("close")(file); }
 }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)

@@ -80,7 +80,7 @@ bool isMapOfNames(const TypeInterface& type)
          static_cast<const MapTypeInterface&>(type).keyType()->kind() == TypeKind::String;
 }
 
-void convertInto(const AnyReference& target, const AnyConstReference& source, const Place& place);
+void convertInto(const AnyReference& target, AnyConstReference source, const Place& place);
 
 void convertNumber(const AnyReference& target, const AnyConstReference& source, const Place& place)
 {
@@ -235,10 +235,9 @@ void convertStructToMap(const AnyReference& target, const AnyConstReference& sou
   }
 }
 
-void convertInto(const AnyReference& target, const AnyConstReference& outermost, const Place& place)
+void convertInto(const AnyReference& target, AnyConstReference source, const Place& place)
 {
   const TypeInterface& to = *target.type();
-  AnyConstReference source = outermost;
   while (source.isValid() && source.type()->kind() == TypeKind::Dynamic &&
          to.kind() != TypeKind::Dynamic)
   {
