@@ -3,11 +3,10 @@
 #include "finding.hpp"
 #include "verbs.hpp"
 
-#include <QFile>
+#include <QBuffer>
 
 #include <algorithm>
 #include <atomic>
-#include <cstdio>
 #include <iostream>
 #include <nlohmann/json.hpp>
 
@@ -90,17 +89,16 @@ void printAll(std::ostream& out, const std::string& name, const std::vector<Find
 std::vector<Finding> findingsIn(const std::string& file, const CheckOptions& options)
 {
   const vesk::check::Options asked{options.severities, options.packageFolder};
-  std::vector<Finding> findings;
-  if (file == "-")
+  std::string trouble;
+  const std::optional<QByteArray> bytes = read(file, trouble);
+  if (!bytes)
   {
-    QFile input;
-    input.open(fileno(stdin), QIODevice::ReadOnly);
-    findings = vesk::check::checkDevice(input, asked);
+    return {{vesk::check::findRule("unreadable"), Severity::Error, trouble, 0, 0, {}}};
   }
-  else
-  {
-    findings = vesk::check::checkFile(file, asked);
-  }
+  QBuffer input;
+  input.setData(*bytes);
+  input.open(QIODevice::ReadOnly);
+  std::vector<Finding> findings = vesk::check::checkDevice(input, asked);
   if (options.isQuiet)
   {
     findings.erase(std::remove_if(findings.begin(), findings.end(),

@@ -36,7 +36,7 @@ bool isManifest(const filesystem::path& file)
   {
     return true;
   }
-  QXmlStreamReader reader(&content);
+  QXmlStreamReader reader(content.read(65536)); // the root is near the beginning
   return !reader.readNextStartElement() || reader.name() == QLatin1String("package");
 }
 } // namespace

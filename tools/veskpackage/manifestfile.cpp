@@ -33,23 +33,6 @@ bool writeTo(QFileDevice& file, const std::string& content)
              static_cast<qint64>(content.size());
 }
 
-/// All that is in a file, or comes from standard input when that is "-". When it cannot be read, says
-/// why and gives none.
-std::optional<QByteArray> read(const std::string& file, std::ostream& complaints)
-{
-  QFile input(QString::fromStdString(file));
-  const bool isOpen = file == "-" ? input.open(fileno(stdin), QIODevice::ReadOnly)
-                                  : input.open(QIODevice::ReadOnly);
-  QByteArray bytes = isOpen ? input.readAll() : QByteArray();
-  if (input.error() != QFile::NoError)
-  {
-    complain(complaints, file == "-" ? "<stdin>" : file,
-             "Could not open for reading: " + input.errorString().toStdString());
-    return std::nullopt;
-  }
-  return bytes;
-}
-
 /// Complains of what \p manifest has that would be lost; false when there is nothing.
 bool wouldLose(const Manifest& manifest, std::ostream& complaints)
 {
@@ -71,14 +54,41 @@ bool wouldLose(const Manifest& manifest, std::ostream& complaints)
 }
 } // namespace
 
-std::optional<Manifest> load(const std::string& file, std::ostream& complaints)
+std::optional<QByteArray> read(const std::string& file, std::string& trouble)
 {
-  std::optional<QByteArray> bytes = read(file, complaints);
-  if (!bytes)
+  constexpr int mebibyte = 1 << 20;
+  QFile input(QString::fromStdString(file));
+  const bool isOpen = file == "-" ? input.open(fileno(stdin), QIODevice::ReadOnly)
+                                  : input.open(QIODevice::ReadOnly);
+  QByteArray bytes;
+  for (QByteArray piece; isOpen && !(piece = input.read(mebibyte)).isEmpty();)
   {
+    bytes += piece;
+    if (bytes.size() > mostMebibytes * mebibyte)
+    {
+      trouble = "larger than " + std::to_string(mostMebibytes) + " MiB";
+      return std::nullopt;
+    }
+  }
+  if (input.error() != QFile::NoError)
+  {
+    trouble = "Could not open for reading: " + input.errorString().toStdString();
     return std::nullopt;
   }
-  Manifest manifest{file, file == "-" ? "<stdin>" : file, *bytes, {}};
+  return bytes;
+}
+
+std::optional<Manifest> load(const std::string& file, std::ostream& complaints)
+{
+  const std::string name = file == "-" ? "<stdin>" : file;
+  std::string trouble;
+  const std::optional<QByteArray> bytes = read(file, trouble);
+  if (!bytes)
+  {
+    complain(complaints, name, trouble);
+    return std::nullopt;
+  }
+  Manifest manifest{file, name, *bytes, {}};
   MemoryFile content(manifest.name, manifest.bytes);
   collectLog();
   if (!manifest.package.loadFromManifestFile(content))

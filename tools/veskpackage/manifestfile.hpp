@@ -23,6 +23,13 @@ struct Manifest
   vesk::PackageInfo package;
 };
 
+/// Larger files are refused. In memory, a parsed manifest can take 90 times its size.
+inline constexpr int mostMebibytes = 64;
+
+/// All that is in \p file, or comes from standard input when that is "-". When it cannot be read or is
+/// too large, gives none and says why.
+std::optional<QByteArray> read(const std::string& file, std::string& trouble);
+
 /// Loads the manifest in \p file, or from standard input when that is "-". When it cannot be loaded,
 /// says why and gives none.
 std::optional<Manifest> load(const std::string& file, std::ostream& complaints);
