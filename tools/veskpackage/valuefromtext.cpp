@@ -11,7 +11,7 @@ using vesk::TypeKind;
 
 namespace
 {
-using Json = nlohmann::ordered_json; // members are set in the order in which they are written
+using Json = nlohmann::json; // the ordered kind walks all members to find one
 
 template <typename Interface>
 const Interface& describedAs(const AnyReference& value)
