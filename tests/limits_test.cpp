@@ -1,37 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 // Manifests made to use up stack, memory or time.
+#include "manifestpattern.hpp"
 #include "support.hpp"
 
 #include <package/manifest2/loadmanifest.hpp>
 #include <package/packageinfo.hpp>
-
-#include <QRegularExpression>
 
 using testing::EndsWith;
 using vesk::PackageInfo;
 
 namespace
 {
-/// Repeats what stands in braces: "{3*a#}" is "a0a1a2", and a "@" is one more than a "#".
-std::string expanded(const QString& pattern)
-{
-  static const QRegularExpression repetition(QStringLiteral(R"(\{(\d+)\*([^}]*)\})"));
-  QString result;
-  int done = 0;
-  for (auto found = repetition.globalMatch(pattern); found.hasNext();)
-  {
-    const QRegularExpressionMatch match = found.next();
-    result += pattern.mid(done, match.capturedStart() - done);
-    for (int i = 0; i < match.captured(1).toInt(); ++i)
-    {
-      QString text = match.captured(2);
-      result += text.replace('#', QString::number(i)).replace('@', QString::number(i + 1));
-    }
-    done = match.capturedEnd();
-  }
-  return (result + pattern.mid(done)).toStdString();
-}
-
 /// The messages of the four ways to read the manifest, on a small stack; none where it is read.
 std::vector<std::string> complaints(const std::string& manifest)
 {
@@ -175,15 +154,4 @@ TEST(Limits, LanguagesAreListedOnceHoweverMany)
   PackageInfo package;
   ASSERT_TRUE(package.loadFromManifestContent(manifest));
   EXPECT_EQ(package.supportedLanguages().size(), 30U);
-}
-
-// Were the list walked for each language, this would not come to an end within the time of a test.
-TEST(Limits, ManyLanguagesAreLookedUp)
-{
-  const std::string manifest =
-      expanded("<p><supportedLanguages>{200000*<l>#</l>}</supportedLanguages></p>");
-  PackageInfo package;
-  ASSERT_TRUE(package.loadFromManifestContent(manifest));
-  ASSERT_TRUE(package.loadFromManifestContent(manifest));
-  EXPECT_EQ(package.supportedLanguages().size(), 200000U);
 }

@@ -215,14 +215,3 @@ TEST(Variant, TakesAnyShape)
     }
   }
 }
-
-TEST(Variant, ReadsManyLanguagesInTime)
-{
-  XOValue value = variantOf(filled<PackageInfo>());
-  value[10][1].arraySetSize(200000);
-  for (int i = 0; i < 200000; ++i)
-  {
-    value[10][1][i] = std::to_string(i);
-  }
-  EXPECT_EQ(PackageInfo(value).supportedLanguages().size(), 200000U);
-}
