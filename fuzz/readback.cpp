@@ -23,7 +23,7 @@ bool isUnwritable(QChar c)
 /// As a quoted value or in a CDATA section.
 std::string carried(const std::string& text)
 {
-  const std::string upToNul(text.c_str());
+  const std::string upToNul = text.substr(0, text.find('\0'));
   // By way of UTF-16, which replaces invalid UTF-8, without taking a mark at the start for one of the
   // encoding.
   QString decoded = QString::fromUtf8(('x' + upToNul).c_str()).mid(1);
@@ -104,7 +104,7 @@ std::list<std::string> readBackPermissions(const std::list<std::string>& permiss
   std::list<std::string> read;
   for (const std::string& permission : permissions)
   {
-    const std::string name = permission.c_str();
+    const std::string name = permission.substr(0, permission.find('\0'));
     if (std::find(supported.begin(), supported.end(), name) != supported.end() &&
         std::find(read.begin(), read.end(), name) == read.end())
     {
@@ -120,12 +120,12 @@ void makeReadBack(const AnyReference& value, const std::string& name)
 {
   if (value.is<Texts>())
   {
-    Texts& texts = value.as<Texts>();
+    auto& texts = value.as<Texts>();
     texts = name == "topics" ? readBackTopics(texts) : readBack(texts);
   }
   else if (value.is<Lists>())
   {
-    Lists& lists = value.as<Lists>();
+    auto& lists = value.as<Lists>();
     lists = readBack(lists, name == "purposeToCondition" ? carried : carriedInElement);
   }
   else if (name == "permissions")

@@ -40,7 +40,7 @@ void* given(void* memory)
 } // namespace
 
 // In the place of the C library's, also for the toolkit.
-// NOLINTBEGIN(bugprone-reserved-identifier,cert-dcl37-c)
+// NOLINTBEGIN
 #define EXPORTED extern "C" __attribute__((visibility("default")))
 extern "C" void* __libc_malloc(std::size_t size);
 extern "C" void* __libc_calloc(std::size_t count, std::size_t size);
@@ -56,7 +56,7 @@ EXPORTED void* realloc(void* memory, std::size_t size)
   return taken(__libc_realloc(given(memory), size));
 }
 EXPORTED void free(void* memory) { __libc_free(given(memory)); }
-// NOLINTEND(bugprone-reserved-identifier,cert-dcl37-c)
+// NOLINTEND
 
 namespace
 {
@@ -216,10 +216,10 @@ struct Texts
 
 std::vector<std::string> linesOf(int (*value)(int line, int n), int n)
 {
-  std::vector<std::string> lines;
+  std::vector<std::string> lines(static_cast<std::size_t>(n));
   for (int line = 0; line < n; ++line)
   {
-    lines.push_back("line " + std::to_string(value(line, n)));
+    lines[static_cast<std::size_t>(line)] = "line " + std::to_string(value(line, n));
   }
   return lines;
 }
@@ -320,9 +320,9 @@ TEST(BoundsOfTheTool, GrowWithTheFieldAndItsValue)
     const auto repeated = [n](const QString& pattern)
     { return expanded(QString(pattern).replace("{n*", QStringLiteral("{%1*").arg(n))); };
     const std::string steps = repeated("a{n*.b[#]}");
-    const std::string quoted = repeated("names.\"{n*\\n}\"");
-    const std::string languages = repeated("[{n*\"#\",}\"\"]");
-    const std::string names = "{" + repeated("{n*\"#\": \"x\",}") + "\"\": \"\"}";
+    const std::string quoted = repeated(R"(names."{n*\n}")");
+    const std::string languages = repeated(R"([{n*"#",}""])");
+    const std::string names = "{" + repeated(R"({n*"#": "x",})") + R"("": ""})";
     PackageInfo package;
     const auto set = [&](const char* field, const std::string& value)
     { setAt(vesk::AnyReference(package), parseFieldPath(field), value); };

@@ -6,20 +6,21 @@
 
 namespace
 {
-using Json = nlohmann::ordered_json;
+using OrderedJson = nlohmann::ordered_json;
 
-Json jsonOf(const vesk::AnyConstReference& value);
+OrderedJson jsonOf(const vesk::AnyConstReference& value);
 
 /// Appends to an object without looking through it for the name, which is known to be new.
-void append(Json& object, const std::string& name, Json value)
+void append(OrderedJson& object, const std::string& name, OrderedJson value)
 {
-  using Members = std::vector<Json::object_t::value_type>;
-  static_cast<Members&>(object.get_ref<Json::object_t&>()).emplace_back(name, std::move(value));
+  using Members = std::vector<OrderedJson::object_t::value_type>;
+  static_cast<Members&>(object.get_ref<OrderedJson::object_t&>())
+      .emplace_back(name, std::move(value));
 }
 
-Json jsonOfStruct(const vesk::AnyConstReference& value)
+OrderedJson jsonOfStruct(const vesk::AnyConstReference& value)
 {
-  Json object = Json::object();
+  OrderedJson object = OrderedJson::object();
   for (const std::string& name : value.memberNames())
   {
     append(object, name, jsonOf(value.member(name)));
@@ -27,9 +28,9 @@ Json jsonOfStruct(const vesk::AnyConstReference& value)
   return object;
 }
 
-Json jsonOfList(const vesk::AnyConstReference& value)
+OrderedJson jsonOfList(const vesk::AnyConstReference& value)
 {
-  Json array = Json::array();
+  OrderedJson array = OrderedJson::array();
   for (const vesk::AnyConstReference& element : value.elements())
   {
     array.push_back(jsonOf(element));
@@ -37,11 +38,11 @@ Json jsonOfList(const vesk::AnyConstReference& value)
   return array;
 }
 
-Json jsonOfMap(const vesk::AnyConstReference& value)
+OrderedJson jsonOfMap(const vesk::AnyConstReference& value)
 {
   const auto* type = static_cast<const vesk::MapTypeInterface*>(value.type());
   const bool byName = type->keyType()->kind() == vesk::TypeKind::String;
-  Json json = byName ? Json::object() : Json::array();
+  OrderedJson json = byName ? OrderedJson::object() : OrderedJson::array();
   for (const auto& [key, item] : value.entries())
   {
     if (byName)
@@ -50,19 +51,19 @@ Json jsonOfMap(const vesk::AnyConstReference& value)
     }
     else
     {
-      json.push_back(Json::array({jsonOf(key), jsonOf(item)}));
+      json.push_back(OrderedJson::array({jsonOf(key), jsonOf(item)}));
     }
   }
   return json;
 }
 
-Json jsonOfNumber(const vesk::AnyConstReference& value)
+OrderedJson jsonOfNumber(const vesk::AnyConstReference& value)
 {
   const auto* type = static_cast<const vesk::NumberTypeInterface*>(value.type());
-  return std::visit([](auto number) { return Json(number); }, type->number(value.address()));
+  return std::visit([](auto number) { return OrderedJson(number); }, type->number(value.address()));
 }
 
-Json jsonOf(const vesk::AnyConstReference& value)
+OrderedJson jsonOf(const vesk::AnyConstReference& value)
 {
   switch (value.isValid() ? value.type()->kind() : vesk::TypeKind::Unknown)
   {
@@ -92,10 +93,10 @@ std::string
 toJson(const vesk::AnyConstReference& value, int indentation,
        const std::vector<std::pair<std::string, vesk::AnyConstReference>>& furtherMembers)
 {
-  Json json = jsonOf(value);
+  OrderedJson json = jsonOf(value);
   for (const auto& [name, member] : furtherMembers)
   {
     append(json, name, jsonOf(member));
   }
-  return json.dump(indentation, ' ', false, Json::error_handler_t::replace);
+  return json.dump(indentation, ' ', false, OrderedJson::error_handler_t::replace);
 }
