@@ -4,6 +4,28 @@
 set(VESKPACKAGE_SANITIZE "" CACHE STRING "Sanitizers to build with, comma-separated")
 option(VESKPACKAGE_COVERAGE "Instrument for line coverage" OFF)
 
+include(CheckCXXCompilerFlag)
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)
+
+# Lets a fault in memory end the process rather than be put to use. Sanitizers look after that
+# themselves.
+set(hardening_compile_options "")
+set(hardening_link_options "")
+if(NOT VESKPACKAGE_SANITIZE)
+  foreach(flag IN ITEMS -fstack-protector-strong -fstack-clash-protection -fcf-protection)
+    string(MAKE_C_IDENTIFIER has${flag} has_flag)
+    check_cxx_compiler_flag(${flag} ${has_flag})
+    if(${has_flag})
+      list(APPEND hardening_compile_options ${flag})
+    endif()
+  endforeach()
+  # Needs optimisation. A compiler or the builder may have set another level.
+  list(APPEND hardening_compile_options
+       $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=3>)
+  set(hardening_link_options LINKER:-z,relro,-z,now,-z,noexecstack,-z,defs)
+endif()
+
 function(vesk_compiler_settings target)
   set_target_properties(
     ${target}
@@ -14,7 +36,10 @@ function(vesk_compiler_settings target)
                # An installed library finds its neighbours wherever the tree stands.
                INSTALL_RPATH "$ORIGIN;$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
   target_compile_features(${target} PUBLIC cxx_std_17)
-  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+                                            ${hardening_compile_options})
+  target_compile_definitions(${target} PRIVATE _GLIBCXX_ASSERTIONS)
+  target_link_options(${target} PRIVATE ${hardening_link_options})
   if(VESKPACKAGE_WERROR)
     target_compile_options(${target} PRIVATE -Werror)
   endif()
