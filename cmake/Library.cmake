@@ -1,15 +1,18 @@
 # SPDX-License-Identifier: Apache-2.0
 # What the libraries of this project have in common.
 #
-#   vesk_library(NAME HEADERS public headers...)
+#   vesk_library(NAME EXPORTS namespaces and functions... HEADERS public headers...)
 #
 # Called in the folder of the library NAME after add_library: gives it the alias NAME::NAME, its
 # version, an export header FOLDER/export.hpp, and its public headers, which are included by the
 # folder's name (<package/...>, <vesk/...>).
+#
+# A shared library exports what its export header marks. Instantiations of other people's templates
+# are visible without a mark, so the linker keeps back what EXPORTS does not name.
 include(GenerateExportHeader)
 
 function(vesk_library name)
-  cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "HEADERS")
+  cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "EXPORTS;HEADERS")
   cmake_path(GET CMAKE_CURRENT_SOURCE_DIR FILENAME folder)
   cmake_path(GET CMAKE_CURRENT_SOURCE_DIR PARENT_PATH base_dir)
   set(generated ${CMAKE_CURRENT_BINARY_DIR}/include)
@@ -35,4 +38,15 @@ function(vesk_library name)
            ${generated}
            FILES
            ${generated}/${folder}/export.hpp)
+
+  if(NOT VESKPACKAGE_SANITIZE) # they compare addresses of type information
+    set(patterns "")
+    foreach(export IN LISTS ARG_EXPORTS)
+      string(APPEND patterns "${export}*; *?for?${export}*; ") # as in "vtable for vesk::AnyValue"
+    endforeach()
+    set(map ${CMAKE_CURRENT_BINARY_DIR}/exports.map)
+    file(CONFIGURE OUTPUT ${map} CONTENT "{ global: extern \"C++\" { ${patterns}}; local: *; };\n")
+    target_link_options(${name} PRIVATE LINKER:--version-script=${map})
+    set_property(TARGET ${name} APPEND PROPERTY LINK_DEPENDS ${map})
+  endif()
 endfunction()

@@ -27,7 +27,7 @@ const void* AnyConstReference::addressOf(const TypeInterface& wanted) const
 }
 
 template <typename Interface>
-const Interface& AnyConstReference::typeAs(TypeKind kind, const char* kindName) const
+inline const Interface& AnyConstReference::typeAs(TypeKind kind, const char* kindName) const
 {
   if (!isValid() || viewedType->kind() != kind)
   {

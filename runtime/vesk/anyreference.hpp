@@ -198,7 +198,7 @@ private:
 };
 
 template <typename Value>
-Value AnyConstReference::to() const
+inline Value AnyConstReference::to() const // inline, and so not exported by those who use it
 {
   if (is<Value>())
   {
