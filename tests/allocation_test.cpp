@@ -155,6 +155,13 @@ void* operator new(std::size_t size)
   return memory;
 }
 
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+  void* const memory = isToFail(__builtin_return_address(0)) ? nullptr : std::malloc(size);
+  inUse += memory != nullptr ? 1 : 0;
+  return memory;
+}
+
 void operator delete(void* memory) noexcept
 {
   inUse -= memory != nullptr ? 1 : 0;
