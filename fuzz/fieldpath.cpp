@@ -5,6 +5,7 @@
 #include <vesk/runtimetypes.hpp>
 
 #include <algorithm>
+#include <optional>
 #include <sstream>
 #include <tools/veskpackage/fieldvalue.hpp>
 #include <tools/veskpackage/json.hpp>
@@ -30,10 +31,34 @@ AnyValue someMeasures()
   return value;
 }
 
+/// What \p parse makes of a line; nothing where it is no such thing.
+template <typename Parse>
+auto parsed(const std::string& line, const Parse& parse) -> std::optional<decltype(parse(line))>
+{
+  try
+  {
+    return parse(line);
+  }
+  catch (const FieldError&)
+  {
+    return std::nullopt;
+  }
+}
+
 void requireSamePath(const FieldPath& path)
 {
   const std::string text = toText(path);
-  require(parseFieldPath(text) == path, "not the same path: " + text);
+  require(parsed(text, parseFieldPath) == path, "not the same path: " + text);
+}
+
+void get(const AnyReference& root, const FieldPath& path)
+{
+  try
+  {
+    toJson(valueAt(root, path), -1);
+  }
+  catch (const FieldError&) // it leads nowhere
+  {}
 }
 
 /// A package, or what holds one, with values of kinds that packages lack.
@@ -72,31 +97,27 @@ void requireSet(const AnyReference& root, const FieldPath& path, const std::stri
   if (value.is<std::string>())
   {
     require(value.as<std::string>() == text, "not the text that was set");
-    return;
   }
-  const AnyValue copy(value);
-  setAt(root, path, toJson(value, -1));
-  requireEqual(copy, valueAt(root, path), "not what it says itself");
+  else if (root.is<vesk::PackageInfo>()) // maps with other keys than texts are not written as read
+  {
+    const AnyValue copy(value);
+    setAt(root, path, toJson(value, -1));
+    requireEqual(copy, valueAt(root, path), "not what it says itself");
+  }
 }
 
 void tryLine(const std::string& line, Roots& roots)
 {
-  try
+  if (const auto path = parsed(line, parseFieldPath))
   {
-    const FieldPath path = parseFieldPath(line);
-    requireSamePath(path);
-    toJson(valueAt(roots.rootOf(path), path), -1);
+    requireSamePath(*path);
+    get(roots.rootOf(*path), *path);
   }
-  catch (const FieldError&)
-  {}
-  try
+  if (const auto assignment = parsed(line, parseAssignment))
   {
-    const auto [path, text] = parseAssignment(line);
-    requireSamePath(path);
-    requireSet(roots.rootOf(path), path, text);
+    requireSamePath(assignment->first);
+    requireSet(roots.rootOf(assignment->first), assignment->first, assignment->second);
   }
-  catch (const FieldError&)
-  {}
 }
 } // namespace
 
