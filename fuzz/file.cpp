@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The file reader: any bytes, in any encoding. Within the limits the parse is the toolkit's own.
+// The file reader: any bytes, in any encoding. Within the limits a parse is the toolkit's own, also
+// that of a text.
 #include "support.hpp"
 
 #include <package/xml/parsing.hpp>
@@ -15,9 +16,9 @@ constexpr std::size_t pieceOfToolkit = 1024;
 /// Everything about a node and what is below it.
 void describe(const QDomNode& node, QString& out)
 {
-  out += QStringLiteral("%1 %2 %3 %4:%5 ")
+  out += QStringLiteral("%1 %2 %3 %4 %5:%6 ")
              .arg(node.nodeType())
-             .arg(node.nodeName(), node.nodeValue())
+             .arg(node.nodeName(), node.nodeValue(), node.namespaceURI())
              .arg(node.lineNumber())
              .arg(node.columnNumber());
   QStringList attributes;
@@ -49,26 +50,39 @@ std::string described(bool isParsed, const QDomDocument& document, const vesk::S
   return out.toStdString();
 }
 
+template <typename Parse, typename ParseByToolkit>
+void requireSame(Parse parse, ParseByToolkit parseByToolkit)
+{
+  QDomDocument document;
+  vesk::SyntaxError error;
+  const bool isParsed = parse(document, error);
+  if (error.isBeyondLimits)
+  {
+    return;
+  }
+  QDomDocument toolkitDocument;
+  vesk::SyntaxError toolkitError;
+  const bool isParsedByToolkit = parseByToolkit(toolkitDocument, toolkitError);
+  const std::string ours = described(isParsed, document, error);
+  const std::string toolkits = described(isParsedByToolkit, toolkitDocument, toolkitError);
+  require(ours == toolkits, "parsed as\n" + ours + "\nand by the toolkit as\n" + toolkits);
+}
+
 void compareWithToolkit(const std::string& bytes)
 {
   QBuffer device;
   device.setData(bytes.data(), static_cast<int>(bytes.size()));
   device.open(QIODevice::ReadOnly);
-  QDomDocument document;
-  vesk::SyntaxError error;
-  const bool isParsed = vesk::parseXml(device, document, error);
-  if (error.isBeyondLimits)
-  {
-    return;
-  }
-  device.seek(0);
-  QDomDocument toolkitDocument;
-  vesk::SyntaxError toolkitError;
-  const bool isParsedByToolkit = toolkitDocument.setContent(
-      &device, &toolkitError.message, &toolkitError.line, &toolkitError.column);
-  const std::string ours = described(isParsed, document, error);
-  const std::string toolkits = described(isParsedByToolkit, toolkitDocument, toolkitError);
-  require(ours == toolkits, "parsed as\n" + ours + "\nand by the toolkit as\n" + toolkits);
+  requireSame([&](auto& document, auto& error) { return vesk::parseXml(device, document, error); },
+              [&](auto& document, auto& e)
+              {
+                device.seek(0);
+                return document.setContent(&device, &e.message, &e.line, &e.column);
+              });
+  const QString text = QString::fromUtf8(bytes.c_str());
+  requireSame([&](auto& document, auto& error) { return vesk::parseXml(text, document, error); },
+              [&](auto& document, auto& e)
+              { return document.setContent(text, true, &e.message, &e.line, &e.column); });
 }
 } // namespace
 
