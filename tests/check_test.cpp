@@ -142,24 +142,3 @@ TEST(Check, LooksUpPathsInThePackage)
       "1:197 warning missing-file /package/contents/dialogContent/topic[2]/@path: the package "
       "has no file or folder \"tal\"\n");
 }
-
-TEST(Check, SurvivesTruncationAndLongNames)
-{
-  const std::string manifest = contentOf(GOLDEN_FILES "/check/structure.xml");
-  for (std::size_t size = 0; size < manifest.rfind('>'); ++size)
-  {
-    ASSERT_THAT(tagsOf(checkText(manifest.substr(0, size))), ElementsAre("not-well-formed"));
-  }
-  // A long name must not come with each of many findings.
-  std::string many = '<' + std::string(100000, 'r') + '>';
-  for (int i = 0; i < 1000; ++i)
-  {
-    many += "<a/>";
-  }
-  std::size_t size = 0;
-  for (const Finding& finding : checkText(many + "</" + std::string(100000, 'r') + '>'))
-  {
-    size += finding.place.size() + finding.message.size();
-  }
-  EXPECT_LT(size, 500000U);
-}

@@ -170,26 +170,3 @@ TEST(Difference, ComparesWhatIsHeldAndRefusesToMixTypes)
   const Values after{{"a", 1}, {"b", 3}, {"c", 3}, {"d", 1}, {"e", {}}, {"f", Values{{"g", 1}}}};
   EXPECT_THAT(linesOf(before, after), ElementsAre("b: 2 3", "c: - 3", "d: 1.5 1", "f.g: - 1"));
 }
-
-TEST(Difference, IsFoundInManyBehaviors)
-{
-  PackageInfo before;
-  for (int i = 0; i < 2000; ++i)
-  {
-    BehaviorInfo& behavior = before.behaviors().emplace_back(filled<BehaviorInfo>());
-    behavior.setPath("behavior " + std::to_string(i / 2)); // each twice
-  }
-  PackageInfo after = before;
-  int i = 0;
-  for (BehaviorInfo& behavior : after.behaviors())
-  {
-    behavior.setNature(i++ % 2 == 0 ? "solitary" : behavior.nature());
-  }
-  after.behaviors().emplace_front();
-  EXPECT_EQ(differences(AnyConstReference(before), AnyConstReference(after)).size(), 1001U);
-  after.behaviors().reverse();
-  EXPECT_GE(differences(AnyConstReference(before), AnyConstReference(after)).size(), 2000U);
-
-  const std::string many(10000, 'a');
-  EXPECT_EQ(summary('x' + many + 'y', 'y' + many + 'x'), "- + ~2");
-}

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "support.hpp"
 
-#include <atomic>
-#include <future>
-
 namespace vlog = vesk::log;
 using testing::ElementsAre;
 using vlog::Level;
@@ -65,32 +62,19 @@ TEST(Log, WritesALineToStandardErrorByDefault)
             "warning: category: function: a\\x0ab\\x1b[0mé\nfatal: category: text\n");
 }
 
-TEST(Log, CanBeUsedFromManyThreadsAndFromHandlers)
+TEST(Log, CanBeUsedFromHandlers)
 {
-  vlog::removeHandler(vlog::defaultHandler);
-  std::atomic<int> count{0};
+  const CapturedLog captured;
   const auto handler = vlog::addHandler(
-      [&](const vlog::Message& message)
+      [](const vlog::Message& message)
       {
-        ++count;
         if (message.text == "outer")
         {
           vlog::removeHandler(vlog::addHandler([](const vlog::Message&) {}));
           vlog::write(vlog::addCategory("test.inner"), Level::Info, "inner");
         }
       });
-  const auto writeMany = []
-  {
-    for (int i = 0; i < 100; ++i)
-    {
-      vlog::write(vlog::addCategory("test.outer"), Level::Info, "outer");
-    }
-  };
-  {
-    std::vector<std::future<void>> running;
-    std::generate_n(std::back_inserter(running), 8,
-                    [&] { return std::async(std::launch::async, writeMany); });
-  }
+  vlog::write(vlog::addCategory("test.outer"), Level::Info, "outer");
   vlog::removeHandler(handler);
-  EXPECT_EQ(count, 8 * 100 * 2);
+  EXPECT_EQ(captured.messages.size(), 2U);
 }

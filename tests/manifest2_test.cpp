@@ -39,21 +39,6 @@ Lines differences(const PackageInfo& first, const PackageInfo& second)
   }
   return lines;
 }
-
-/// The message of what \p action throws; empty when it does not.
-template <typename Action>
-std::string thrown(Action action)
-{
-  try
-  {
-    action();
-    return {};
-  }
-  catch (const std::runtime_error& error)
-  {
-    return error.what();
-  }
-}
 } // namespace
 
 // golden/readers.json states every difference, and some of what sections hold.
@@ -142,7 +127,7 @@ TEST(PackageInfo2, MakesEmptyListsButNoWebContent)
   EXPECT_EQ(info.contents().size(), 3U);
   for (int i = 0; i < 2; ++i)
   {
-    EXPECT_EQ(thrown([&info] { info.web(); }), "Type mismatch");
+    EXPECT_EQ(thrown<std::runtime_error>([&info] { info.web(); }), "Type mismatch");
     EXPECT_FALSE(info.contents().at("web").isValid());
   }
   EXPECT_THROW(std::as_const(info).web(), ConversionError);
@@ -158,10 +143,10 @@ TEST(PackageInfo2, TakesOtherTypesByValueOnly)
   info.contents()["web"] = std::map<std::string, std::string>{{"path", "html"}};
   EXPECT_EQ(std::as_const(info).behaviors().size(), 2U);
   EXPECT_EQ(std::as_const(info).web().path, "html");
-  EXPECT_EQ(thrown([&info] { info.behaviors(); }), "Type mismatch");
-  EXPECT_EQ(thrown([&info] { info.web(); }), "Type mismatch");
+  EXPECT_EQ(thrown<std::runtime_error>([&info] { info.behaviors(); }), "Type mismatch");
+  EXPECT_EQ(thrown<std::runtime_error>([&info] { info.web(); }), "Type mismatch");
   info.sections["contents"] = "text";
-  EXPECT_EQ(thrown([&info] { info.dialogs(); }), "Type mismatch");
+  EXPECT_EQ(thrown<std::runtime_error>([&info] { info.dialogs(); }), "Type mismatch");
   EXPECT_THROW(std::as_const(info).dialogs(), ConversionError);
   EXPECT_THROW(PackageInfo{info}, ConversionError);
 }
@@ -199,8 +184,8 @@ TEST(LoadManifest, ThrowsWhatItLogs)
   const std::string malformed = folder.file("é.xml", "<package>\n <names></package>");
   const Lines messages{"Could not open " + missing + " for reading.",
                        "Syntax error in " + malformed + ":2:18: tag mismatch"};
-  EXPECT_EQ(thrown([&missing] { loadManifest(missing); }), messages[0]);
-  EXPECT_EQ(thrown([&malformed] { loadManifest(malformed); }), messages[1]);
+  EXPECT_EQ(thrown<std::runtime_error>([&missing] { loadManifest(missing); }), messages[0]);
+  EXPECT_EQ(thrown<std::runtime_error>([&malformed] { loadManifest(malformed); }), messages[1]);
   ASSERT_EQ(captured.messages.size(), 2U);
   for (std::size_t i = 0; i < 2; ++i)
   {
@@ -210,7 +195,7 @@ TEST(LoadManifest, ThrowsWhatItLogs)
     EXPECT_EQ(captured.messages[i].function, "loadManifest");
   }
   log::addCategory("vesk.package.info").setLevel(log::Level::Fatal);
-  EXPECT_EQ(thrown([&missing] { loadManifest(missing); }), messages[0]);
+  EXPECT_EQ(thrown<std::runtime_error>([&missing] { loadManifest(missing); }), messages[0]);
   EXPECT_EQ(captured.messages.size(), 2U);
   log::addCategory("vesk.package.info").setLevel(log::Level::Info);
 }

@@ -11,7 +11,6 @@
 #include <map>
 #include <random>
 #include <set>
-#include <utility>
 
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -20,40 +19,7 @@ using vesk::PackageInfo;
 namespace
 {
 /// Every element and attribute that a manifest can have.
-const std::string wholeManifest = R"(<?xml version='1.0' encoding='UTF-8'?>
-<package uuid='u' version='1' author='a' organization='o' date='d' typeVersion='1.0' channel='c'>
-  <names><name lang='en'>N</name></names>
-  <descriptions><description lang='en'>D</description></descriptions>
-  <supportedLanguages><language>en</language></supportedLanguages>
-  <descriptionLanguages><language>de</language></descriptionLanguages>
-  <contents>
-    <behaviorContent path='b'>
-      <userRequestable/>
-      <nature>solitary</nature>
-      <names><name lang='en'>B</name></names>
-      <descriptions><description lang='en'>E</description></descriptions>
-      <tags><tag lang='en'>t</tag></tags>
-      <triggerSentences><sentence lang='en'>s</sentence></triggerSentences>
-      <loadingResponses><sentence lang='en'>r</sentence></loadingResponses>
-      <autonomous><condition purpose='start'><![CDATA[a < b]]></condition></autonomous>
-      <permissions><canRunInSleep/><canRunOnPod/><canStandUp/><canSitDown/></permissions>
-    </behaviorContent>
-    <dialogContent topicName='t' typeVersion='1.0'><topic language='en' path='t'/></dialogContent>
-    <languageContent path='l'>
-      <engine name='e' version='1'/>
-      <locale>it</locale>
-      <names><name lang='en'>L</name></names>
-    </languageContent>
-    <webContent path='w'/>
-  </contents>
-  <requirements>
-    <robotRequirement model='m' minHeadVersion='1' maxHeadVersion='2' minBodyVersion='3' maxBodyVersion='4'/>
-    <mirelRequirement minVersion='5' maxVersion='6'/>
-  </requirements>
-  <services><service name='s' execStart='x' autorun='true'/></services>
-  <executableFiles><file path='f'/></executableFiles>
-</package>
-)";
+std::string wholeManifest() { return contentOf(GOLDEN_FILES "/schema/whole.xml"); }
 
 struct Edit
 {
@@ -88,32 +54,16 @@ const std::array schemas{Schema{"--relaxng", PROJECT_FOLDER "schema/manifest.rng
 std::map<std::string, std::string> refusedBy(const Schema& schema,
                                              const std::vector<std::string>& paths)
 {
-  QStringList arguments{"--noout", "--nonet", schema.option, schema.path};
+  std::map<std::string, std::string> refused;
   for (const std::string& path : paths)
   {
-    arguments << QString::fromStdString(path);
-  }
-  const ProgramRun run = runProgram("xmllint", arguments);
-  std::map<std::string, std::string> refused;
-  std::size_t taken = 0;
-  std::string messages;
-  std::istringstream lines(run.err);
-  for (std::string line; std::getline(lines, line); messages += line + '\n')
-  {
-    for (const std::string& path : paths)
+    const ProgramRun run = runProgram("xmllint", {"--noout", "--nonet", schema.option, schema.path,
+                                                  QString::fromStdString(path)});
+    if (run.exitCode != 0)
     {
-      if (line == path + " validates")
-      {
-        ++taken;
-        messages.clear();
-      }
-      else if (line == path + " fails to validate")
-      {
-        refused[path] = std::exchange(messages, "");
-      }
+      refused[path] = run.err;
     }
   }
-  EXPECT_EQ(taken + refused.size(), paths.size()) << run.err;
   return refused;
 }
 
@@ -127,20 +77,12 @@ public:
 
   std::string text(const std::string& member)
   {
-    static const std::set<std::string> needed{"uuid",
-                                              "version",
-                                              "path",
-                                              "topicName",
-                                              "locale",
-                                              "name",
-                                              "execStart",
-                                              "executableFiles",
-                                              "supportedLanguages",
-                                              "descriptionLanguages"};
+    static const std::string needed = "uuid version path topicName locale name execStart "
+                                      "executableFiles supportedLanguages descriptionLanguages";
     static const std::array<std::string, 16> pieces{"a",    "Z",   "7",    " ",     "\n", "\t",
                                                     "&",    "<b>", "]]>",  "\"",    "'",  "é",
                                                     "日本", "😀",   "\x01", "\uFFFE"};
-    std::string text = needed.count(member) == 1 || flag() ? "x" : "";
+    std::string text = needed.find(member) != std::string::npos || flag() ? "x" : "";
     for (unsigned left = below(6); left > 0 && !text.empty(); --left)
     {
       text += pieces[below(pieces.size())];
@@ -233,7 +175,7 @@ TEST(Schema, TakesExamplesAndWhatTheLibraryWrites)
 {
   const TemporaryFolder folder;
   std::vector<std::string> paths = exampleManifests();
-  for (unsigned seed = 0; seed < 200; ++seed)
+  for (unsigned seed = 0; seed < 100; ++seed)
   {
     paths.push_back(folder.path(std::to_string(seed) + ".xml"));
     ASSERT_TRUE(randomPackage(seed).saveToManifestFile(paths.back()));
@@ -269,7 +211,7 @@ TEST(Schema, TakesOtherFormsOfTheSame)
   for (const std::vector<Edit>& edits : forms)
   {
     const std::string name = std::to_string(paths.size()) + ".xml";
-    paths.push_back(folder.file(name, edited(wholeManifest, edits)));
+    paths.push_back(folder.file(name, edited(wholeManifest(), edits)));
     EXPECT_EQ(readingsOf(paths.back()), readingsOf(paths.front())) << contentOf(paths.back());
   }
   for (const Schema& schema : schemas)
@@ -280,81 +222,23 @@ TEST(Schema, TakesOtherFormsOfTheSame)
 
 TEST(Schema, RefusesWhatReadersSkipAndWhatMakesNoSense)
 {
-  const std::vector<Edit> faults{
-      {"package", "manifest"},
-      {"uuid='u'", ""},
-      {"uuid='u'", "uuid=' '"},
-      {" version='1' author", " author"},
-      {"author", "Author"},
-      {"uuid", "installer='i' uuid"},
-      // sections
-      {"<contents>", "text<contents>"},
-      {"<requirements>", "<web path='w'/><requirements>"},
-      {"supportedLanguages", "SupportedLanguages"},
-      {"<requirements>", "<names/><requirements>"},
-      {"<requirements>", "<behaviorContent path='b'/><requirements>"},
-      {"<webContent", "<services/><webContent"},
-      {"<services>", "<services since='1'>"},
-      // texts and languages
-      {"<name lang='en'>N</name>", "N"},
-      {"<name lang='en'>N</name>", "<name>N</name>"},
-      {"<name lang='en'>N", "<name lang=''>N"},
-      {"<name lang='en'>N", "<name lang='en' language='en'>N"},
-      {"<name lang='en'>N</name>", "<title lang='en'>N</title>"},
-      {"<description lang='en'>D", "<description lang='en'><b>D</b>"},
-      {"<language>de", "<lang>de</lang><language>de"},
-      {"<language>de", "<language/><language>de"},
-      {"<language>de", "<language lang='de'>de"},
-      // behaviors
-      {"<behaviorContent path='b'>", "<behaviorContent>"},
-      {"<behaviorContent path='b'>", "<behaviorContent path=''>"},
-      {"<behaviorContent path='b'>", "<behaviorContent path='b' nature='solitary'>"},
-      {"<nature>", "text<nature>"},
-      {"<nature>", "<nature/><nature>"},
-      {"<nature>", "<categories/><nature>"},
-      {"<userRequestable/>", "<userRequestable>false</userRequestable>"},
-      {"<tag lang='en'>t</tag>", "<sentence lang='en'>t</sentence>"},
-      {"<sentence lang='en'>r", "<sentence>r"},
-      {"purpose", "lang='en' purpose"},
-      {" purpose='start'", ""},
-      {"<canStandUp/>", "<canJump/>"},
-      {"<canStandUp/>", "<canstandup/>"},
-      {"<canStandUp/>", "<canStandUp/><canStandUp/>"},
-      {"<canStandUp/>", "<canStandUp>true</canStandUp>"},
-      {"<canStandUp/>", "<permission>canStandUp</permission>"},
-      {"<nature>", "<canStandUp/><nature>"},
-      // dialogs, language packs and web content
-      {" topicName='t'", ""},
-      {"<topic language='en' path='t'/>", "<topic path='t'/>"},
-      {"<topic language='en' path='t'/>", "<topic language='en' path=''/>"},
-      {"<topic language='en' path='t'/>", "<topic language='en' path='t'>text</topic>"},
-      {"<topic ", "<Topic "},
-      {"<languageContent path='l'>", "<languageContent>"},
-      {"<locale>it</locale>", ""},
-      {"<locale>it</locale>", "<locale/>"},
-      {"<engine name", "<engine path='p' name"},
-      {"<webContent path='w'/>", "<webContent/>"},
-      {"<webContent", "<webContent path='v'/><webContent"},
-      {"<webContent path='w'/>", "<webContent path='w'><page/></webContent>"},
-      // requirements, services and files
-      {" model=", " name="},
-      {"<mirelRequirement", "<mirelrequirement/><mirelRequirement"},
-      {"name='s'", ""},
-      {"execStart='x'", ""},
-      {"autorun='true'", "autorun='1'"},
-      {"autorun='true'", "autoRun='true'"},
-      {"<file path='f'/>", "<file/>"},
-      {"<file path='f'/>", "<file path='f'>f</file>"},
-  };
   const TemporaryFolder folder;
   std::map<std::string, std::string> pathToFault;
   std::vector<std::string> paths;
-  for (const Edit& fault : faults)
+  std::istringstream faults(contentOf(GOLDEN_FILES "/schema/faults.txt"));
+  for (std::string fault; std::getline(faults, fault);)
   {
-    const std::string name = std::to_string(paths.size()) + ".xml";
-    paths.push_back(folder.file(name, edited(wholeManifest, {fault})));
-    pathToFault[paths.back()] = fault.from + " -> " + fault.to;
+    if (fault.front() == '|') // and is no comment
+    {
+      const std::size_t middle = fault.find('|', 1);
+      const Edit edit{fault.substr(1, middle - 1),
+                      fault.substr(middle + 1, fault.size() - middle - 2)};
+      const std::string name = std::to_string(paths.size()) + ".xml";
+      paths.push_back(folder.file(name, edited(wholeManifest(), {edit})));
+      pathToFault[paths.back()] = fault;
+    }
   }
+  EXPECT_GT(paths.size(), 50U);
   for (const Schema& schema : schemas)
   {
     std::map<std::string, std::string> taken = pathToFault;
@@ -372,7 +256,7 @@ TEST(Schema, SaysTheSameInBothOfAllThatIsRead)
   const auto names = documentedNames(schemas[0], "", "a:documentation");
   EXPECT_EQ(names, documentedNames(schemas[1], "xs:", "xs:annotation"));
   PackageInfo package;
-  ASSERT_TRUE(package.loadFromManifestContent(wholeManifest));
+  ASSERT_TRUE(package.loadFromManifestContent(wholeManifest()));
   const std::string written = package.saveToManifestContent();
   for (const auto& [name, documentation] : names)
   {

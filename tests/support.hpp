@@ -44,6 +44,21 @@ std::string printed(const Printable& value)
   return out.str();
 }
 
+/// The message of the error that \p action throws; empty when it throws none.
+template <typename Error, typename Action>
+std::string thrown(const Action& action)
+{
+  try
+  {
+    action();
+    return {};
+  }
+  catch (const Error& error)
+  {
+    return error.what();
+  }
+}
+
 inline std::string contentOf(const std::string& path)
 {
   QFile file(QString::fromStdString(path));

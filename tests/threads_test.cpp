@@ -119,19 +119,21 @@ TEST(Threads, UseDistinctPackages)
 TEST(Threads, LogWhileHandlersComeAndGo)
 {
   vesk::log::removeHandler(vesk::log::defaultHandler);
+  const auto ignored = [](const vesk::log::Message&) {};
   std::vector<int> heard(many); // outlives messages that come after the handler has gone
   const auto heardAtTheEnd = inManyThreads(
-      [&heard](std::size_t thread)
+      [&heard, &ignored](std::size_t thread)
       {
         const auto self = std::this_thread::get_id();
         for (int i = 0; i < 50; ++i)
         {
           const vesk::log::HandlerId id = vesk::log::addHandler(
-              [&heard, thread, self](const vesk::log::Message&)
+              [&heard, &ignored, thread, self](const vesk::log::Message&)
               {
                 if (std::this_thread::get_id() == self)
                 {
                   ++heard[thread];
+                  vesk::log::removeHandler(vesk::log::addHandler(ignored));
                 }
               });
           EXPECT_FALSE(PackageInfo().loadFromManifestContent("<broken"));

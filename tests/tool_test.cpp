@@ -38,7 +38,7 @@ const QString office = EXAMPLE_MANIFESTS "/office-assistant.xml";
 TEST(Tool, DoesAsInItsTranscripts)
 {
   const QFileInfoList transcripts = QDir(GOLDEN_FILES "/tool").entryInfoList({"*.txt"});
-  EXPECT_EQ(transcripts.size(), 8);
+  EXPECT_EQ(transcripts.size(), 9);
   for (const QFileInfo& transcript : transcripts)
   {
     const TemporaryFolder folder;

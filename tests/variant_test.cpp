@@ -5,7 +5,6 @@
 #include <package/interop/xovalue.hpp>
 
 #include <boost/bind/bind.hpp>
-#include <random>
 
 using namespace vesk;
 using XO::XOValue;
@@ -31,29 +30,6 @@ XOValue resized(const XOValue& value, int size)
     made[i] = value[i];
   }
   return made;
-}
-
-/// Calls \p visit with every value there is in \p value, itself last.
-template <typename Visitor>
-void forEachPlace(XOValue& value, Visitor visit)
-{
-  for (int i = 0; i < value.getSize(); ++i)
-  {
-    forEachPlace(value[i], visit);
-  }
-  visit(value);
-}
-
-/// Reads \p value as everything that can be read.
-void readAll(const XOValue& value)
-{
-  PackageInfo package(value);
-  fromXOValue(package, value);
-  variantOf(package);
-  contentIn(package);
-  contentIn(BehaviorInfo(value));
-  contentIn(DialogInfo(value));
-  contentIn(LanguageInfo(value));
 }
 } // namespace
 
@@ -183,35 +159,4 @@ TEST(Variant, AddsToWhatIsThere)
                   { called += language + '=' + text + ' '; }),
               value[8][1]);
   EXPECT_EQ(called, "de=text 10 en_US=text 9 fr=text 11 ");
-}
-
-// Values come from any process on the robot.
-TEST(Variant, TakesAnyShape)
-{
-  XOValue whole = variantOf(filled<PackageInfo>());
-  std::mt19937 random(3);
-  std::vector<XOValue> strange{{}, true, "text", whole, resized({}, 25), resized({}, 1000)};
-  const XOValue before(whole);
-  forEachPlace(whole,
-               [&](XOValue& place)
-               {
-                 const XOValue replacement = strange[random() % strange.size()];
-                 const XOValue original = std::exchange(place, replacement);
-                 readAll(whole);
-                 place = original;
-               });
-  EXPECT_EQ(whole, before);
-  for (int size = 0; size <= 25; ++size)
-  {
-    for (int round = 0; round < 20; ++round)
-    {
-      XOValue value = resized({}, size);
-      for (int i = 0; i < size; ++i)
-      {
-        value[i] = resized({}, static_cast<int>(random() % 4));
-        forEachPlace(value[i], [&](XOValue& place) { place = strange[random() % 5]; });
-      }
-      readAll(value);
-    }
-  }
 }

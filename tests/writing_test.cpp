@@ -61,20 +61,6 @@ TEST(Writing, GivesFalseSilentlyWhereNoFileCanBeOpened)
   EXPECT_TRUE(captured.messages.empty());
 }
 
-TEST(Writing, GivesWhatReadsAgainAndIsWrittenTheSameAgain)
-{
-  for (const std::string& path : exampleManifests())
-  {
-    PackageInfo package;
-    ASSERT_TRUE(package.loadFromManifestFile(path));
-    const std::string written = package.saveToManifestContent();
-    PackageInfo again;
-    ASSERT_TRUE(again.loadFromManifestContent(written));
-    EXPECT_EQ(printed(again), printed(package)) << path;
-    EXPECT_EQ(again.saveToManifestContent(), written) << path;
-  }
-}
-
 TEST(Writing, GivesAWellFormedManifestWhateverTheRecordHolds)
 {
   const TemporaryFolder folder;
