@@ -135,6 +135,26 @@ TEST(TypeSystem, DescribesStructsAtRunTime)
   EXPECT_THROW(AnyValue(*inner).reference().set(value), ConversionError);
 }
 
+TEST(TypeSystem, RefusesToDescribeWhatUsesUpStackOrMemory)
+{
+  const auto depthOf = [](TypeInterface* type, const auto& around)
+  {
+    const auto describe = [&] { type = around(type); };
+    int depth = 0;
+    while (depth < 1000 && thrown<std::invalid_argument>(describe).empty())
+    {
+      ++depth;
+    }
+    EXPECT_EQ(AnyValue(*type).type(), type);
+    return depth;
+  };
+  EXPECT_EQ(depthOf(typeOf<int>(), describeList), 127);
+  const auto inTwo = [](TypeInterface* type) -> TypeInterface* {
+    return describeStruct("Two", {{"a", type}, {"b", type}});
+  };
+  EXPECT_EQ(depthOf(typeOf<int>(), inTwo), 15); // two to this power, and the structs
+}
+
 TEST(TypeSystem, FillsOnlyAddedFields)
 {
   Point point{5, 6};

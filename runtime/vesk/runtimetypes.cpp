@@ -18,8 +18,47 @@ namespace
 /// The members of a struct or the elements of a list, each holding a value of its type.
 using Parts = std::vector<AnyValue>;
 
+/// How deep types are within each other, and how many values a default value consists of. Both are
+/// bounded, since a peer's description must use up neither stack nor memory.
+struct Extent
+{
+  int depth = 1;
+  std::size_t values = 1;
+};
+
+constexpr std::size_t mostValues = 65536;
+
+/// Throws std::invalid_argument where that is beyond the bounds.
+Extent around(const Extent& outer, const Extent& inner)
+{
+  const Extent extent{std::max(outer.depth, inner.depth + 1), outer.values + inner.values};
+  if (extent.depth > detail::deepestNesting || extent.values > mostValues)
+  {
+    throw std::invalid_argument("a type with too many types within it");
+  }
+  return extent;
+}
+
+class HasExtent
+{
+public:
+  HasExtent() = default;
+  HasExtent(const HasExtent&) = delete;
+  HasExtent& operator=(const HasExtent&) = delete;
+  virtual ~HasExtent() = default;
+
+  Extent extent;
+};
+
+/// Of a type that is not described while the program runs, only itself counts.
+Extent extentOf(const TypeInterface* type)
+{
+  const auto* const runtimeType = dynamic_cast<const HasExtent*>(type);
+  return runtimeType == nullptr ? Extent() : runtimeType->extent;
+}
+
 template <typename Interface>
-class RuntimeType : public NativeType<Parts, Interface>
+class RuntimeType : public NativeType<Parts, Interface>, public HasExtent
 {
 public:
   const std::type_info& info() const override { return typeid(void); }
@@ -36,6 +75,7 @@ public:
     {
       names.push_back(member.name);
       types.push_back(member.type);
+      extent = around(extent, extentOf(member.type));
     }
   }
 
@@ -79,7 +119,10 @@ private:
 class RuntimeList : public RuntimeType<ListTypeInterface>
 {
 public:
-  explicit RuntimeList(TypeInterface* elementType) : type(elementType) {}
+  explicit RuntimeList(TypeInterface* elementType) : type(elementType)
+  {
+    extent.depth = around(extent, extentOf(elementType)).depth; // and by default it is empty
+  }
 
   TypeInterface* elementType() const override { return type; }
   std::size_t size(const void* list) const override { return of(list).size(); }
