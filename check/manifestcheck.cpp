@@ -11,11 +11,21 @@ namespace vesk::check
 {
 namespace
 {
-std::vector<Finding> unreadable(const QString& why, const Options& options)
+/// The one finding that there is without a tree.
+std::vector<Finding> single(RuleId id, const QString& message, const Options& options, int line = 0,
+                            int column = 0)
 {
   Report report(options);
-  report.add(RuleId::Unreadable, why);
+  if (report.wants(id))
+  {
+    report.add(id, message, line, column);
+  }
   return report.take();
+}
+
+std::vector<Finding> unreadable(const QString& why, const Options& options)
+{
+  return single(RuleId::Unreadable, why, options);
 }
 
 std::vector<Finding> checkParsed(bool isParsed, const SyntaxError& error,
@@ -25,10 +35,8 @@ std::vector<Finding> checkParsed(bool isParsed, const SyntaxError& error,
   {
     return checkDocument(document, options);
   }
-  Report report(options);
-  report.add(error.isBeyondLimits ? RuleId::BeyondLimits : RuleId::NotWellFormed, error.message,
-             error.line, error.column);
-  return report.take();
+  return single(error.isBeyondLimits ? RuleId::BeyondLimits : RuleId::NotWellFormed, error.message,
+                options, error.line, error.column);
 }
 } // namespace
 

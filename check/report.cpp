@@ -6,6 +6,11 @@
 
 namespace vesk::check
 {
+namespace
+{
+// A finding takes a hundred times what causes it.
+constexpr std::size_t mostOfARule = 1000;
+} // namespace
 
 Report::Report(const Options& options)
 {
@@ -14,15 +19,18 @@ Report::Report(const Options& options)
     const auto asked = options.severities.find(rule.tag);
     severities.push_back(asked == options.severities.end() ? rule.severity : asked->second);
   }
+  counts.resize(severities.size());
+}
+
+bool Report::wants(RuleId id)
+{
+  return severityOf(id) != Severity::Off && ++counts[static_cast<std::size_t>(id)] <= mostOfARule;
 }
 
 void Report::add(RuleId id, const QString& message, int line, int column, const QString& place)
 {
-  if (isAsked(id))
-  {
-    findings.push_back(
-        {&ruleOf(id), severityOf(id), message.toStdString(), line, column, place.toStdString()});
-  }
+  findings.push_back(
+      {&ruleOf(id), severityOf(id), message.toStdString(), line, column, place.toStdString()});
 }
 
 std::vector<Finding> Report::take()
@@ -31,6 +39,17 @@ std::vector<Finding> Report::take()
                    [](const Finding& left, const Finding& right) {
                      return std::tie(left.line, left.column) < std::tie(right.line, right.column);
                    });
+  for (std::size_t id = 0; id < counts.size(); ++id)
+  {
+    if (counts[id] > mostOfARule)
+    {
+      const auto last = std::find_if(findings.rbegin(), findings.rend(),
+                                     [id](const Finding& finding)
+                                     { return finding.rule == &ruleOf(static_cast<RuleId>(id)); });
+      last->message +=
+          "; " + std::to_string(counts[id] - mostOfARule) + " more of these are left out";
+    }
+  }
   return std::move(findings);
 }
 

@@ -16,18 +16,20 @@ class Report
 public:
   explicit Report(const Options& options);
 
-  bool isAsked(RuleId id) const { return severityOf(id) != Severity::Off; }
+  /// Whether a further finding of this rule is to be added. It is counted in any case.
+  bool wants(RuleId id);
 
   void add(RuleId id, const QString& message, int line = 0, int column = 0,
            const QString& place = {});
 
-  /// All, in document order.
+  /// All, in document order. Where more of a rule were counted than wanted, the last one says so.
   std::vector<Finding> take();
 
 private:
   Severity severityOf(RuleId id) const { return severities[static_cast<std::size_t>(id)]; }
 
   std::vector<Severity> severities; // by RuleId
+  std::vector<std::size_t> counts;  // by RuleId
   std::vector<Finding> findings;
 };
 

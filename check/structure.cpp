@@ -119,7 +119,7 @@ void Checker::check()
 
 void Checker::report(RuleId id, const QDomNode& node, const QString& message, const QString& part)
 {
-  if (!found.isAsked(id))
+  if (!found.wants(id))
   {
     return;
   }

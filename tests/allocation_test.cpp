@@ -68,12 +68,14 @@ enum class Afterwards
 };
 
 /// Runs \p operation on copies of \p original, with its first allocation failing, with the second,
-/// and so on until none does. Nothing may leak, and where it fails the copy must be as it is to be.
+/// and so on until none does. Nothing may leak, and the copy must be as it is to be where that throws,
+/// and finished where it does not.
 template <typename Value>
 void failEverywhere(const char* name, Afterwards afterwards, const Value& original,
                     const std::function<void(Value&)>& operation)
 {
   const std::string before = contentIn(original);
+  std::string finished;
   long failing = 0;
   for (bool isDone = false; !isDone; ++failing)
   {
@@ -85,7 +87,9 @@ void failEverywhere(const char* name, Afterwards afterwards, const Value& origin
       try
       {
         operation(value);
-        isDone = untilFailure > 0;
+        isDone = std::exchange(untilFailure, 0) > 0;
+        finished = failing == 0 ? contentIn(value) : finished;
+        isAsItMayBe = contentIn(value) == finished;
       }
       catch (const std::bad_alloc&)
       {
@@ -116,8 +120,9 @@ struct Strange
 {};
 
 /// Describes types for the first time while the allocation with this number fails, and then again.
+/// Gives whether there was no such allocation.
 template <int number>
-void failToDescribe()
+bool failToDescribe()
 {
   using Map = std::map<std::string, std::list<Strange<number>>>;
   auto* const own = new PlainType<Strange<number>, TypeKind::Unknown>("strange");
@@ -130,17 +135,20 @@ void failToDescribe()
   }
   catch (const std::bad_alloc&)
   {}
+  const bool hasNotFailed = untilFailure > 0;
   untilFailure = 0;
   EXPECT_NE(isRegistered, registerType(typeid(Strange<number>), own));
   EXPECT_EQ(typeOf<Map>()->name(), "map<string, list<strange>>");
   const AnyValue peer(*describeStruct("Peer", {{"maps", typeOf<Map>()}}));
   EXPECT_EQ(peer.member("maps").as<Map>().size(), 0U);
+  return hasNotFailed;
 }
 
 template <int... numbers>
 void failToDescribeEverywhere(std::integer_sequence<int, numbers...>)
 {
-  (failToDescribe<numbers + 1>(), ...);
+  const std::vector<bool> haveNotFailed{failToDescribe<numbers + 1>()...};
+  EXPECT_TRUE(!haveNotFailed.front() && haveNotFailed.back());
 }
 } // namespace
 
@@ -172,6 +180,7 @@ void operator delete(void* memory, std::size_t) noexcept { operator delete(memor
 
 TEST(Allocation, MayFailAnywhere)
 {
+  ASSERT_FALSE(toolkit.empty());
   log::removeHandler(log::defaultHandler);
   const TemporaryFolder folder;
   const auto package = filled<PackageInfo, OneOfEach>();
@@ -220,6 +229,8 @@ TEST(Allocation, MayFailAnywhere)
                               [&](PackageInfo& p) { fromXOValue(p, variant); });
   failEverywhere<BehaviorInfo>("descriptor", Afterwards::Unchanged, package.behaviors().front(),
                                [&](BehaviorInfo& b) { b = other.behaviors().front(); });
+  failEverywhere<DialogInfo>("descriptor", Afterwards::Unchanged, package.dialogs().front(),
+                             [&](DialogInfo& d) { d = other.dialogs().front(); });
   failEverywhere<LanguageInfo>("descriptor", Afterwards::Unchanged, package.languages().front(),
                                [&](LanguageInfo& l) { l = other.languages().front(); });
   failToDescribeEverywhere(std::make_integer_sequence<int, 30>());

@@ -124,6 +124,18 @@ TEST(Check, ReportsAsItIsAsked)
   EXPECT_THAT(tagsOf(checkFile("/nowhere/manifest.xml")), ElementsAre("unreadable"));
 }
 
+TEST(Check, CountsWhatIsTooMuchToList)
+{
+  std::string many = "<package uuid='u' version='1'>";
+  for (int i = 0; i < 1500; ++i)
+  {
+    many += "<a/>";
+  }
+  const std::vector<Finding> findings = checkText(many + "</package>");
+  EXPECT_EQ(findings.size(), 1000U);
+  EXPECT_THAT(findings.back().message, testing::EndsWith("; 500 more of these are left out"));
+}
+
 TEST(Check, LooksUpPathsInThePackage)
 {
   const TemporaryFolder folder;

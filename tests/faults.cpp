@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-// Preloaded into a program: before its file operation with the number FAULT_AT, the program gets the
-// signal FAULT, or, when that is a folder, the folder is renamed to end in ".gone".
+// Preloaded into a program: its file operation with the number FAULT_AT meets with FAULT. That is "signal N",
+// which the program gets before, "error N", with which the operation fails, or a folder, which is renamed
+// before to end in ".gone".
+#include <cerrno>
 #include <csignal>
 #include <cstdarg>
 #include <cstdio>
@@ -12,31 +14,42 @@
 
 namespace
 {
-void beginOperation()
+/// The error with which the operation is to fail, or 0.
+int beginOperation()
 {
   static int operations = 0;
   const char* const at = std::getenv("FAULT_AT");
-  const char* const fault = std::getenv("FAULT");
-  if (at == nullptr || fault == nullptr || ++operations != std::stoi(at))
+  const char* const what = std::getenv("FAULT");
+  if (at == nullptr || what == nullptr || ++operations != std::stoi(at))
   {
-    return;
+    return 0;
   }
-  if (*fault == '/')
+  const std::string fault = what;
+  if (fault.front() == '/')
   {
-    renameat(AT_FDCWD, fault, AT_FDCWD, (std::string(fault) + ".gone").c_str());
+    renameat(AT_FDCWD, what, AT_FDCWD, (fault + ".gone").c_str());
+    return 0;
   }
-  else
+  const int number = std::stoi(fault.substr(fault.find(' ')));
+  if (fault.compare(0, 6, "error ") == 0)
   {
-    static_cast<void>(std::raise(std::stoi(fault)));
+    return number;
   }
+  static_cast<void>(std::raise(number));
+  return 0;
 }
 
-/// The operation that is in the place of the one here.
-template <typename Operation>
-Operation* following(const char* name)
+/// Does what the operation does that is in the place of the one here.
+template <typename Operation, typename... Arguments>
+auto pass(const char* name, Arguments... arguments)
 {
-  beginOperation();
-  return reinterpret_cast<Operation*>(dlsym(RTLD_NEXT, name));
+  auto* const operation = reinterpret_cast<Operation*>(dlsym(RTLD_NEXT, name));
+  if (const int error = beginOperation())
+  {
+    errno = error;
+    return decltype(operation(arguments...)){-1};
+  }
+  return operation(arguments...);
 }
 } // namespace
 
@@ -49,27 +62,27 @@ int open64(const char* path, int flags, ...) // NOLINT(cert-dcl50-cpp): so it is
   va_start(arguments, flags);
   const mode_t mode = va_arg(arguments, mode_t);
   va_end(arguments);
-  return following<decltype(open64)>("open64")(path, flags, mode);
+  return pass<decltype(open64)>("open64", path, flags, mode);
 }
 
 ssize_t read(int file, void* to, std::size_t size)
 {
-  return following<decltype(read)>("read")(file, to, size);
+  return pass<decltype(read)>("read", file, to, size);
 }
 ssize_t write(int file, const void* from, std::size_t size)
 {
-  return following<decltype(write)>("write")(file, from, size);
+  return pass<decltype(write)>("write", file, from, size);
 }
-int fchmod(int file, mode_t mode) { return following<decltype(fchmod)>("fchmod")(file, mode); }
-int fdatasync(int file) { return following<decltype(fdatasync)>("fdatasync")(file); }
+int fchmod(int file, mode_t mode) { return pass<decltype(fchmod)>("fchmod", file, mode); }
+int fdatasync(int file) { return pass<decltype(fdatasync)>("fdatasync", file); }
 int linkat(int from, const char* path, int to, const char* newPath, int flags)
 {
-  return following<decltype(linkat)>("linkat")(from, path, to, newPath, flags);
+  return pass<decltype(linkat)>("linkat", from, path, to, newPath, flags);
 }
 int rename(const char* path, const char* newPath)
 {
-  return following<decltype(rename)>("rename")(path, newPath);
+  return pass<decltype(rename)>("rename", path, newPath);
 }
-int close(int file) { return following<decltype(close)>("close")(file); }
+int close(int file) { return pass<decltype(close)>("close", file); }
 }
 // NOLINTEND(readability-inconsistent-declaration-parameter-name)

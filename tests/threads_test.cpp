@@ -31,7 +31,9 @@ auto inManyThreads(Work work)
         {
           --waiting;
           while (waiting > 0)
-          {}
+          {
+            std::this_thread::yield();
+          }
           results[i] = work(i);
         });
   }

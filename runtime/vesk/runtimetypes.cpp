@@ -167,6 +167,16 @@ struct RuntimeTypes
   std::mutex mutex;
   std::map<Signature, std::unique_ptr<RuntimeStruct>> structs;
   std::map<TypeInterface*, std::unique_ptr<RuntimeList>> lists;
+
+  /// The description for a key, made unless there is one already.
+  template <typename Type, typename Key, typename Make>
+  Type* known(std::map<Key, std::unique_ptr<Type>>& descriptions, const Key& key, const Make& make)
+  {
+    const std::lock_guard lock(mutex);
+    const auto found = descriptions.find(key);
+    return (found != descriptions.end() ? found : descriptions.emplace(key, make()).first)
+        ->second.get();
+  }
 };
 
 // Never destroyed: values may outlive everything else.
@@ -193,13 +203,8 @@ StructTypeInterface* describeStruct(const std::string& name,
     signature.emplace_back(member.name, member.type);
   }
   RuntimeTypes& types = theRuntimeTypes();
-  const std::lock_guard lock(types.mutex);
-  std::unique_ptr<RuntimeStruct>& type = types.structs[{name, signature, addedFields}];
-  if (!type)
-  {
-    type = std::make_unique<RuntimeStruct>(name, members, addedFields);
-  }
-  return type.get();
+  return types.known(types.structs, RuntimeTypes::Signature(name, signature, addedFields),
+                     [&] { return std::make_unique<RuntimeStruct>(name, members, addedFields); });
 }
 
 ListTypeInterface* describeList(TypeInterface* elementType)
@@ -209,13 +214,8 @@ ListTypeInterface* describeList(TypeInterface* elementType)
     throw std::invalid_argument("a list of elements without a type");
   }
   RuntimeTypes& types = theRuntimeTypes();
-  const std::lock_guard lock(types.mutex);
-  std::unique_ptr<RuntimeList>& type = types.lists[elementType];
-  if (!type)
-  {
-    type = std::make_unique<RuntimeList>(elementType);
-  }
-  return type.get();
+  return types.known(types.lists, elementType,
+                     [&] { return std::make_unique<RuntimeList>(elementType); });
 }
 
 } // namespace vesk

@@ -3,6 +3,8 @@
 #include <vesk/structversioning.hpp>
 
 #include <algorithm>
+#include <set>
+#include <string_view>
 #include <utility>
 
 namespace vesk
@@ -11,9 +13,9 @@ namespace
 {
 bool areAmong(const std::vector<std::string>& names, const std::vector<std::string>& allowed)
 {
+  const std::set<std::string_view> all(allowed.begin(), allowed.end());
   return std::all_of(names.begin(), names.end(),
-                     [&allowed](const std::string& name)
-                     { return std::find(allowed.begin(), allowed.end(), name) != allowed.end(); });
+                     [&all](const std::string& name) { return all.count(name) != 0; });
 }
 } // namespace
 
@@ -25,11 +27,14 @@ bool fillMissingFieldsWithDefaultValues(const StructTypeInterface& type, void* v
   {
     return false;
   }
-  for (const std::string& name : missing)
+  const std::set<std::string_view> toFill(missing.begin(), missing.end());
+  for (std::size_t index = 0; index < type.memberNames().size(); ++index)
   {
-    const std::size_t index = type.memberIndex(name).value();
-    AnyValue initial(*type.memberTypes()[index]);
-    type.setMember(value, index, initial.reference().address());
+    if (toFill.count(type.memberNames()[index]) != 0)
+    {
+      AnyValue initial(*type.memberTypes()[index]);
+      type.setMember(value, index, initial.reference().address());
+    }
   }
   return true;
 }

@@ -20,6 +20,15 @@ struct Registry
   std::unordered_map<std::type_index, TypeInterface*> types;
   std::vector<TypeInterface*> registered;
 
+  /// So that nothing is registered by half when there is no memory.
+  void makeRoom()
+  {
+    if (registered.size() == registered.capacity())
+    {
+      registered.reserve(2 * registered.size() + 1);
+    }
+  }
+
   void noteRegistered(TypeInterface* type)
   {
     if (std::find(registered.begin(), registered.end(), type) == registered.end())
@@ -54,7 +63,7 @@ bool registerStruct(TypeInterface* type)
   const std::string name = type->name();
   Registry& registry = theRegistry();
   const std::unique_lock lock(registry.mutex);
-  registry.registered.reserve(registry.registered.size() + 1); // all or nothing
+  registry.makeRoom();
   if (!registry.structs.try_emplace(name, type).second)
   {
     return false;
@@ -71,7 +80,7 @@ bool registerType(const std::type_info& info, TypeInterface* type)
   }
   Registry& registry = theRegistry();
   const std::unique_lock lock(registry.mutex);
-  registry.registered.reserve(registry.registered.size() + 1); // all or nothing
+  registry.makeRoom();
   if (!registry.types.try_emplace(info, type).second)
   {
     return false;

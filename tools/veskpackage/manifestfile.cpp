@@ -11,8 +11,10 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <cerrno>
 #include <check/manifestcheck.hpp>
 #include <cstdio>
+#include <unistd.h>
 
 namespace
 {
@@ -28,9 +30,38 @@ void collectLog()
 
 bool writeTo(QFileDevice& file, const std::string& content)
 {
-  return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
-         file.write(content.data(), static_cast<qint64>(content.size())) ==
-             static_cast<qint64>(content.size());
+  if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+  {
+    return false;
+  }
+  const char* left = content.data();
+  const char* const end = left + content.size();
+  while (left < end) // a disk that is nearly full takes a part
+  {
+    const qint64 written = file.write(left, end - left);
+    if (written <= 0)
+    {
+      return false;
+    }
+    left += written;
+  }
+  return true;
+}
+
+/// Gives why it did not work, or nothing. The disk's own refusal may come only when all is on it, and
+/// the toolkit does not ask.
+QString replaceFile(const QString& path, const std::string& content)
+{
+  QSaveFile file(path);
+  if (!writeTo(file, content))
+  {
+    return file.errorString();
+  }
+  if (fdatasync(file.handle()) != 0)
+  {
+    return qt_error_string(errno);
+  }
+  return file.commit() ? QString() : file.errorString();
 }
 
 /// Complains of what \p manifest has that would be lost; false when there is nothing.
@@ -144,8 +175,7 @@ bool write(const std::string& content, const std::string& file, std::ostream& ou
   }
   else
   {
-    QSaveFile saved(path);
-    error = writeTo(saved, content) && saved.commit() ? QString() : saved.errorString();
+    error = replaceFile(path, content);
   }
   if (!error.isEmpty())
   {

@@ -23,8 +23,8 @@ struct Manifest
   vesk::PackageInfo package;
 };
 
-/// Larger files are refused. In memory, a parsed manifest can take 90 times its size.
-inline constexpr int mostMebibytes = 64;
+/// Larger files are refused: in memory, a parsed manifest can take 90 times its size.
+inline constexpr int mostMebibytes = 32;
 
 /// All that is in \p file, or comes from standard input when that is "-". When it cannot be read or is
 /// too large, gives none and says why.
