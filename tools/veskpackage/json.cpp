@@ -87,6 +87,28 @@ OrderedJson jsonOf(const vesk::AnyConstReference& value)
   }
   return nullptr;
 }
+
+/// Escapes the control characters that JSON lets stand, U+007F to U+009F: terminals act on them.
+std::string withEscapedControls(const std::string& json)
+{
+  std::string escaped;
+  escaped.reserve(json.size());
+  for (std::size_t i = 0; i < json.size(); ++i)
+  {
+    const bool isTwoBytes =
+        json[i] == '\xC2' && i + 1 < json.size() && static_cast<unsigned char>(json[i + 1]) < 0xA0;
+    if (!isTwoBytes && json[i] != '\x7F')
+    {
+      escaped += json[i];
+      continue;
+    }
+    i += isTwoBytes ? 1 : 0;
+    constexpr const char* digits = "0123456789abcdef";
+    const auto code = static_cast<unsigned char>(json[i]);
+    escaped += std::string("\\u00") + digits[code / 16] + digits[code % 16];
+  }
+  return escaped;
+}
 } // namespace
 
 std::string
@@ -98,5 +120,6 @@ toJson(const vesk::AnyConstReference& value, int indentation,
   {
     append(json, name, jsonOf(member));
   }
-  return json.dump(indentation, ' ', false, OrderedJson::error_handler_t::replace);
+  return withEscapedControls(
+      json.dump(indentation, ' ', false, OrderedJson::error_handler_t::replace));
 }
