@@ -233,5 +233,5 @@ TEST(Allocation, MayFailAnywhere)
                              [&](DialogInfo& d) { d = other.dialogs().front(); });
   failEverywhere<LanguageInfo>("descriptor", Afterwards::Unchanged, package.languages().front(),
                                [&](LanguageInfo& l) { l = other.languages().front(); });
-  failToDescribeEverywhere(std::make_integer_sequence<int, 30>());
+  failToDescribeEverywhere(std::make_integer_sequence<int, 16>());
 }

@@ -26,7 +26,7 @@ struct vesk::StructDescription<Pose>
 template <std::size_t Index>
 struct Unseen
 {};
-constexpr std::size_t unseenTypes = 64;
+constexpr std::size_t unseenTypes = 16;
 
 /// All of these, in order.
 template <std::size_t... Index>
