@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "manifestpattern.hpp"
 #include "support.hpp"
 
 #include <QDomDocument>
@@ -126,12 +127,7 @@ TEST(Check, ReportsAsItIsAsked)
 
 TEST(Check, CountsWhatIsTooMuchToList)
 {
-  std::string many = "<package uuid='u' version='1'>";
-  for (int i = 0; i < 1500; ++i)
-  {
-    many += "<a/>";
-  }
-  const std::vector<Finding> findings = checkText(many + "</package>");
+  const auto findings = checkText(expanded("<package uuid='u' version='1'>{1500*<a/>}</package>"));
   EXPECT_EQ(findings.size(), 1000U);
   EXPECT_THAT(findings.back().message, testing::EndsWith("; 500 more of these are left out"));
 }
