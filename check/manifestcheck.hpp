@@ -68,8 +68,8 @@ struct Options
 /// What is wrong with a manifest, in document order. One pass finds everything; only of what is not
 /// well-formed, or goes beyond the limits that PackageInfo::loadFromManifestFile() names, nothing
 /// else can be said. Nothing is printed or logged, and nothing is thrown for what a manifest holds.
-/// Takes time in proportion to the manifest. Of a rule, the first 1,000 findings are given; the message of
-/// the last one says how many are left out. May be called from any thread at any time.
+/// Takes time in proportion to the manifest. Of a rule, the first 1,000 findings are given; the
+/// message of the last one says how many are left out. May be called from any thread at any time.
 /// \{
 
 /// Checks the file at \p path (UTF-8).

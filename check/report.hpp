@@ -16,7 +16,7 @@ class Report
 public:
   explicit Report(const Options& options);
 
-  /// Whether a further finding of this rule is to be added. It is counted in any case.
+  /// Counts a finding of this rule, and gives whether it is to be added.
   bool wants(RuleId id);
 
   void add(RuleId id, const QString& message, int line = 0, int column = 0,

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Preloaded into a program: its file operation with the number FAULT_AT meets with FAULT. That is "signal N",
-// which the program gets before, "error N", with which the operation fails, or a folder, which is renamed
-// before to end in ".gone".
+// Preloaded into a program: its file operation with the number FAULT_AT meets with FAULT. That is
+// "signal N", which the program gets before, "error N", with which the operation fails, or a folder,
+// which is renamed before to end in ".gone".
 #include <cerrno>
 #include <csignal>
 #include <cstdarg>

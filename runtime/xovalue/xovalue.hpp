@@ -246,7 +246,8 @@ private:
 inline XOValue& detail::Array::operator[](int index) const noexcept { return values[index]; }
 
 /// Prints the value in the form of JSON, the empty value as null. An array that holds arrays takes
-/// a line for each of its values, indented by 2, but for what is nested more than 50 deep. Bytes that are no UTF-8 go out as they are.
+/// a line for each of its values, indented by 2, but for what is nested more than 50 deep. Bytes that
+/// are no UTF-8 go out as they are.
 XOVALUE_EXPORT std::ostream& operator<<(std::ostream& out, const XOValue& value);
 
 } // namespace XO

@@ -57,7 +57,7 @@ QString replaceFile(const QString& path, const std::string& content)
   {
     return file.errorString();
   }
-  if (fdatasync(file.handle()) != 0)
+  if (fdatasync(file.handle()) != 0 && errno != EINVAL) // which says that there is nothing to sync
   {
     return qt_error_string(errno);
   }
