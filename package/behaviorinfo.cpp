@@ -4,6 +4,7 @@
 #include <package/languagecodes.hpp>
 #include <package/listmaps.hpp>
 #include <package/recordaccess.hpp>
+#include <package/trimming.hpp>
 
 #include <algorithm>
 #include <utility>
@@ -273,11 +274,7 @@ void BehaviorInfoPrivate::trimExtraInfo(std::list<std::string> descriptionLangua
                                         // NOLINTNEXTLINE(performance-unnecessary-value-param)
                                         std::list<std::string> supportedLanguages)
 {
-  trimFromLanguages(langToName, descriptionLanguages);
-  trimFromLanguages(langToDesc, descriptionLanguages);
-  trimFromLanguages(langToTags, supportedLanguages);
-  trimFromLanguages(langToLoadingResponses, supportedLanguages);
-  trimFromLanguages(langToTriggerSentences, supportedLanguages);
+  trimMembers(*this, descriptionLanguages, supportedLanguages);
 }
 
 } // namespace vesk

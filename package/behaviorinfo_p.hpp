@@ -2,9 +2,13 @@
 #ifndef PACKAGE_BEHAVIORINFO_P_HPP
 #define PACKAGE_BEHAVIORINFO_P_HPP
 
+#include <package/recordmember.hpp>
+
+#include <array>
 #include <list>
 #include <map>
 #include <string>
+#include <tuple>
 
 class QDomDocument;
 class QDomNode;
@@ -40,6 +44,40 @@ struct BehaviorInfoPrivate
   /// Appends a "behaviorContent" element to \p parent.
   void saveToManifest(QDomDocument& doc, QDomNode& parent) const;
 };
+
+template <>
+struct StructDescription<BehaviorInfoPrivate>
+{
+  using Record = BehaviorInfoPrivate;
+  static constexpr auto name = "::vesk::BehaviorInfoPrivate";
+  static constexpr auto members = std::make_tuple(
+      recordMember("path", "path", &Record::path),
+      recordMember("nature", "nature", &Record::nature),
+      recordMember("langToName", "names", &Record::langToName, Keeps::DescriptionLanguages),
+      recordMember("langToDesc", "descriptions", &Record::langToDesc, Keeps::DescriptionLanguages),
+      // No module has ever been given categories in the variant form; the place is kept.
+      recordMember("categories", "categories", &Record::categories, InVariant::Empty),
+      recordMember("langToTags", "tags", &Record::langToTags, Keeps::SupportedLanguages),
+      recordMember("langToTriggerSentences", "triggerSentences", &Record::langToTriggerSentences,
+                   Keeps::SupportedLanguages),
+      recordMember("langToLoadingResponses", "loadingResponses", &Record::langToLoadingResponses,
+                   Keeps::SupportedLanguages),
+      recordMember("purposeToCondition", "conditions", &Record::purposeToCondition, Keeps::All),
+      recordMember("permissions", "permissions", &Record::permissions),
+      recordMember("userRequestable", "userRequestable", &Record::userRequestable));
+  static constexpr std::array addedFields{"userRequestable"};
+};
+
+inline auto allMembers(const BehaviorInfoPrivate& record)
+{
+  const auto& [path, nature, names, descriptions, categories, tags, sentences, responses,
+               conditions, permissions, userRequestable, owner] = record;
+  static_cast<void>(owner); // no field
+  return std::tie(path, nature, names, descriptions, categories, tags, sentences, responses,
+                  conditions, permissions, userRequestable);
+}
+
+static_assert(describesAllMembers<BehaviorInfoPrivate>);
 
 } // namespace vesk
 

@@ -2,8 +2,11 @@
 #ifndef PACKAGE_LANGUAGEINFO_P_HPP
 #define PACKAGE_LANGUAGEINFO_P_HPP
 
+#include <package/recordmember.hpp>
+
 #include <map>
 #include <string>
+#include <tuple>
 
 class QDomDocument;
 class QDomNode;
@@ -30,6 +33,28 @@ struct LanguageInfoPrivate
   /// Appends a "languageContent" element to \p parent.
   void saveToManifest(QDomDocument& doc, QDomNode& parent) const;
 };
+
+template <>
+struct StructDescription<LanguageInfoPrivate>
+{
+  using Record = LanguageInfoPrivate;
+  static constexpr auto name = "vesk::LanguageInfoPrivate"; // without "::": peers know it by that
+  static constexpr auto members =
+      std::make_tuple(recordMember("path", "path", &Record::path),
+                      recordMember("engineName", "engineName", &Record::engineName),
+                      recordMember("engineVersion", "engineVersion", &Record::engineVersion),
+                      recordMember("locale", "locale", &Record::locale),
+                      recordMember("langToName", "names", &Record::langToName, Keeps::All));
+};
+
+inline auto allMembers(const LanguageInfoPrivate& record)
+{
+  const auto& [path, engineName, engineVersion, locale, names, owner] = record;
+  static_cast<void>(owner); // no field
+  return std::tie(path, engineName, engineVersion, locale, names);
+}
+
+static_assert(describesAllMembers<LanguageInfoPrivate>);
 
 } // namespace vesk
 

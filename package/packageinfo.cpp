@@ -3,6 +3,7 @@
 #include <package/packageinfo.hpp>
 #include <package/packageinfo_p.hpp>
 #include <package/recordaccess.hpp>
+#include <package/trimming.hpp>
 
 #include <algorithm>
 #include <utility>
@@ -216,8 +217,7 @@ void PackageInfo::trimExtraInfo() { record->trimExtraInfo(); }
 
 void PackageInfoPrivate::trimExtraInfo()
 {
-  trimFromLanguages(langToName, descriptionLanguages);
-  trimFromLanguages(langToDesc, descriptionLanguages);
+  trimMembers(*this, descriptionLanguages, supportedLanguages);
   for (BehaviorInfo& behavior : behaviors)
   {
     behavior.trimExtraInfo(descriptionLanguages, supportedLanguages);

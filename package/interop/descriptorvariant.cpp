@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <package/behaviorinfo_p.hpp>
+#include <package/dialoginfo_p.hpp>
 #include <package/interop/variantmembers.hpp>
+#include <package/languageinfo_p.hpp>
 #include <package/recordaccess.hpp>
 
 namespace vesk

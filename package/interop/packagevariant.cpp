@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <package/interop/variantmembers.hpp>
 #include <package/languagecodes.hpp>
+#include <package/packageinfo_p.hpp>
 #include <package/recordaccess.hpp>
 
 #include <boost/bind/bind.hpp>

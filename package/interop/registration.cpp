@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <package/interop/recordmembers.hpp>
+#include <package/behaviorinfo_p.hpp>
+#include <package/dialoginfo_p.hpp>
+#include <package/languageinfo_p.hpp>
+#include <package/packageinfo_p.hpp>
 #include <package/recordaccess.hpp>
 #include <package/registrar.hpp>
 #include <vesk/typesystem.hpp>

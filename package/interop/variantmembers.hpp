@@ -2,11 +2,10 @@
 #ifndef PACKAGE_INTEROP_VARIANTMEMBERS_HPP
 #define PACKAGE_INTEROP_VARIANTMEMBERS_HPP
 
-#include <package/interop/recordmembers.hpp>
 #include <package/interop/xovalue.hpp>
+#include <package/recordmember.hpp>
 
 #include <string>
-#include <tuple>
 
 /// Records to variant values and back, by the tables of their members.
 namespace vesk
@@ -33,19 +32,6 @@ template <typename Container>
 void readValue(Container& container, const XO::XOValue& value)
 {
   ::fromXOValue(container, value);
-}
-
-/// Calls \p visit with each member of the record's table and its position.
-template <typename Record, typename Visitor>
-void forEachMember(Visitor visit)
-{
-  std::apply(
-      [&visit](const auto&... members)
-      {
-        int position = 0;
-        (visit(members, position++), ...);
-      },
-      StructDescription<Record>::members);
 }
 
 /// An array of pairs [name, value].
