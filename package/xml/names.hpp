@@ -9,18 +9,20 @@
 namespace vesk
 {
 
-/// An element's or attribute's name. Kept in the toolkit's form, since the same few names are used
-/// again and again; any UTF-8 text converts to one.
+/// An element's or attribute's name. Kept in the toolkit's form, too, since the same few names are
+/// used again and again; any UTF-8 text converts to one.
 class XmlName
 {
 public:
-  XmlName(const char* utf8) : text(QString::fromUtf8(utf8)) {}
-  XmlName(const std::string& utf8) : XmlName(utf8.c_str()) {}
+  XmlName(const char* name) : text(QString::fromUtf8(name)), utf8(name) {}
+  XmlName(const std::string& name) : XmlName(name.c_str()) {}
 
   operator const QString&() const { return text; }
+  operator const std::string&() const { return utf8; }
 
 private:
   QString text;
+  std::string utf8;
 };
 
 /// Every element and attribute name of a manifest. Elements and attributes share a member where

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <format/describe.hpp>
+#include <package/behaviorinfo.hpp>
+#include <package/behaviorinfo_p.hpp>
+#include <package/packageinfo_p.hpp>
+
+#include <utility>
+
+namespace vesk::format
+{
+namespace
+{
+using Record = BehaviorInfoPrivate;
+
+Element permissions()
+{
+  auto permissions = group(n().permissions, "What the behavior claims to be allowed.")
+                         .heldBy(&Record::permissions)
+                         .holding(Holds::Names)
+                         .whenWritten(Written::Always);
+  for (const auto& [name, meaning] :
+       {std::pair(BehaviorInfo::k_permCanRunInSleep,
+                  "The behavior may run while the robot sleeps."),
+        std::pair(BehaviorInfo::k_permCanRunOnPod,
+                  "The behavior may run while the robot is on its pod."),
+        std::pair(BehaviorInfo::k_permCanStandUp, "The behavior may make the robot stand up."),
+        std::pair(BehaviorInfo::k_permCanSitDown, "The behavior may make the robot sit down.")})
+  {
+    permissions.with(describe<Element>(name, meaning, "it may not")
+                         .ifSeveral(Several::CountOnce)
+                         .whenWritten(Written::IfTrue));
+  }
+  return permissions;
+}
+
+Element sentence(const char* example)
+{
+  return localizedText(n().sentence, "A sentence in one language.").like(example);
+}
+} // namespace
+
+Element describeBehavior()
+{
+  return group(n().behaviorContent, "A behavior. Its elements stand in any order.")
+      .heldBy(&PackageInfoPrivate::behaviors)
+      .repeatable()
+      .whenWritten(Written::Always)
+      .with(path().heldBy(&Record::path).whenWritten(Written::Always).like("guide/start"))
+      .with(describe<Element>(n().userRequestable,
+                              "Says by being there that a user may request the behavior, whatever "
+                              "it holds.",
+                              "a user may not")
+                .heldBy(&Record::userRequestable)
+                .holding(Holds::Presence)
+                .whenWritten(Written::IfTrue))
+      .with(text(n().nature, "The nature of the behavior.")
+                .heldBy(&Record::nature)
+                .usually({BehaviorInfo::natureInteractive(), BehaviorInfo::natureSolitary()})
+                .like("interactive")
+                .ifSeveral(Several::LastCounts)
+                .whenWritten(Written::Always))
+      .with(names("What the behavior is called in each language.", "Start the tour")
+                .heldBy(&Record::langToName))
+      .with(descriptions("What the behavior does, in each language.",
+                         "Leads visitors through the galleries.")
+                .heldBy(&Record::langToDesc))
+      .with(list(n().tags, "Words that the behavior is found by, any number in each language.",
+                 localizedText(n().tag, "A tag in one language.").like("museum"))
+                .heldBy(&Record::langToTags))
+      .with(list(n().triggerSentences,
+                 "What a user may say to start the behavior, any number in each language.",
+                 sentence("start the tour"))
+                .heldBy(&Record::langToTriggerSentences))
+      .with(list(n().loadingResponses,
+                 "What the robot may say while the behavior loads, any number in each language.",
+                 sentence("One moment, please."))
+                .heldBy(&Record::langToLoadingResponses))
+      .with(
+          list(n().autonomous, "When the robot launches the behavior by itself.",
+               text(n().condition, "A condition, best in a CDATA section: there \"<\" and \"&\" "
+                                   "stand as they are.")
+                   .inCdata()
+                   .like("people.nearest < 2.0 && !robot.charging")
+                   .with(attribute(n().purpose,
+                                   "What the condition is for, for example \"start\" or \"stop\".")
+                             .as(Role::Key)
+                             .like("start")
+                             .ifAbsent("the empty purpose")
+                             .needed()))
+              .heldBy(&Record::purposeToCondition))
+      .with(permissions());
+}
+
+} // namespace vesk::format

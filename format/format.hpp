@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef FORMAT_FORMAT_HPP
+#define FORMAT_FORMAT_HPP
+
+#include <format/export.hpp>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The format of a manifest, described once: which elements and attributes there are, where, what they
+/// mean, and which field of a record holds what they say. The checker goes by it, and the schemas, the
+/// tables in docs/manifest.md and the fuzzers' dictionary are made from it.
+namespace vesk::format
+{
+
+/// What a text is: the value of an attribute, or what an element holds.
+enum class Type
+{
+  Text,     ///< any
+  Language, ///< the code of a language, such as "en_US"
+  Path,     ///< of a file or folder, relative to the package
+  PathStem, ///< the same; the extension of a file may be missing
+  Version,  ///< numbers with dots between them, where programs compare them
+  Flag      ///< "true" or "false"
+};
+
+/// Who reads it.
+enum class Readers
+{
+  Both,
+  PackageInfo, ///< PackageInfo::loadFromManifestFile() and its siblings only
+  LoadManifest ///< loadManifest() only
+};
+
+/// When it is written of a package. An element in which nothing is written, but which is, is empty.
+enum class Written
+{
+  Always,
+  UnlessEmpty,
+  UnlessIncomplete, ///< unless one of its attributes is empty
+  IfTrue,
+  Never
+};
+
+/// What a field of a record is called.
+struct Field
+{
+  std::string record;     ///< the type of the record, as in "::vesk::BehaviorInfoPrivate"
+  std::string registered; ///< the member of that, as the type system has it: "langToName"
+  std::string name; ///< the member for people, as in the variant form and field paths: "names"
+};
+
+/// What elements and attributes have in common. All text is UTF-8.
+struct Entry
+{
+  std::string name;
+  std::string meaning; ///< what it is for, in sentences
+  std::string absent;  ///< what it means that there is none: the end of the sentence "it is …"
+  std::string example; ///< a value; of an element, its text
+  Type type = Type::Text;
+  std::vector<std::string> usual; ///< values that programs know; of a Text, others may be as well
+  /// Without it, or where it is empty, a manifest is not valid. The readers do not mind.
+  bool isRequired = false;
+  Written written = Written::UnlessEmpty;
+  Readers readers = Readers::Both;
+  /// Which field holds it: the value of an attribute, the text in an element, the entries of a list, or,
+  /// of an element that may be repeated, one entry of the field. Without a name where there is none.
+  Field field;
+};
+
+/// What the value of an attribute is to the field of the element around it.
+enum class Role
+{
+  Own,  ///< nothing: it has a field of its own
+  Key,  ///< the key of an entry, such as the language of a text
+  Value ///< the entry itself
+};
+
+struct Attribute : Entry
+{
+  Role role = Role::Own;
+};
+
+/// What the readers take from an element, beside its attributes.
+enum class Holds
+{
+  Nothing,
+  Presence, ///< that it is there
+  Text,     ///< all text in it
+  Elements, ///< the children that the format names
+  Entries,  ///< every child, whatever its name; the usual one is the only one in the format
+  Names     ///< the names of its children, of those that are in the format
+};
+
+/// What becomes of an element that comes several times.
+enum class Several
+{
+  Count,             ///< all count
+  CountForOneReader, ///< to PackageInfo all count, to loadManifest() the last alone
+  CountOnce,         ///< equal ones count once
+  LastCounts,
+  LastOfKeyCounts ///< of those with the same key; all the others count
+};
+
+struct Element : Entry
+{
+  Holds holds = Holds::Nothing;
+  /// Whether it is made to come several times. Of others a schema takes one.
+  bool isRepeatable = false;
+  Several several = Several::Count;
+  /// Best written as a CDATA section, and written so.
+  bool isCdata = false;
+  std::vector<Attribute> attributes; ///< in the order in which people write them
+  std::vector<Element> children;     ///< in the order in which they are written
+};
+
+// What these give lives to the end of the program, and may be read by all threads.
+
+/// The root.
+VESKPACKAGE_FORMAT_EXPORT const Element& package();
+
+/// The element at a path like "/package/contents/webContent"; null when there is none.
+VESKPACKAGE_FORMAT_EXPORT const Element* find(std::string_view path);
+
+/// The elements that may hold one of this name, each once by name; empty when none may.
+VESKPACKAGE_FORMAT_EXPORT std::vector<const Element*> homesOf(std::string_view name);
+
+/// Every field that a manifest holds, in the order of the format; one that several elements fill comes
+/// several times.
+VESKPACKAGE_FORMAT_EXPORT std::vector<Field> fields();
+
+/// The attribute of an element that has a role; null when none has.
+VESKPACKAGE_FORMAT_EXPORT const Attribute* attributeFor(const Element& element, Role role);
+
+/// The element as XML, with all attributes and children, one of each, filled with the examples; a line
+/// an element, indented by 2, without a line break at its end. That of the root is a manifest.
+VESKPACKAGE_FORMAT_EXPORT std::string exampleOf(const Element& element);
+
+} // namespace vesk::format
+
+#endif
