@@ -2,11 +2,12 @@
 #ifndef CHECK_CHECKER_HPP
 #define CHECK_CHECKER_HPP
 
-#include <QDomElement>
-
-#include <check/format.hpp>
+#include <check/elements.hpp>
 #include <check/languages.hpp>
 #include <check/report.hpp>
+
+#include <QDomElement>
+
 #include <map>
 #include <set>
 #include <vector>
@@ -22,32 +23,39 @@ public:
 
   void check();
 
+  /// Reports what is wrong with the node that the walk is at, or with a part of it, as "@path".
+  void report(RuleId id, const QDomNode& node, const QString& message, const QString& part = {});
+
+  const PackageLanguages& languages() const { return packageLanguages; }
+
 private:
   // structure.cpp: what the readers skip or take for something else
-  void checkElement(const QDomElement& element, const Element& format);
-  void checkAttributes(const QDomElement& element, const Element& format);
+  void checkElement(const QDomElement& element, const CheckedElement& checked);
+  void checkAttributes(const QDomElement& element, const CheckedElement& checked);
   void checkPresence(const QDomElement& element);
   void checkText(const QDomElement& element);
   void checkCharacters(const QDomElement& element, const QString& value, const QString& part = {});
-  void checkChildren(const QDomElement& element, const Element& format);
-  void checkChild(const QDomElement& child, const Element& parent, bool isRepeated);
-  void checkNoElement(const QDomNode& node, const Element& parent);
+  void checkChildren(const QDomElement& element, const CheckedElement& checked);
+  void checkChild(const QDomElement& child, const CheckedElement& parent, bool isRepeated);
+  void checkNoElement(const QDomNode& node, const CheckedElement& parent);
   void reportNotKept(const QDomNode& node);
   void reportNotKeptIn(const QDomElement& text);
-  void reportUnknown(const QDomElement& element, const Element& parent);
+  void reportUnknown(const QDomElement& element, const CheckedElement& parent);
 
   // values.cpp: what they take as it is
-  void checkValues(const QDomElement& element, const Element& format);
-  void checkEntry(const QDomElement& entry, const Element& list);
-  void checkLanguage(const QDomElement& entry, const QString& attribute, const QString& language,
-                     const QString& list);
-  void checkPath(const QDomElement& element, bool isWhole = true);
+  void checkValues(const QDomElement& element, const CheckedElement& checked);
+  void checkEntry(const QDomElement& entry, const CheckedElement& checked);
+  void checkLanguage(const QDomElement& entry, const CheckedElement& checked,
+                     const QString& language, const QString& part);
+  void checkListed(const QDomElement& entry, const format::Element& format,
+                   const QString& language);
+  void checkPath(const QDomElement& element, const CheckedAttribute& attribute,
+                 const QString& path);
   /// Whether there is a file or folder of this path, or a file that only has an extension more.
   bool exists(const QString& path, bool isWhole);
-  void checkService(const QDomElement& service);
-  void checkVersions(const QDomElement& element, const QString& least, const QString& most);
 
-  void report(RuleId id, const QDomNode& node, const QString& message, const QString& part = {});
+  /// What the entries of lists are called so far that must not be called the same.
+  using Lists = std::map<const CheckedElement*, std::set<QString>>;
 
   const QDomDocument& document;
   QString packageFolder;
@@ -56,9 +64,8 @@ private:
   std::vector<QString> steps; ///< from the root to where the walk is
   PackageLanguages packageLanguages;
   LanguageCodes codes;
-  /// What each list of the element that is being checked has so far, by the name of the list, which
-  /// can come in several elements.
-  std::map<QString, std::set<QString>> lists;
+  /// Of the element that is being checked. A list can come in several elements.
+  Lists lists;
 };
 
 } // namespace vesk::check

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <check/elementtext.hpp>
+#include <check/languages.hpp>
 #include <package/xml/names.hpp>
 
 #include <QDomElement>
 
 #include <algorithm>
-#include <check/elementtext.hpp>
-#include <check/languages.hpp>
 
 namespace vesk::check
 {
@@ -74,7 +74,7 @@ bool PackageLanguages::isNamed(const QString& language) const
   return from != named.end() && from->startsWith(language);
 }
 
-bool LanguageCodes::isOdd(const QString& language)
+bool LanguageCodes::noticeOdd(const QString& language)
 {
   const auto* const at =
       std::find_if(language.begin(), language.end(),

@@ -39,12 +39,12 @@ private:
   std::set<QString> named;
 };
 
-/// Tells codes that are written otherwise than the first one, with "-" or "_".
+/// Finds codes that are written otherwise than the first one: with "-" instead of "_", or the reverse.
 class LanguageCodes
 {
 public:
-  /// Gives each such code once.
-  bool isOdd(const QString& language);
+  /// Takes a further code. True when it is such a code, and has not been taken before.
+  bool noticeOdd(const QString& language);
 
 private:
   QChar separator; // of the first code that has one

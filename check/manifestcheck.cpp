@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <check/checker.hpp>
 #include <package/xml/parsing.hpp>
 #include <package/xml/text.hpp>
 
 #include <QDomDocument>
 #include <QFile>
-
-#include <check/checker.hpp>
 
 namespace vesk::check
 {
@@ -16,7 +15,7 @@ std::vector<Finding> single(RuleId id, const QString& message, const Options& op
                             int column = 0)
 {
   Report report(options);
-  if (report.wants(id))
+  if (report.count(id))
   {
     report.add(id, message, line, column);
   }

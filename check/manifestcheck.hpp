@@ -3,6 +3,7 @@
 #define CHECK_MANIFESTCHECK_HPP
 
 #include <check/export.hpp>
+
 #include <map>
 #include <string>
 #include <vector>

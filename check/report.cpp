@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <algorithm>
 #include <check/report.hpp>
+
+#include <algorithm>
 #include <tuple>
 #include <utility>
 
@@ -22,7 +23,7 @@ Report::Report(const Options& options)
   counts.resize(severities.size());
 }
 
-bool Report::wants(RuleId id)
+bool Report::count(RuleId id)
 {
   return severityOf(id) != Severity::Off && ++counts[static_cast<std::size_t>(id)] <= mostOfARule;
 }

@@ -2,9 +2,10 @@
 #ifndef CHECK_REPORT_HPP
 #define CHECK_REPORT_HPP
 
+#include <check/rules.hpp>
+
 #include <QDomNode>
 
-#include <check/rules.hpp>
 #include <vector>
 
 namespace vesk::check
@@ -16,13 +17,13 @@ class Report
 public:
   explicit Report(const Options& options);
 
-  /// Counts a finding of this rule, and gives whether it is to be added.
-  bool wants(RuleId id);
+  /// Counts a finding of this rule; false when it is not to be added.
+  bool count(RuleId id);
 
   void add(RuleId id, const QString& message, int line = 0, int column = 0,
            const QString& place = {});
 
-  /// All, in document order. Where more of a rule were counted than wanted, the last one says so.
+  /// All, in document order. Where more of a rule were counted than are listed, the last one says so.
   std::vector<Finding> take();
 
 private:

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <check/rules.hpp>
+
 #include <algorithm>
 #include <array>
-#include <check/rules.hpp>
 #include <string_view>
 
 namespace vesk::check
@@ -173,8 +174,8 @@ constexpr std::array table{
            "A minimum version is above its maximum, so that nothing meets the requirement. The "
            "readers do not compare them. Versions are compared number by number; others than "
            "numbers are not looked at."}},
-    Entry{RuleId::Comment,
-          {"comment", Severity::Off, lost,
+    Entry{RuleId::NotKept,
+          {"not-kept", Severity::Off, lost,
            "Comments, processing instructions, the document type and declarations of namespaces "
            "and schemas are not kept when a manifest is read and written. That is no fault, so "
            "it is reported on request only, and by what rewrites a manifest."}},

@@ -45,7 +45,7 @@ enum class RuleId
   PathOutsidePackage,
   MissingFile,
   ReversedVersions,
-  Comment,
+  NotKept,
   Count
 };
 

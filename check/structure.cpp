@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <check/checker.hpp>
+#include <check/elementtext.hpp>
 #include <package/xml/text.hpp>
 
 #include <QDomDocument>
@@ -6,8 +8,6 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <check/checker.hpp>
-#include <check/elementtext.hpp>
 
 namespace vesk::check
 {
@@ -39,12 +39,13 @@ QString didYouMean(const QString& name, const Names& known)
                                   : QStringLiteral("; did you mean %1?").arg(quoted(*meant));
 }
 
-std::vector<QString> childNamesOf(const Element& format)
+template <typename Entry>
+std::vector<QString> namesOf(const std::vector<Entry>& entries)
 {
   std::vector<QString> names;
-  for (const Element& child : format.children)
+  for (const Entry& entry : entries)
   {
-    names.push_back(child.name);
+    names.push_back(entry.name);
   }
   return names;
 }
@@ -59,11 +60,12 @@ QString listOf(const std::vector<QString>& names)
   return all.join(QStringLiteral(", "));
 }
 
-const Element* childNamed(const Element& format, const QString& name)
+const CheckedElement* childNamed(const CheckedElement& parent, const QString& name)
 {
-  const auto child = std::find_if(format.children.begin(), format.children.end(),
-                                  [&name](const Element& other) { return other.name == name; });
-  return child == format.children.end() ? nullptr : &*child;
+  const auto child =
+      std::find_if(parent.children.begin(), parent.children.end(),
+                   [&name](const CheckedElement& other) { return other.name == name; });
+  return child == parent.children.end() ? nullptr : &*child;
 }
 
 /// What of a value is not written as the file has it; empty when nothing is.
@@ -102,13 +104,13 @@ void Checker::check()
     steps = {stepOf(node)};
     if (node.isElement())
     {
-      if (node.nodeName() != packageElement().name)
+      if (node.nodeName() != checkedPackage().name)
       {
         report(RuleId::RootName, node,
                QStringLiteral("the root is called %1 instead of \"package\"")
                    .arg(quoted(node.nodeName())));
       }
-      checkElement(node.toElement(), packageElement());
+      checkElement(node.toElement(), checkedPackage());
     }
     else if (node.nodeName() != QLatin1String("xml")) // the declaration
     {
@@ -119,7 +121,7 @@ void Checker::check()
 
 void Checker::report(RuleId id, const QDomNode& node, const QString& message, const QString& part)
 {
-  if (!found.wants(id))
+  if (!found.count(id))
   {
     return;
   }
@@ -138,7 +140,7 @@ void Checker::reportNotKept(const QDomNode& node)
                        : node.isDocumentType()    ? QStringLiteral("a document type")
                        : node.isEntityReference() ? QStringLiteral("a reference to an entity")
                                                   : QStringLiteral("a processing instruction");
-  report(RuleId::Comment, node,
+  report(RuleId::NotKept, node,
          what + QStringLiteral(" is not kept when a program writes the manifest"));
 }
 
@@ -157,26 +159,27 @@ void Checker::reportNotKeptIn(const QDomElement& text)
   }
 }
 
-void Checker::checkElement(const QDomElement& element, const Element& format)
+void Checker::checkElement(const QDomElement& element, const CheckedElement& checked)
 {
-  checkAttributes(element, format);
-  checkValues(element, format);
-  switch (format.holds)
+  checkAttributes(element, checked);
+  switch (checked.format.holds)
   {
-  case Holds::Presence:
+  case format::Holds::Presence:
     checkPresence(element);
     reportNotKeptIn(element);
     break;
-  case Holds::Text:
+  case format::Holds::Text:
     checkText(element);
     reportNotKeptIn(element);
     break;
-  case Holds::Nothing:
-  case Holds::Elements:
-  case Holds::Entries:
-    checkChildren(element, format);
+  case format::Holds::Nothing:
+  case format::Holds::Elements:
+  case format::Holds::Entries:
+  case format::Holds::Names:
+    checkChildren(element, checked);
     break;
   }
+  checkValues(element, checked);
 }
 
 void Checker::checkPresence(const QDomElement& element)
@@ -211,19 +214,19 @@ void Checker::checkCharacters(const QDomElement& element, const QString& value, 
   }
 }
 
-void Checker::checkAttributes(const QDomElement& element, const Element& format)
+void Checker::checkAttributes(const QDomElement& element, const CheckedElement& checked)
 {
-  for (const QString& known : format.attributes)
+  for (const CheckedAttribute& known : checked.attributes)
   {
-    checkCharacters(element, element.attribute(known), '@' + known);
+    checkCharacters(element, element.attribute(known.name), '@' + known.name);
   }
   const QDomNamedNodeMap attributes = element.attributes();
   std::set<QString> unknown; // in an order that is the same in every process
   for (int i = 0; i < attributes.count(); ++i)
   {
     const QString name = attributes.item(i).nodeName();
-    if (std::find(format.attributes.begin(), format.attributes.end(), name) ==
-        format.attributes.end())
+    if (std::none_of(checked.attributes.begin(), checked.attributes.end(),
+                     [&name](const CheckedAttribute& known) { return known.name == name; }))
     {
       unknown.insert(name);
     }
@@ -233,7 +236,7 @@ void Checker::checkAttributes(const QDomElement& element, const Element& format)
     if (name == QLatin1String("xmlns") || name.startsWith(QLatin1String("xmlns:")) ||
         name.startsWith(QLatin1String("xsi:")))
     {
-      report(RuleId::Comment, element,
+      report(RuleId::NotKept, element,
              QStringLiteral("the attribute %1 is not kept when a program writes the manifest")
                  .arg(quoted(name)),
              '@' + cut(name));
@@ -243,17 +246,18 @@ void Checker::checkAttributes(const QDomElement& element, const Element& format)
       report(
           RuleId::UnknownAttribute, element,
           QStringLiteral("%1 has no attribute %2").arg(quoted(element.nodeName()), quoted(name)) +
-              didYouMean(name, format.attributes),
+              didYouMean(name, namesOf(checked.attributes)),
           '@' + cut(name));
     }
   }
 }
 
-void Checker::checkChildren(const QDomElement& element, const Element& format)
+void Checker::checkChildren(const QDomElement& element, const CheckedElement& checked)
 {
   // A list goes on in a further element of its name; any other element has lists of its own.
-  const bool isList = format.holds == Holds::Entries || format.kind == Kind::Permissions;
-  std::map<QString, std::set<QString>> outerLists;
+  const bool isList = checked.format.holds == format::Holds::Entries ||
+                      checked.format.holds == format::Holds::Names;
+  Lists outerLists;
   if (!isList)
   {
     lists.swap(outerLists);
@@ -271,11 +275,11 @@ void Checker::checkChildren(const QDomElement& element, const Element& format)
     steps.push_back(total[step] > 1 ? QStringLiteral("%1[%2]").arg(step).arg(number) : step);
     if (child.isElement())
     {
-      checkChild(child.toElement(), format, number > 1);
+      checkChild(child.toElement(), checked, number > 1);
     }
     else
     {
-      checkNoElement(child, format);
+      checkNoElement(child, checked);
     }
     steps.pop_back();
   }
@@ -285,11 +289,11 @@ void Checker::checkChildren(const QDomElement& element, const Element& format)
   }
 }
 
-void Checker::checkChild(const QDomElement& child, const Element& parent, bool isRepeated)
+void Checker::checkChild(const QDomElement& child, const CheckedElement& parent, bool isRepeated)
 {
-  if (parent.holds == Holds::Entries)
+  if (parent.format.holds == format::Holds::Entries)
   {
-    const Element& entry = parent.children.front();
+    const CheckedElement& entry = parent.children.front();
     if (child.nodeName() != entry.name)
     {
       report(RuleId::UnusualName, child,
@@ -297,26 +301,25 @@ void Checker::checkChild(const QDomElement& child, const Element& parent, bool i
                  .arg(quoted(child.nodeName()), quoted(entry.name)));
     }
     checkElement(child, entry);
-    checkEntry(child, parent);
     return;
   }
-  const Element* const known = childNamed(parent, child.nodeName());
+  const CheckedElement* const known = childNamed(parent, child.nodeName());
   if (known == nullptr)
   {
     reportUnknown(child, parent);
     return;
   }
-  if (parent.kind == Kind::Permissions && !lists[parent.name].insert(known->name).second)
+  if (parent.format.holds == format::Holds::Names && !lists[&parent].insert(known->name).second)
   {
     report(RuleId::RepeatedPermission, child,
            QStringLiteral("the permission %1 is there already").arg(quoted(known->name)));
   }
-  else if (isRepeated && known->counts == Counts::Last)
+  else if (isRepeated && known->format.several == format::Several::LastCounts)
   {
     report(RuleId::RepeatedElement, child,
            QStringLiteral("a further %1 replaces the one before").arg(quoted(known->name)));
   }
-  else if (isRepeated && known->counts == Counts::AddsUp)
+  else if (isRepeated && known->format.several == format::Several::CountForOneReader)
   {
     report(RuleId::RepeatedSection, child,
            QStringLiteral("a further %1 adds to the one before, or replaces it, depending on the "
@@ -326,12 +329,16 @@ void Checker::checkChild(const QDomElement& child, const Element& parent, bool i
   checkElement(child, *known);
 }
 
-void Checker::reportUnknown(const QDomElement& element, const Element& parent)
+void Checker::reportUnknown(const QDomElement& element, const CheckedElement& parent)
 {
   const QString name = element.nodeName();
-  const std::vector<QString> children = childNamesOf(parent);
-  const std::vector<QString> homes = homesOf(name);
-  if (parent.kind == Kind::Permissions)
+  const std::vector<QString> children = namesOf(parent.children);
+  std::vector<QString> homes;
+  for (const format::Element* const home : format::homesOf(name.toStdString()))
+  {
+    homes.push_back(QString::fromStdString(home->name));
+  }
+  if (parent.format.holds == format::Holds::Names)
   {
     report(
         RuleId::UnsupportedPermission, element,
@@ -351,9 +358,9 @@ void Checker::reportUnknown(const QDomElement& element, const Element& parent)
   }
 }
 
-void Checker::checkNoElement(const QDomNode& node, const Element& parent)
+void Checker::checkNoElement(const QDomNode& node, const CheckedElement& parent)
 {
-  if (parent.holds == Holds::Entries)
+  if (parent.format.holds == format::Holds::Entries)
   {
     report(RuleId::EmptyEntry, node,
            QStringLiteral("what is no element is read as an empty entry of %1")

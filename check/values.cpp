@@ -1,36 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <package/xml/names.hpp>
-
-#include <QDir>
-
+// What the readers take as it is, by what the format says of it.
 #include <check/checker.hpp>
 #include <check/elementtext.hpp>
-#include <optional>
+
+#include <QDir>
 
 namespace vesk::check
 {
 namespace
 {
-/// The numbers of a version, without zeros at its end; none when it has other parts.
-std::optional<std::vector<qulonglong>> numbersIn(const QString& version)
-{
-  std::vector<qulonglong> numbers;
-  for (const QString& part : version.split('.'))
-  {
-    bool isNumber = false;
-    numbers.push_back(part.toULongLong(&isNumber));
-    if (!isNumber)
-    {
-      return std::nullopt;
-    }
-  }
-  while (!numbers.empty() && numbers.back() == 0)
-  {
-    numbers.pop_back();
-  }
-  return numbers;
-}
-
 bool leavesPackage(const QString& path)
 {
   const QString clean = QDir::cleanPath(path);
@@ -39,118 +17,76 @@ bool leavesPackage(const QString& path)
 }
 } // namespace
 
-void Checker::checkValues(const QDomElement& element, const Element& format)
+void Checker::checkValues(const QDomElement& element, const CheckedElement& checked)
 {
-  const ManifestNames& names = manifestNames();
-  switch (format.kind)
+  if (checked.format.readers == format::Readers::PackageInfo)
   {
-  case Kind::Package:
-    for (const QString& attribute : {QString(names.uuid), QString(names.version)})
-    {
-      if (element.attribute(attribute).isEmpty())
-      {
-        report(RuleId::MissingIdentity, element,
-               QStringLiteral("the package has no %1").arg(attribute), '@' + attribute);
-      }
-    }
-    break;
-  case Kind::Described:
     report(RuleId::DescriptionLanguages, element,
            QStringLiteral("description languages are read by PackageInfo only"));
-    break;
-  case Kind::Dialog:
-    if (element.attribute(names.topicName).isEmpty())
-    {
-      report(RuleId::EmptyTopic, element, QStringLiteral("the dialog has no topic name"),
-             '@' + QString(names.topicName));
-    }
-    break;
-  case Kind::Topic:
-    checkLanguage(element, names.language, element.attribute(names.language), format.name);
-    checkPath(element, false);
-    if (element.attribute(names.language).isEmpty() || element.attribute(names.path).isEmpty())
-    {
-      report(RuleId::UnwrittenTopic, element,
-             QStringLiteral("the topic is not written back without a language and a path"));
-    }
-    break;
-  case Kind::Service:
-    checkService(element);
-    break;
-  case Kind::Robot:
-    checkVersions(element, names.minHeadVersion, names.maxHeadVersion);
-    checkVersions(element, names.minBodyVersion, names.maxBodyVersion);
-    break;
-  case Kind::Software:
-    checkVersions(element, names.minVersion, names.maxVersion);
-    break;
-  case Kind::Web:
+  }
+  if (checked.format.readers == format::Readers::LoadManifest)
+  {
     report(RuleId::WebContent, element, QStringLiteral("web content is read by loadManifest only"));
-    checkPath(element);
-    break;
-  case Kind::Path:
-    checkPath(element);
-    break;
-  case Kind::Plain:
-  case Kind::Texts:
-  case Kind::TextLists:
-  case Kind::Supported:
-  case Kind::Conditions:
-  case Kind::Permissions:
-    break;
+  }
+  if (checked.format.holds == format::Holds::Text && checked.format.isRepeatable)
+  {
+    checkEntry(element, checked);
+  }
+  for (const CheckedAttribute& attribute : checked.attributes)
+  {
+    const QString value = element.attribute(attribute.name);
+    switch (attribute.format.type)
+    {
+    case format::Type::Language:
+      checkLanguage(element, checked, value, '@' + attribute.name);
+      if (checked.format.holds == format::Holds::Text)
+      {
+        checkListed(element, checked.format, value);
+      }
+      break;
+    case format::Type::Path:
+    case format::Type::PathStem:
+      checkPath(element, attribute, value);
+      break;
+    case format::Type::Text:
+    case format::Type::Version:
+    case format::Type::Flag:
+      break;
+    }
+  }
+  if (checked.ownCheck != nullptr)
+  {
+    checked.ownCheck(*this, element);
   }
 }
 
-void Checker::checkEntry(const QDomElement& entry, const Element& list)
+void Checker::checkEntry(const QDomElement& entry, const CheckedElement& checked)
 {
-  const ManifestNames& names = manifestNames();
   const QString text = textIn(entry);
-  if (list.kind == Kind::Supported || list.kind == Kind::Described)
+  if (checked.format.type == format::Type::Language)
   {
-    checkLanguage(entry, {}, text, list.name);
-    if (list.kind == Kind::Described && !text.isEmpty() && !packageLanguages.isNamed(text))
-    {
-      report(RuleId::UnnamedLanguage, entry,
-             QStringLiteral("the package has no name in %1").arg(quoted(text)));
-    }
-    return;
+    checkLanguage(entry, checked, text, {});
   }
-  // Conditions are written as they are, blanks and all.
-  if (list.kind == Kind::Conditions ? text.isEmpty() : isBlank(text))
+  // In a CDATA section, blanks are written and read as they are.
+  else if (checked.format.isCdata ? text.isEmpty() : isBlank(text))
   {
     report(RuleId::EmptyText, entry, QStringLiteral("the text is empty, and not written back"));
   }
-  if (list.kind == Kind::Conditions)
-  {
-    return;
-  }
-  const QString language = entry.attribute(names.lang);
-  const bool isOneALanguage = list.kind == Kind::Texts;
-  checkLanguage(entry, names.lang, language, isOneALanguage ? list.name : QString());
-  if (!language.isEmpty() && !(isOneALanguage ? packageLanguages.isDescribed(language)
-                                              : packageLanguages.isSupported(language)))
-  {
-    report(RuleId::UnlistedLanguage, entry,
-           QStringLiteral("the package does not list the language %1 among the %2 languages")
-               .arg(quoted(language),
-                    isOneALanguage ? QStringLiteral("description") : QStringLiteral("supported")));
-  }
 }
 
-void Checker::checkLanguage(const QDomElement& entry, const QString& attribute,
-                            const QString& language, const QString& list)
+void Checker::checkLanguage(const QDomElement& entry, const CheckedElement& checked,
+                            const QString& language, const QString& part)
 {
-  const QString part = attribute.isEmpty() ? QString() : '@' + attribute;
   if (language.isEmpty())
   {
     report(RuleId::EmptyLanguage, entry, QStringLiteral("the entry has no language"), part);
   }
-  if (!list.isEmpty() && !lists[list].insert(language).second)
+  if (checked.format.several != format::Several::Count && !lists[&checked].insert(language).second)
   {
     report(RuleId::RepeatedLanguage, entry,
            QStringLiteral("the language %1 is there already").arg(quoted(language)), part);
   }
-  if (codes.isOdd(language))
+  if (codes.noticeOdd(language))
   {
     report(RuleId::MixedLanguageCodes, entry,
            QStringLiteral("%1 is written otherwise than the codes before it").arg(quoted(language)),
@@ -158,11 +94,25 @@ void Checker::checkLanguage(const QDomElement& entry, const QString& attribute,
   }
 }
 
-void Checker::checkPath(const QDomElement& element, bool isWhole)
+void Checker::checkListed(const QDomElement& entry, const format::Element& format,
+                          const QString& language)
 {
-  const QString attribute = manifestNames().path;
-  const QString path = element.attribute(attribute);
-  const QString part = '@' + attribute;
+  const bool isDescription = format.several == format::Several::LastOfKeyCounts;
+  if (!language.isEmpty() && !(isDescription ? packageLanguages.isDescribed(language)
+                                             : packageLanguages.isSupported(language)))
+  {
+    report(RuleId::UnlistedLanguage, entry,
+           QStringLiteral("the package does not list the language %1 among the %2 languages")
+               .arg(quoted(language),
+                    isDescription ? QStringLiteral("description") : QStringLiteral("supported")));
+  }
+}
+
+void Checker::checkPath(const QDomElement& element, const CheckedAttribute& attribute,
+                        const QString& path)
+{
+  const QString part = '@' + attribute.name;
+  const bool isWhole = attribute.format.type == format::Type::Path;
   if (path.isEmpty())
   {
     report(RuleId::EmptyPath, element,
@@ -196,37 +146,6 @@ bool Checker::exists(const QString& path, bool isWhole)
     }
   }
   return folder->second.count(file.fileName()) != 0;
-}
-
-void Checker::checkService(const QDomElement& service)
-{
-  const QString attribute = manifestNames().autorun;
-  const QString value = service.attribute(attribute, QStringLiteral("false"));
-  if (value == QLatin1String("1"))
-  {
-    report(RuleId::AutorunOne, service,
-           QStringLiteral("%1 is yes for loadManifest, but no for PackageInfo").arg(quoted(value)),
-           '@' + attribute);
-  }
-  else if (value != QLatin1String("true") && value != QLatin1String("false"))
-  {
-    report(RuleId::AutorunValue, service,
-           QStringLiteral("%1 means no; only \"true\" means yes").arg(quoted(value)),
-           '@' + attribute);
-  }
-}
-
-void Checker::checkVersions(const QDomElement& element, const QString& least, const QString& most)
-{
-  const auto from = numbersIn(element.attribute(least));
-  const auto to = numbersIn(element.attribute(most));
-  if (from && to && *from > *to)
-  {
-    report(RuleId::ReversedVersions, element,
-           QStringLiteral("%1 %2 is above %3 %4")
-               .arg(least, quoted(element.attribute(least)), most, quoted(element.attribute(most))),
-           '@' + least);
-  }
 }
 
 } // namespace vesk::check

@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: Apache-2.0
+// The checks that elements have of their own.
+#include <check/checker.hpp>
+#include <check/elementtext.hpp>
+#include <package/xml/names.hpp>
+
+#include <QStringList>
+
+#include <map>
+#include <optional>
+
+namespace vesk::check
+{
+namespace
+{
+const ManifestNames& n() { return manifestNames(); }
+
+void checkIdentity(Checker& checker, const QDomElement& package)
+{
+  for (const QString& attribute : {QString(n().uuid), QString(n().version)})
+  {
+    if (package.attribute(attribute).isEmpty())
+    {
+      checker.report(RuleId::MissingIdentity, package,
+                     QStringLiteral("the package has no %1").arg(attribute), '@' + attribute);
+    }
+  }
+}
+
+void checkName(Checker& checker, const QDomElement& describedLanguage)
+{
+  const QString language = textIn(describedLanguage);
+  if (!language.isEmpty() && !checker.languages().isNamed(language))
+  {
+    checker.report(RuleId::UnnamedLanguage, describedLanguage,
+                   QStringLiteral("the package has no name in %1").arg(quoted(language)));
+  }
+}
+
+void checkTopicName(Checker& checker, const QDomElement& dialog)
+{
+  if (dialog.attribute(n().topicName).isEmpty())
+  {
+    checker.report(RuleId::EmptyTopic, dialog, QStringLiteral("the dialog has no topic name"),
+                   '@' + QString(n().topicName));
+  }
+}
+
+void checkTopic(Checker& checker, const QDomElement& topic)
+{
+  if (topic.attribute(n().language).isEmpty() || topic.attribute(n().path).isEmpty())
+  {
+    checker.report(RuleId::UnwrittenTopic, topic,
+                   QStringLiteral("the topic is not written back without a language and a path"));
+  }
+}
+
+void checkAutorun(Checker& checker, const QDomElement& service)
+{
+  const QString attribute = n().autorun;
+  const QString value = service.attribute(attribute, QStringLiteral("false"));
+  if (value == QLatin1String("1"))
+  {
+    checker.report(
+        RuleId::AutorunOne, service,
+        QStringLiteral("%1 is yes for loadManifest, but no for PackageInfo").arg(quoted(value)),
+        '@' + attribute);
+  }
+  else if (value != QLatin1String("true") && value != QLatin1String("false"))
+  {
+    checker.report(RuleId::AutorunValue, service,
+                   QStringLiteral("%1 means no; only \"true\" means yes").arg(quoted(value)),
+                   '@' + attribute);
+  }
+}
+
+/// The numbers of a version, without zeros at its end; none when it has other parts.
+std::optional<std::vector<qulonglong>> numbersIn(const QString& version)
+{
+  std::vector<qulonglong> numbers;
+  for (const QString& part : version.split('.'))
+  {
+    bool isNumber = false;
+    numbers.push_back(part.toULongLong(&isNumber));
+    if (!isNumber)
+    {
+      return std::nullopt;
+    }
+  }
+  while (!numbers.empty() && numbers.back() == 0)
+  {
+    numbers.pop_back();
+  }
+  return numbers;
+}
+
+void checkVersions(Checker& checker, const QDomElement& element, const QString& least,
+                   const QString& most)
+{
+  const auto from = numbersIn(element.attribute(least));
+  const auto to = numbersIn(element.attribute(most));
+  if (from && to && *from > *to)
+  {
+    checker.report(
+        RuleId::ReversedVersions, element,
+        QStringLiteral("%1 %2 is above %3 %4")
+            .arg(least, quoted(element.attribute(least)), most, quoted(element.attribute(most))),
+        '@' + least);
+  }
+}
+
+void checkSoftware(Checker& checker, const QDomElement& requirement)
+{
+  checkVersions(checker, requirement, n().minVersion, n().maxVersion);
+}
+
+void checkRobot(Checker& checker, const QDomElement& requirement)
+{
+  checkVersions(checker, requirement, n().minHeadVersion, n().maxHeadVersion);
+  checkVersions(checker, requirement, n().minBodyVersion, n().maxBodyVersion);
+}
+} // namespace
+
+OwnCheck ownCheckOf(const std::string& path)
+{
+  static const std::map<std::string, OwnCheck> checks{
+      {"/package", checkIdentity},
+      {"/package/descriptionLanguages/language", checkName},
+      {"/package/contents/dialogContent", checkTopicName},
+      {"/package/contents/dialogContent/topic", checkTopic},
+      {"/package/requirements/mirelRequirement", checkSoftware},
+      {"/package/requirements/robotRequirement", checkRobot},
+      {"/package/services/service", checkAutorun}};
+  const auto check = checks.find(path);
+  return check == checks.end() ? nullptr : check->second;
+}
+
+} // namespace vesk::check
