@@ -1,29 +1,46 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <check/elements.hpp>
 
+#include <algorithm>
+#include <stdexcept>
+
 namespace vesk::check
 {
 namespace
 {
-CheckedElement checkedElement(const format::Element& element, const std::string& parentPath)
+CheckedElement checkedElement(const format::Element& element, const std::string& path)
 {
-  const std::string path = parentPath + '/' + element.name;
-  CheckedElement checked{element, QString::fromStdString(element.name), ownCheckOf(path), {}, {}};
+  CheckedElement checked{element, QString::fromStdString(element.name)};
   for (const format::Attribute& attribute : element.attributes)
   {
     checked.attributes.push_back({attribute, QString::fromStdString(attribute.name)});
   }
   for (const format::Element& child : element.children)
   {
-    checked.children.push_back(checkedElement(child, path));
+    checked.children.push_back(checkedElement(child, path + '/' + child.name));
   }
+  const auto own = std::find_if(ownChecks().begin(), ownChecks().end(),
+                                [&path](const auto& check) { return check.first == path; });
+  checked.ownCheck = own == ownChecks().end() ? nullptr : own->second;
   return checked;
+}
+
+CheckedElement checkedRoot()
+{
+  for (const auto& [path, check] : ownChecks())
+  {
+    if (format::find(path) == nullptr)
+    {
+      throw std::logic_error("a check of an element that the format does not have: " + path);
+    }
+  }
+  return checkedElement(format::package(), '/' + format::package().name);
 }
 } // namespace
 
 const CheckedElement& checkedPackage()
 {
-  static const CheckedElement root = checkedElement(format::package(), {});
+  static const CheckedElement root = checkedRoot();
   return root;
 }
 

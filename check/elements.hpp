@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include <string>
+#include <utility>
 #include <vector>
 
 class QDomElement;
@@ -29,17 +31,16 @@ struct CheckedElement
 {
   const format::Element& format;
   QString name;
-  OwnCheck ownCheck; ///< null where there is none
-  std::vector<CheckedAttribute> attributes;
-  std::vector<CheckedElement> children;
+  std::vector<CheckedAttribute> attributes = {};
+  std::vector<CheckedElement> children = {};
+  OwnCheck ownCheck = nullptr; ///< null where there is none
 };
 
 /// The root of the format. Lives to the end of the program.
 const CheckedElement& checkedPackage();
 
-/// The check of its own that the element at a path has, as "/package/services/service"; null when it
-/// has none.
-OwnCheck ownCheckOf(const std::string& path);
+/// The elements that have checks of their own, by their path as "/package/services/service".
+const std::vector<std::pair<std::string, OwnCheck>>& ownChecks();
 
 } // namespace vesk::check
 

@@ -6,7 +6,6 @@
 
 #include <QStringList>
 
-#include <map>
 #include <optional>
 
 namespace vesk::check
@@ -121,9 +120,9 @@ void checkRobot(Checker& checker, const QDomElement& requirement)
 }
 } // namespace
 
-OwnCheck ownCheckOf(const std::string& path)
+const std::vector<std::pair<std::string, OwnCheck>>& ownChecks()
 {
-  static const std::map<std::string, OwnCheck> checks{
+  static const std::vector<std::pair<std::string, OwnCheck>> checks{
       {"/package", checkIdentity},
       {"/package/descriptionLanguages/language", checkName},
       {"/package/contents/dialogContent", checkTopicName},
@@ -131,8 +130,7 @@ OwnCheck ownCheckOf(const std::string& path)
       {"/package/requirements/mirelRequirement", checkSoftware},
       {"/package/requirements/robotRequirement", checkRobot},
       {"/package/services/service", checkAutorun}};
-  const auto check = checks.find(path);
-  return check == checks.end() ? nullptr : check->second;
+  return checks;
 }
 
 } // namespace vesk::check

@@ -10,12 +10,12 @@ namespace vesk::format
 {
 namespace
 {
-using Record = BehaviorInfoPrivate;
+using Behavior = BehaviorInfoPrivate;
 
 Element permissions()
 {
-  auto permissions = group(n().permissions, "What the behavior claims to be allowed.")
-                         .heldBy(&Record::permissions)
+  auto permissions = element(n().permissions, "What the behavior claims to be allowed.")
+                         .heldBy(&Behavior::permissions)
                          .holding(Holds::Names)
                          .whenWritten(Written::Always);
   for (const auto& [name, meaning] :
@@ -41,40 +41,40 @@ Element sentence(const char* example)
 
 Element describeBehavior()
 {
-  return group(n().behaviorContent, "A behavior. Its elements stand in any order.")
+  return element(n().behaviorContent, "A behavior. Its elements stand in any order.")
       .heldBy(&PackageInfoPrivate::behaviors)
       .repeatable()
       .whenWritten(Written::Always)
-      .with(path().heldBy(&Record::path).whenWritten(Written::Always).like("guide/start"))
+      .with(path().heldBy(&Behavior::path).whenWritten(Written::Always).like("guide/start"))
       .with(describe<Element>(n().userRequestable,
                               "Says by being there that a user may request the behavior, whatever "
                               "it holds.",
                               "a user may not")
-                .heldBy(&Record::userRequestable)
+                .heldBy(&Behavior::userRequestable)
                 .holding(Holds::Presence)
                 .whenWritten(Written::IfTrue))
       .with(text(n().nature, "The nature of the behavior.")
-                .heldBy(&Record::nature)
+                .heldBy(&Behavior::nature)
                 .usually({BehaviorInfo::natureInteractive(), BehaviorInfo::natureSolitary()})
                 .like("interactive")
                 .ifSeveral(Several::LastCounts)
                 .whenWritten(Written::Always))
       .with(names("What the behavior is called in each language.", "Start the tour")
-                .heldBy(&Record::langToName))
+                .heldBy(&Behavior::langToName))
       .with(descriptions("What the behavior does, in each language.",
                          "Leads visitors through the galleries.")
-                .heldBy(&Record::langToDesc))
+                .heldBy(&Behavior::langToDesc))
       .with(list(n().tags, "Words that the behavior is found by, any number in each language.",
                  localizedText(n().tag, "A tag in one language.").like("museum"))
-                .heldBy(&Record::langToTags))
+                .heldBy(&Behavior::langToTags))
       .with(list(n().triggerSentences,
                  "What a user may say to start the behavior, any number in each language.",
                  sentence("start the tour"))
-                .heldBy(&Record::langToTriggerSentences))
+                .heldBy(&Behavior::langToTriggerSentences))
       .with(list(n().loadingResponses,
                  "What the robot may say while the behavior loads, any number in each language.",
                  sentence("One moment, please."))
-                .heldBy(&Record::langToLoadingResponses))
+                .heldBy(&Behavior::langToLoadingResponses))
       .with(
           list(n().autonomous, "When the robot launches the behavior by itself.",
                text(n().condition, "A condition, best in a CDATA section: there \"<\" and \"&\" "
@@ -87,7 +87,7 @@ Element describeBehavior()
                              .like("start")
                              .ifAbsent("the empty purpose")
                              .needed()))
-              .heldBy(&Record::purposeToCondition))
+              .heldBy(&Behavior::purposeToCondition))
       .with(permissions());
 }
 

@@ -21,7 +21,7 @@ inline const ManifestNames& n() { return manifestNames(); }
 template <typename Record, typename Value>
 Field fieldOf(const RecordMember<Record, Value>& member)
 {
-  return {StructDescription<Record>::name, member.name, std::string(member.variantName)};
+  return {StructDescription<Record>::publicName, member.name, std::string(member.variantName)};
 }
 
 template <typename Record, typename Value>
@@ -80,7 +80,11 @@ struct Description : Described
   Description& inCdata() { return set(this->isCdata, true); }
   Description& holding(Holds what) { return set(this->holds, what); }
   Description& with(Attribute attribute) { return add(this->attributes, std::move(attribute)); }
-  Description& with(Element child) { return add(this->children, std::move(child)); }
+  Description& with(Element child)
+  {
+    this->holds = this->holds == Holds::Nothing ? Holds::Elements : this->holds;
+    return add(this->children, std::move(child));
+  }
 
 private:
   template <typename Value, typename Given>
@@ -121,15 +125,16 @@ inline Description<Element> text(const std::string& name, const char* meaning)
 }
 
 /// An element that holds others, or nothing but attributes.
-inline Description<Element> group(const std::string& name, const char* meaning)
+inline Description<Element> element(const std::string& name, const char* meaning)
 {
-  return describe<Element>(name, meaning, "none").holding(Holds::Elements);
+  return describe<Element>(name, meaning, "none");
 }
 
 /// An element every child of which is an entry of a list, whatever its name.
 inline Description<Element> list(const std::string& name, const char* meaning, Element entry)
 {
   entry.isRepeatable = true;
+  entry.absent = "none";
   return describe<Element>(name, meaning, "none").holding(Holds::Entries).with(std::move(entry));
 }
 

@@ -31,20 +31,24 @@ void collectHomes(const Element& parent, std::string_view name, std::vector<cons
   }
 }
 
-void collectFields(const Element& element, std::vector<Field>& fields)
+/// Calls \p visit with the place of every field at an element or below.
+template <typename Visit>
+void visitFields(const Element& element, const Visit& visit)
 {
-  const auto collect = [&fields](const Entry& entry)
+  if (!element.field.name.empty())
   {
-    if (!entry.field.name.empty())
+    visit(element.field, Place{&element, nullptr});
+  }
+  for (const Attribute& attribute : element.attributes)
+  {
+    if (!attribute.field.name.empty())
     {
-      fields.push_back(entry.field);
+      visit(attribute.field, Place{&element, &attribute});
     }
-  };
-  collect(element);
-  std::for_each(element.attributes.begin(), element.attributes.end(), collect);
+  }
   for (const Element& child : element.children)
   {
-    collectFields(child, fields);
+    visitFields(child, visit);
   }
 }
 
@@ -112,8 +116,22 @@ std::vector<const Element*> homesOf(std::string_view name)
 std::vector<Field> fields()
 {
   std::vector<Field> all;
-  collectFields(package(), all);
+  visitFields(package(), [&all](const Field& field, const Place&) { all.push_back(field); });
   return all;
+}
+
+Place placeOf(const std::string& record, const std::string& registered)
+{
+  Place found;
+  visitFields(package(),
+              [&](const Field& field, const Place& place)
+              {
+                if (field.record == record && field.registered == registered)
+                {
+                  found = place;
+                }
+              });
+  return found;
 }
 
 const Attribute* attributeFor(const Element& element, Role role)

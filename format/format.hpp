@@ -46,7 +46,7 @@ enum class Written
 /// What a field of a record is called.
 struct Field
 {
-  std::string record;     ///< the type of the record, as in "::vesk::BehaviorInfoPrivate"
+  std::string record;     ///< the type of the record, as in "::vesk::BehaviorInfo"
   std::string registered; ///< the member of that, as the type system has it: "langToName"
   std::string name; ///< the member for people, as in the variant form and field paths: "names"
 };
@@ -56,7 +56,7 @@ struct Entry
 {
   std::string name;
   std::string meaning; ///< what it is for, in sentences
-  std::string absent;  ///< what it means that there is none: the end of the sentence "it is …"
+  std::string absent;  ///< what it means that there is none, in a few words
   std::string example; ///< a value; of an element, its text
   Type type = Type::Text;
   std::vector<std::string> usual; ///< values that programs know; of a Text, others may be as well
@@ -115,6 +115,13 @@ struct Element : Entry
   std::vector<Element> children;     ///< in the order in which they are written
 };
 
+/// Where a manifest holds a field.
+struct Place
+{
+  const Element* element = nullptr;     ///< null where it does not
+  const Attribute* attribute = nullptr; ///< of the element; null where that holds it itself
+};
+
 // What these give lives to the end of the program, and may be read by all threads.
 
 /// The root.
@@ -129,6 +136,9 @@ VESKPACKAGE_FORMAT_EXPORT std::vector<const Element*> homesOf(std::string_view n
 /// Every field that a manifest holds, in the order of the format; one that several elements fill comes
 /// several times.
 VESKPACKAGE_FORMAT_EXPORT std::vector<Field> fields();
+
+/// Where a manifest holds a field, given by the type of its record and its registered name.
+VESKPACKAGE_FORMAT_EXPORT Place placeOf(const std::string& record, const std::string& registered);
 
 /// The attribute of an element that has a role; null when none has.
 VESKPACKAGE_FORMAT_EXPORT const Attribute* attributeFor(const Element& element, Role role);

@@ -3,11 +3,15 @@
 
 #include "support.hpp"
 
+#include <format/format.hpp>
+#include <vesk/anyvalue.hpp>
+
 #include <QString>
 
 #include <algorithm>
 #include <set>
 
+namespace format = vesk::format;
 using vesk::AnyReference;
 
 namespace
@@ -42,33 +46,28 @@ std::string carriedInElement(const std::string& text)
   return isBlank ? std::string() : left;
 }
 
-Texts readBack(const Texts& texts)
+using Carry = std::string (*)(const std::string& text);
+
+Texts readBack(const Texts& texts, Carry asCarried)
 {
   Texts read;
   for (const auto& [key, text] : texts)
   {
     if (!text.empty())
     {
-      read[carried(key)] = carriedInElement(text);
+      read[carried(key)] = asCarried(text);
     }
   }
   return read;
 }
 
-Texts readBackTopics(const Texts& topics)
+Texts readBackComplete(Texts texts)
 {
-  Texts read;
-  for (const auto& [language, path] : topics)
-  {
-    if (!language.empty() && !path.empty())
-    {
-      read[carried(language)] = carried(path);
-    }
-  }
-  return read;
+  texts.erase(std::string());
+  return readBack(texts, carried);
 }
 
-Lists readBack(const Lists& lists, std::string (*asCarried)(const std::string&))
+Lists readBack(const Lists& lists, Carry asCarried)
 {
   Lists read;
   for (const auto& [key, texts] : lists)
@@ -84,15 +83,16 @@ Lists readBack(const Lists& lists, std::string (*asCarried)(const std::string&))
   return read;
 }
 
-std::list<std::string> readBackLanguages(const std::list<std::string>& languages)
+std::list<std::string> readBack(const std::list<std::string>& texts, bool areCountedOnce,
+                                Carry asCarried)
 {
   std::list<std::string> read;
   std::set<std::string> all;
-  for (const std::string& language : languages)
+  for (const std::string& text : texts)
   {
-    if (all.insert(carriedInElement(language)).second)
+    if (all.insert(asCarried(text)).second || !areCountedOnce)
     {
-      read.push_back(carriedInElement(language));
+      read.push_back(asCarried(text));
     }
   }
   return read;
@@ -116,47 +116,44 @@ std::list<std::string> readBackPermissions(const std::list<std::string>& permiss
 
 void makeReadBack(const AnyReference& record);
 
-void makeReadBack(const AnyReference& value, const std::string& name)
+/// The part of a record that an element, or an attribute of it, holds.
+void makeReadBack(const AnyReference& value, const format::Element& element, bool isAttribute)
 {
-  if (value.is<Texts>())
+  const format::Element& entry =
+      element.holds == format::Holds::Entries ? element.children.front() : element;
+  const auto asCarried = isAttribute || entry.isCdata || entry.holds != format::Holds::Text
+                             ? carried
+                             : carriedInElement;
+  if (element.holds == format::Holds::Names)
+  {
+    auto& names = value.as<std::list<std::string>>();
+    names = readBackPermissions(names);
+  }
+  else if (value.is<std::string>())
+  {
+    value.set(asCarried(value.as<std::string>()));
+  }
+  else if (value.is<Texts>())
   {
     auto& texts = value.as<Texts>();
-    texts = name == "topics" ? readBackTopics(texts) : readBack(texts);
+    texts = element.written == format::Written::UnlessIncomplete ? readBackComplete(texts)
+                                                                 : readBack(texts, asCarried);
   }
   else if (value.is<Lists>())
   {
     auto& lists = value.as<Lists>();
-    lists = readBack(lists, name == "purposeToCondition" ? carried : carriedInElement);
+    lists = readBack(lists, asCarried);
   }
-  else if (name == "permissions")
+  else if (value.is<std::list<std::string>>())
   {
-    auto& permissions = value.as<std::list<std::string>>();
-    permissions = readBackPermissions(permissions);
-  }
-  else if (name == "supportedLanguages" || name == "descriptionLanguages")
-  {
-    auto& languages = value.as<std::list<std::string>>();
-    languages = readBackLanguages(languages);
-  }
-  else if (value.is<std::string>())
-  {
-    auto& text = value.as<std::string>();
-    text = name == "nature" || name == "locale" ? carriedInElement(text)
-           : name == "categories"               ? std::string()
-                                                : carried(text);
+    auto& texts = value.as<std::list<std::string>>();
+    texts = readBack(texts, entry.several == format::Several::CountOnce, asCarried);
   }
   else if (value.type()->kind() == vesk::TypeKind::List)
   {
-    for (const AnyReference& element : value.elements())
+    for (const AnyReference& record : value.elements())
     {
-      if (element.is<std::string>())
-      {
-        element.set(carried(element.as<std::string>()));
-      }
-      else
-      {
-        makeReadBack(element);
-      }
+      makeReadBack(record);
     }
   }
 }
@@ -165,7 +162,16 @@ void makeReadBack(const AnyReference& record)
 {
   for (const std::string& name : record.memberNames())
   {
-    makeReadBack(record.member(name), name);
+    const AnyReference value = record.member(name);
+    const format::Place place = format::placeOf(record.type()->name(), name);
+    if (place.element == nullptr) // no part of a manifest
+    {
+      value.set(vesk::AnyValue(*value.type()));
+    }
+    else
+    {
+      makeReadBack(value, *place.element, place.attribute != nullptr);
+    }
   }
 }
 } // namespace
@@ -174,8 +180,6 @@ vesk::PackageInfo readBackOf(const vesk::PackageInfo& package)
 {
   vesk::PackageInfo read(package);
   makeReadBack(AnyReference(read));
-  read.setInstaller({});
-  read.setPath({});
   return read;
 }
 

@@ -50,6 +50,7 @@ struct StructDescription<BehaviorInfoPrivate>
 {
   using Record = BehaviorInfoPrivate;
   static constexpr auto name = "::vesk::BehaviorInfoPrivate";
+  static constexpr auto publicName = "::vesk::BehaviorInfo";
   static constexpr auto members = std::make_tuple(
       recordMember("path", "path", &Record::path),
       recordMember("nature", "nature", &Record::nature),

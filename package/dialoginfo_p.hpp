@@ -24,6 +24,7 @@ struct StructDescription<DialogInfoPrivate>
 {
   using Record = DialogInfoPrivate;
   static constexpr auto name = "::vesk::DialogInfoPrivate";
+  static constexpr auto publicName = "::vesk::DialogInfo";
   static constexpr auto members =
       std::make_tuple(recordMember("topicName", "topicName", &Record::topicName),
                       recordMember("typeVersion", "typeVersion", &Record::typeVersion),

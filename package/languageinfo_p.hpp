@@ -39,6 +39,7 @@ struct StructDescription<LanguageInfoPrivate>
 {
   using Record = LanguageInfoPrivate;
   static constexpr auto name = "vesk::LanguageInfoPrivate"; // without "::": peers know it by that
+  static constexpr auto publicName = "::vesk::LanguageInfo";
   static constexpr auto members =
       std::make_tuple(recordMember("path", "path", &Record::path),
                       recordMember("engineName", "engineName", &Record::engineName),

@@ -55,6 +55,7 @@ struct StructDescription<PackageInfoPrivate>
 {
   using Record = PackageInfoPrivate;
   static constexpr auto name = "::vesk::PackageInfoPrivate";
+  static constexpr auto publicName = "::vesk::PackageInfo";
   static constexpr auto members = std::make_tuple(
       recordMember("uuid", "uuid", &Record::uuid), recordMember("path", "path", &Record::path),
       recordMember("version", "version", &Record::version),

@@ -13,7 +13,7 @@
 
 /// What the table of a private record, its StructDescription, says of each member. The order of a table
 /// is that in which the type system publishes the members and in which they stand in the variant form:
-/// peers rely on names and order.
+/// peers rely on names and order. A table has a `publicName`, too, that of the class with the record.
 namespace vesk
 {
 

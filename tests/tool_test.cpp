@@ -93,7 +93,7 @@ TEST(Tool, SetsFieldsAndSaysWhatWouldBeLost)
   ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup));
   const ProgramRun refused = tool({"set", path, "version=2"});
   EXPECT_EQ(refused.exitCode, 1);
-  for (const std::string tag : {"[comment]", "[unknown-element]", "[web-content]", "[empty-text]",
+  for (const std::string tag : {"[not-kept]", "[unknown-element]", "[web-content]", "[empty-text]",
                                 "--force rewrites it all the same"})
   {
     EXPECT_THAT(refused.err, HasSubstr(tag));

@@ -12,22 +12,22 @@ namespace vesk
 
 /// Registers a public class and the record behind it.
 template <typename Public, typename Record>
-void registerRecord(const char* publicName)
+void registerRecord()
 {
   auto* const record = new StructType<Record>; // like all descriptions, never freed
   registerStruct(record);
   registerType(typeid(Record), record);
-  auto* const bouncer =
-      new StructTypeInterfaceBouncer<Public, Record>(publicName, *record, &recordOf<Public>);
+  auto* const bouncer = new StructTypeInterfaceBouncer<Public, Record>(
+      StructDescription<Record>::publicName, *record, &recordOf<Public>);
   registerType(typeid(Public), bouncer);
 }
 
 Registrar::Registrar()
 {
-  registerRecord<DialogInfo, DialogInfoPrivate>("::vesk::DialogInfo");
-  registerRecord<BehaviorInfo, BehaviorInfoPrivate>("::vesk::BehaviorInfo");
-  registerRecord<LanguageInfo, LanguageInfoPrivate>("::vesk::LanguageInfo");
-  registerRecord<PackageInfo, PackageInfoPrivate>("::vesk::PackageInfo");
+  registerRecord<DialogInfo, DialogInfoPrivate>();
+  registerRecord<BehaviorInfo, BehaviorInfoPrivate>();
+  registerRecord<LanguageInfo, LanguageInfoPrivate>();
+  registerRecord<PackageInfo, PackageInfoPrivate>();
 }
 
 // Before a program's own objects, also where it is linked statically.

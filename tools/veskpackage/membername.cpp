@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "membername.hpp"
 
+#include <format/format.hpp>
+
 #include <algorithm>
-#include <array>
 #include <iterator>
 #include <optional>
-#include <string_view>
 
 namespace
 {
@@ -21,25 +21,21 @@ bool areAlike(const std::string& left, const std::string& right)
   const auto differing = (longer.rend() - tail) - (head - shorter.begin());
   return differing <= 2 && static_cast<std::size_t>(differing) * 2 < longer.size();
 }
+
+const std::vector<vesk::format::Field>& knownFields()
+{
+  static const std::vector<vesk::format::Field> fields = vesk::format::fields();
+  return fields;
+}
 } // namespace
 
 std::string friendlyName(const std::string& memberName)
 {
-  using Names = std::pair<std::string_view, std::string_view>;
-  static constexpr std::array names{Names("langToName", "names"),
-                                    Names("langToDesc", "descriptions"),
-                                    Names("langToTags", "tags"),
-                                    Names("langToTriggerSentences", "triggerSentences"),
-                                    Names("langToLoadingResponses", "loadingResponses"),
-                                    Names("purposeToCondition", "conditions")};
-  for (const auto& [registered, friendly] : names)
-  {
-    if (registered == memberName)
-    {
-      return std::string(friendly);
-    }
-  }
-  return memberName;
+  const std::vector<vesk::format::Field>& fields = knownFields();
+  const auto known = std::find_if(fields.begin(), fields.end(),
+                                  [&memberName](const vesk::format::Field& field)
+                                  { return field.registered == memberName; });
+  return known == fields.end() ? memberName : known->name;
 }
 
 std::size_t memberIndex(const vesk::StructTypeInterface& type, const FieldPath& path,

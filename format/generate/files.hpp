@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef FORMAT_GENERATE_FILES_HPP
+#define FORMAT_GENERATE_FILES_HPP
+
+#include <QString>
+#include <QStringList>
+
+/// What is made from the description of the format. The same bytes every time.
+
+/// The schema in RELAX NG.
+QString relaxNg();
+
+/// The schema in XSD 1.0.
+QString xmlSchema();
+
+/// The reference of the format with its tree and tables made anew. They stand between lines
+/// `<!-- made: tree -->` or `<!-- made: /path/of/an/element -->` and `<!-- end -->`, the rest is written
+/// by hand. A table has the attributes and children of the element and, of children that have no table
+/// of their own, theirs. Throws std::runtime_error for a path that leads to no element.
+QString reference(const QString& document);
+
+/// The fuzzers' dictionary, with the part between `# made: names` and `# end` made anew.
+QString dictionary(const QString& document);
+
+/// A document with what is between each line that is \p begin, something and \p close, and the next line
+/// \p end replaced by what \p make gives for that something.
+template <typename Make>
+QString withParts(const QString& document, const QString& begin, const QString& close,
+                  const QString& end, Make make)
+{
+  QString result;
+  bool isInPart = false;
+  for (const QString& line : document.split('\n'))
+  {
+    isInPart = isInPart && line != end;
+    if (!isInPart)
+    {
+      result += line + '\n';
+    }
+    if (line.startsWith(begin) && line.endsWith(close))
+    {
+      isInPart = true;
+      result += make(line.mid(begin.size(), line.size() - begin.size() - close.size()));
+    }
+  }
+  result.chop(1);
+  return result;
+}
+
+#endif
