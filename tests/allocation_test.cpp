@@ -6,11 +6,11 @@
 #include "filledpackage.hpp"
 #include "support.hpp"
 
+#include <check/manifestcheck.hpp>
 #include <package/interop/xovalue.hpp>
 #include <package/manifest2/loadmanifest.hpp>
 #include <vesk/runtimetypes.hpp>
 
-#include <check/manifestcheck.hpp>
 #include <cstdlib>
 #include <cstring>
 #include <link.h>

@@ -4,18 +4,18 @@
 #include "manifestpattern.hpp"
 #include "support.hpp"
 
+#include <check/manifestcheck.hpp>
 #include <package/interop/xovalue.hpp>
 #include <package/manifest2/loadmanifest.hpp>
 #include <package/packageinfo.hpp>
-
-#include <check/manifestcheck.hpp>
-#include <malloc.h>
-#include <sstream>
 #include <tools/veskpackage/commonsubsequence.hpp>
 #include <tools/veskpackage/difference.hpp>
 #include <tools/veskpackage/fieldvalue.hpp>
 #include <tools/veskpackage/json.hpp>
 #include <tools/veskpackage/unifieddiff.hpp>
+
+#include <malloc.h>
+#include <sstream>
 #include <valgrind/valgrind.h>
 
 using vesk::PackageInfo;

@@ -2,10 +2,11 @@
 #include "manifestpattern.hpp"
 #include "support.hpp"
 
+#include <check/manifestcheck.hpp>
+
 #include <QDomDocument>
 
 #include <algorithm>
-#include <check/manifestcheck.hpp>
 #include <set>
 
 using namespace vesk::check;

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "filledpackage.hpp"
 
-#include <gmock/gmock.h>
-
 #include <tools/veskpackage/difference.hpp>
 #include <tools/veskpackage/fieldvalue.hpp>
+
+#include <gmock/gmock.h>
 
 using namespace vesk;
 using testing::ElementsAre;

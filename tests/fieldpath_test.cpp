@@ -3,12 +3,11 @@
 #include "support.hpp"
 
 #include <package/interop/xovalue.hpp>
-
-#include <QRegularExpression>
-
-#include <nlohmann/json.hpp>
 #include <tools/veskpackage/fieldvalue.hpp>
 #include <tools/veskpackage/membername.hpp>
+
+#include <QRegularExpression>
+#include <nlohmann/json.hpp>
 
 using namespace vesk;
 using testing::Pair;

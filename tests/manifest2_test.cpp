@@ -6,8 +6,8 @@
 #include <package/manifest2/loadmanifest.hpp>
 
 #include <QDomDocument>
-
 #include <nlohmann/json.hpp>
+
 #include <utility>
 
 using namespace vesk;

@@ -5,8 +5,6 @@
 
 #include <package/manifest2/loadmanifest.hpp>
 
-#include <QDomDocument>
-
 #include <array>
 #include <map>
 #include <random>
@@ -143,32 +141,6 @@ std::vector<std::string> readingsOf(const std::string& path)
   return {contentIn(fromFile), contentIn(fromContent), contentIn(PackageInfo(second)),
           second.web().path};
 }
-
-/// Name and documentation of each element and attribute that a schema knows.
-std::map<std::string, std::set<std::string>>
-documentedNames(const Schema& schema, const QString& prefix, const QString& documentation)
-{
-  std::map<std::string, std::set<std::string>> names;
-  QDomDocument document;
-  EXPECT_TRUE(document.setContent(QByteArray::fromStdString(contentOf(schema.path.toStdString()))));
-  for (const QString kind : {"element", "attribute"})
-  {
-    const QDomNodeList declarations = document.elementsByTagName(prefix + kind);
-    for (int i = 0; i < declarations.size(); ++i)
-    {
-      const QDomElement declaration = declarations.at(i).toElement();
-      const QString text = declaration.firstChildElement(documentation).text();
-      EXPECT_FALSE(text.isEmpty()) << declaration.attribute("name").toStdString();
-      if (!declaration.hasAttribute("ns"))
-      {
-        const QString form = kind == "element" ? "<%1[ />]" : " %1=";
-        const QString name = form.arg(declaration.attribute("name"));
-        names[name.toStdString()].insert(text.toStdString());
-      }
-    }
-  }
-  return names;
-}
 } // namespace
 
 TEST(Schema, TakesExamplesAndWhatTheLibraryWrites)
@@ -248,18 +220,5 @@ TEST(Schema, RefusesWhatReadersSkipAndWhatMakesNoSense)
       taken.erase(path);
     }
     EXPECT_THAT(taken, IsEmpty()) << schema.path.toStdString();
-  }
-}
-
-TEST(Schema, SaysTheSameInBothOfAllThatIsRead)
-{
-  const auto names = documentedNames(schemas[0], "", "a:documentation");
-  EXPECT_EQ(names, documentedNames(schemas[1], "xs:", "xs:annotation"));
-  PackageInfo package;
-  ASSERT_TRUE(package.loadFromManifestContent(wholeManifest()));
-  const std::string written = package.saveToManifestContent();
-  for (const auto& [name, documentation] : names)
-  {
-    EXPECT_THAT(written + "<webContent ", testing::ContainsRegex(name));
   }
 }

@@ -4,11 +4,11 @@
 #include "filledpackage.hpp"
 #include "support.hpp"
 
+#include <check/manifestcheck.hpp>
 #include <package/interop/xovalue.hpp>
 #include <package/manifest2/loadmanifest.hpp>
 
 #include <atomic>
-#include <check/manifestcheck.hpp>
 #include <thread>
 
 using vesk::PackageInfo;
