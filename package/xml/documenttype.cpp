@@ -3,6 +3,7 @@
 #include <package/xml/limits.hpp>
 #include <package/xml/openelements.hpp>
 #include <package/xml/saxapi.hpp>
+#include <package/xml/text.hpp>
 
 #include <QHash>
 
@@ -57,9 +58,10 @@ public:
   }
 
   /// The refusal and its place, unless the parse ended well or for another reason.
-  std::optional<SyntaxError> refusal() const
+  std::optional<LoadError> refusal() const
   {
-    return reason.isEmpty() ? std::nullopt : std::optional(SyntaxError{reason, line, column});
+    return reason.isEmpty() ? std::nullopt
+                            : std::optional(LoadError{{}, fromQString(reason), line, column, true});
   }
 
   bool startElement(const QString&, const QString&, const QString&,
@@ -178,7 +180,7 @@ private:
 };
 } // namespace
 
-std::optional<SyntaxError> checkLimitsWithDocumentType(const QString& text)
+std::optional<LoadError> checkLimitsWithDocumentType(const QString& text)
 {
   LimitHandler handler;
   WatchedSource source(text, handler);
