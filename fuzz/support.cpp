@@ -53,7 +53,7 @@ std::vector<std::string> takeLogged() { return std::exchange(logged(), {}); }
 
 bool loadFile(vesk::PackageInfo& package, const std::string& bytes)
 {
-  MemoryFile file("manifest.xml", QByteArray::fromStdString(bytes));
+  MemoryFile file(QByteArray::fromStdString(bytes));
   const bool isLoaded = package.loadFromManifestFile(file);
   require(!file.isOpen(), "the file is left open");
   return isLoaded;

@@ -8,7 +8,4 @@
 /// Prints a complaint about a file as compilers do.
 void complain(std::ostream& complaints, const std::string& file, const std::string& message);
 
-/// Prints what the library logged about a file, with the place in it where the message tells one.
-void complainAsLogged(std::ostream& complaints, const std::string& file, const std::string& logged);
-
 #endif

@@ -3,8 +3,6 @@
 #include "complaint.hpp"
 #include "fieldpath.hpp"
 
-#include <vesk/log.hpp>
-
 #include <cstdio>
 #include <exception>
 #include <iostream>
@@ -13,8 +11,6 @@ namespace
 {
 int run(int argc, char** argv)
 {
-  // The verbs print what concerns the user themselves.
-  vesk::log::removeHandler(vesk::log::defaultHandler);
   CommandLine commandLine;
   try
   {

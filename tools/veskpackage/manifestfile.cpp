@@ -5,7 +5,7 @@
 #include "finding.hpp"
 #include "memoryfile.hpp"
 
-#include <vesk/log.hpp>
+#include <package/manifest2/loadmanifest.hpp>
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -18,16 +18,6 @@
 
 namespace
 {
-// What the library logs on a thread is about the manifest that the thread is loading.
-thread_local std::string lastLogged;
-
-void collectLog()
-{
-  static const vesk::log::HandlerId handler =
-      vesk::log::addHandler([](const vesk::log::Message& message) { lastLogged = message.text; });
-  static_cast<void>(handler);
-}
-
 bool writeTo(QFileDevice& file, const std::string& content)
 {
   if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
@@ -109,7 +99,8 @@ std::optional<QByteArray> read(const std::string& file, std::string& trouble)
   return bytes;
 }
 
-std::optional<Manifest> load(const std::string& file, std::ostream& complaints)
+std::optional<Manifest> load(const std::string& file, std::ostream& complaints,
+                             vesk::PackageInfo2* sections)
 {
   const std::string name = file == "-" ? "<stdin>" : file;
   std::string trouble;
@@ -120,11 +111,16 @@ std::optional<Manifest> load(const std::string& file, std::ostream& complaints)
     return std::nullopt;
   }
   Manifest manifest{file, name, *bytes, {}};
-  MemoryFile content(manifest.name, manifest.bytes);
-  collectLog();
-  if (!manifest.package.loadFromManifestFile(content))
+  QBuffer input(&manifest.bytes);
+  input.open(QIODevice::ReadOnly);
+  vesk::LoadError error;
+  const bool isRead = sections == nullptr
+                          ? manifest.package.readManifestDevice(input, error)
+                          : vesk::readManifestDevice(input, manifest.package, *sections, error);
+  if (!isRead)
   {
-    complainAsLogged(complaints, manifest.name, lastLogged);
+    const std::string place = std::to_string(error.line) + ':' + std::to_string(error.column);
+    complain(complaints, name + ':' + place, error.message);
     return std::nullopt;
   }
   return manifest;
@@ -144,15 +140,18 @@ ExitCode forEachManifest(const Inputs& inputs,
 
 vesk::PackageInfo packageIn(const std::string& content)
 {
-  MemoryFile file({}, QByteArray::fromStdString(content));
+  QBuffer input;
+  input.setData(QByteArray::fromStdString(content));
+  input.open(QIODevice::ReadOnly);
+  vesk::LoadError ignored;
   vesk::PackageInfo package;
-  package.loadFromManifestFile(file);
+  package.readManifestDevice(input, ignored);
   return package;
 }
 
 std::string manifestOf(const vesk::PackageInfo& package)
 {
-  MemoryFile content({}, {});
+  MemoryFile content;
   package.saveToManifestFile(content);
   return content.content.toStdString();
 }

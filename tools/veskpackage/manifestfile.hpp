@@ -30,9 +30,10 @@ inline constexpr int mostMebibytes = 32;
 /// too large, gives none and says why.
 std::optional<QByteArray> read(const std::string& file, std::string& trouble);
 
-/// Loads the manifest in \p file, or from standard input when that is "-". When it cannot be loaded,
-/// says why and gives none.
-std::optional<Manifest> load(const std::string& file, std::ostream& complaints);
+/// Loads the manifest in \p file, or from standard input when that is "-"; where asked for, also by
+/// the second reader. When it cannot be loaded, says why and gives none.
+std::optional<Manifest> load(const std::string& file, std::ostream& complaints,
+                             vesk::PackageInfo2* sections = nullptr);
 
 /// As forEachFile(), with the manifests that can be loaded; the others give FileTrouble.
 ExitCode forEachManifest(const Inputs& inputs,

@@ -6,16 +6,12 @@
 #include <QFile>
 
 #include <algorithm>
-#include <string>
 
 /// A file that is in memory.
 class MemoryFile : public QFile
 {
 public:
-  MemoryFile(const std::string& fileName, const QByteArray& initial) : content(initial)
-  {
-    setFileName(QString::fromStdString(fileName));
-  }
+  explicit MemoryFile(const QByteArray& initial = {}) : content(initial) {}
 
   QByteArray content;
 
