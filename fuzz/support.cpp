@@ -59,6 +59,34 @@ bool loadFile(vesk::PackageInfo& package, const std::string& bytes)
   return isLoaded;
 }
 
+std::optional<vesk::PackageInfo>
+readBothWays(const std::function<bool(vesk::PackageInfo&)>& load,
+             const std::function<bool(vesk::PackageInfo&, vesk::LoadError&)>& read,
+             const std::string& nameInLog)
+{
+  vesk::PackageInfo loaded(examplePackage());
+  vesk::PackageInfo package(examplePackage());
+  vesk::LoadError error;
+  const bool isLoaded = load(loaded);
+  const std::vector<std::string> messages = takeLogged();
+  require(read(package, error) == isLoaded, "of two ways to read one refuses");
+  require(takeLogged().empty(), "the way without the log logs");
+  requireEqual(vesk::AnyConstReference(isLoaded ? loaded : examplePackage()),
+               vesk::AnyConstReference(package), "what is read without the log");
+  if (isLoaded)
+  {
+    require(messages.empty() && error.line == 0, "what is not refused has an error");
+    return package;
+  }
+  requireEqual(vesk::AnyConstReference(examplePackage()), vesk::AnyConstReference(loaded),
+               "a refused manifest has changed the package");
+  const std::string message = "Syntax error in " + nameInLog + " at line " +
+                              std::to_string(error.line) + ", column " +
+                              std::to_string(error.column) + ": " + error.message;
+  require(error.line > 0 && messages == std::vector{message}, "an error is not as logged");
+  return std::nullopt;
+}
+
 const vesk::PackageInfo& examplePackage()
 {
   static const auto& package = *[]
