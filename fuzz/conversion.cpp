@@ -143,7 +143,7 @@ const TypePool& pool()
   return types;
 }
 
-std::string shown(const AnyValue& value) { return toJson(value.reference(), -1); }
+std::string shown(const AnyValue& value) { return tool::toJson(value.reference(), -1); }
 
 /// Whether the value was converted; when it was not, nothing has changed.
 bool isConverted(const AnyValue& source, AnyValue& target)

@@ -10,6 +10,7 @@
 #include <tools/veskpackage/fieldvalue.hpp>
 #include <tools/veskpackage/json.hpp>
 
+using namespace tool;
 using vesk::AnyReference;
 using vesk::AnyValue;
 

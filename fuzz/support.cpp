@@ -25,7 +25,7 @@ std::vector<std::string>& logged()
 
 std::string shown(const vesk::AnyConstReference& value)
 {
-  return value.isValid() ? toJson(value, -1) : "nothing";
+  return value.isValid() ? tool::toJson(value, -1) : "nothing";
 }
 } // namespace
 
@@ -41,9 +41,9 @@ void require(bool isSo, const std::string& what)
 void requireEqual(const vesk::AnyConstReference& expected, const vesk::AnyConstReference& actual,
                   const std::string& what)
 {
-  for (const Difference& difference : differences(expected, actual))
+  for (const tool::Difference& difference : tool::differences(expected, actual))
   {
-    require(false, what + ": " + toText(difference.path()) + " is " +
+    require(false, what + ": " + tool::toText(difference.path()) + " is " +
                        shown(difference.after.value) + " instead of " +
                        shown(difference.before.value));
   }
@@ -53,7 +53,7 @@ std::vector<std::string> takeLogged() { return std::exchange(logged(), {}); }
 
 bool loadFile(vesk::PackageInfo& package, const std::string& bytes)
 {
-  MemoryFile file(QByteArray::fromStdString(bytes));
+  tool::MemoryFile file(QByteArray::fromStdString(bytes));
   const bool isLoaded = package.loadFromManifestFile(file);
   require(!file.isOpen(), "the file is left open");
   return isLoaded;

@@ -18,6 +18,7 @@
 #include <tools/veskpackage/unifieddiff.hpp>
 #include <valgrind/valgrind.h>
 
+using namespace tool;
 using vesk::PackageInfo;
 
 namespace

@@ -6,6 +6,7 @@
 #include <tools/veskpackage/difference.hpp>
 #include <tools/veskpackage/fieldvalue.hpp>
 
+using namespace tool;
 using namespace vesk;
 using testing::ElementsAre;
 using testing::IsEmpty;

@@ -10,6 +10,7 @@
 #include <tools/veskpackage/fieldvalue.hpp>
 #include <tools/veskpackage/membername.hpp>
 
+using namespace tool;
 using namespace vesk;
 using testing::Pair;
 

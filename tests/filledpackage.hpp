@@ -79,7 +79,7 @@ Record filled(Values values = Values())
 template <typename Value>
 std::string contentIn(const Value& value)
 {
-  return toJson(vesk::AnyConstReference(value), 2);
+  return tool::toJson(vesk::AnyConstReference(value), 2);
 }
 
 #endif

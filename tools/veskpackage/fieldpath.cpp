@@ -8,6 +8,8 @@
 #include <nlohmann/json.hpp>
 #include <string_view>
 
+namespace tool
+{
 namespace
 {
 bool isPlain(char character)
@@ -175,3 +177,5 @@ void failAt(const FieldPath& path, const std::string& why)
 {
   throw FieldError(placeAt(path, path.size()) + ": " + why);
 }
+
+} // namespace tool

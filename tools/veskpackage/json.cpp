@@ -4,6 +4,8 @@
 #include <nlohmann/json.hpp>
 #include <variant>
 
+namespace tool
+{
 namespace
 {
 using OrderedJson = nlohmann::ordered_json;
@@ -123,3 +125,5 @@ toJson(const vesk::AnyConstReference& value, int indentation,
   return withEscapedControls(
       json.dump(indentation, ' ', false, OrderedJson::error_handler_t::replace));
 }
+
+} // namespace tool

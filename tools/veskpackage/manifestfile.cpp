@@ -16,6 +16,8 @@
 #include <cstdio>
 #include <unistd.h>
 
+namespace tool
+{
 namespace
 {
 bool writeTo(QFileDevice& file, const std::string& content)
@@ -55,7 +57,7 @@ QString replaceFile(const QString& path, const std::string& content)
 }
 
 /// Complains of what \p manifest has that would be lost; false when there is nothing.
-bool wouldLose(const Manifest& manifest, std::ostream& complaints)
+bool complainOfLosses(const Manifest& manifest, std::ostream& complaints)
 {
   vesk::check::Options options;
   for (const vesk::check::Rule& rule : vesk::check::rules())
@@ -69,13 +71,13 @@ bool wouldLose(const Manifest& manifest, std::ostream& complaints)
   const auto losses = vesk::check::checkDevice(bytes, options);
   for (const vesk::check::Finding& loss : losses)
   {
-    print(complaints, manifest.name, loss, false);
+    printFinding(complaints, manifest.name, loss, false);
   }
   return !losses.empty();
 }
 } // namespace
 
-std::optional<QByteArray> read(const std::string& file, std::string& trouble)
+std::optional<QByteArray> readBytes(const std::string& file, std::string& trouble)
 {
   constexpr int mebibyte = 1 << 20;
   QFile input(QString::fromStdString(file));
@@ -104,7 +106,7 @@ std::optional<Manifest> load(const std::string& file, std::ostream& complaints,
 {
   const std::string name = file == "-" ? "<stdin>" : file;
   std::string trouble;
-  const std::optional<QByteArray> bytes = read(file, trouble);
+  const std::optional<QByteArray> bytes = readBytes(file, trouble);
   if (!bytes)
   {
     complain(complaints, name, trouble);
@@ -156,8 +158,8 @@ std::string manifestOf(const vesk::PackageInfo& package)
   return content.content.toStdString();
 }
 
-bool write(const std::string& content, const std::string& file, std::ostream& out,
-           std::ostream& complaints)
+bool writeFile(const std::string& content, const std::string& file, std::ostream& out,
+               std::ostream& complaints)
 {
   if (file == "-")
   {
@@ -183,25 +185,27 @@ bool write(const std::string& content, const std::string& file, std::ostream& ou
   return error.isEmpty();
 }
 
-ExitCode put(const Manifest& manifest, const Target& target, std::ostream& out,
-             std::ostream& complaints)
+ExitCode writeManifest(const Manifest& manifest, const Target& target, std::ostream& out,
+                       std::ostream& complaints)
 {
   const std::string content = manifestOf(manifest.package);
   const bool isSameFile = target.isInPlace || QFileInfo(QString::fromStdString(target.output)) ==
                                                   QFileInfo(QString::fromStdString(manifest.file));
   if (!isSameFile || manifest.file == "-")
   {
-    return write(content, target.output, out, complaints) ? Done : FileTrouble;
+    return writeFile(content, target.output, out, complaints) ? Done : FileTrouble;
   }
   if (content == manifest.bytes.toStdString())
   {
     return Done;
   }
-  if (!target.isForced && wouldLose(manifest, complaints))
+  if (!target.isForced && complainOfLosses(manifest, complaints))
   {
     complain(complaints, manifest.name,
              "not rewritten: what is listed above would be lost; --force rewrites it all the same");
     return NegativeResult;
   }
-  return write(content, manifest.file, out, complaints) ? Done : FileTrouble;
+  return writeFile(content, manifest.file, out, complaints) ? Done : FileTrouble;
 }
+
+} // namespace tool

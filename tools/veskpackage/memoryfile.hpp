@@ -7,6 +7,9 @@
 
 #include <algorithm>
 
+namespace tool
+{
+
 /// A file that is in memory.
 class MemoryFile : public QFile
 {
@@ -40,5 +43,7 @@ protected:
 private:
   int position = 0;
 };
+
+} // namespace tool
 
 #endif

@@ -6,11 +6,13 @@
 #include <package/manifest2/packageinfo2.hpp>
 #include <xovalue/xovalue.hpp>
 
+namespace tool
+{
 namespace
 {
 /// \p sections hold the web content, which a package does not keep.
-void print(Manifest& manifest, vesk::PackageInfo2& sections, Format format, bool isOneOfMany,
-           std::ostream& out)
+void printManifest(Manifest& manifest, vesk::PackageInfo2& sections, Format format,
+                   bool isOneOfMany, std::ostream& out)
 {
   if (format == Format::Variant)
   {
@@ -38,7 +40,7 @@ void print(Manifest& manifest, vesk::PackageInfo2& sections, Format format, bool
 }
 } // namespace
 
-ExitCode show(const ShowOptions& options)
+ExitCode showManifests(const ShowOptions& options)
 {
   return forEachFile(
       options.inputs,
@@ -50,7 +52,9 @@ ExitCode show(const ShowOptions& options)
         {
           return FileTrouble;
         }
-        print(*manifest, sections, options.format, options.inputs.areMany(), out);
+        printManifest(*manifest, sections, options.format, options.inputs.areMany(), out);
         return Done;
       });
 }
+
+} // namespace tool
