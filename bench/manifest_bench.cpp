@@ -3,13 +3,13 @@
 #include "least.hpp"
 #include "samplepackage.hpp"
 
+#include <check/manifestcheck.hpp>
 #include <package/manifest2/loadmanifest.hpp>
 
 #include <QDomDocument>
 #include <QFile>
 #include <QTextStream>
 
-#include <check/manifestcheck.hpp>
 #include <stdexcept>
 
 namespace

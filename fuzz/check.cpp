@@ -4,10 +4,11 @@
 #include "readback.hpp"
 #include "support.hpp"
 
+#include <check/manifestcheck.hpp>
+
 #include <QBuffer>
 
 #include <algorithm>
-#include <check/manifestcheck.hpp>
 #include <fstream>
 
 using vesk::check::Finding;

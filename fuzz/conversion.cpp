@@ -3,13 +3,13 @@
 #include "randomvalue.hpp"
 #include "support.hpp"
 
+#include <tools/veskpackage/json.hpp>
 #include <vesk/runtimetypes.hpp>
 
 #include <algorithm>
 #include <array>
 #include <random>
 #include <set>
-#include <tools/veskpackage/json.hpp>
 
 using vesk::AnyReference;
 using vesk::AnyValue;
@@ -143,7 +143,7 @@ const TypePool& pool()
   return types;
 }
 
-std::string shown(const AnyValue& value) { return toJson(value.reference(), -1); }
+std::string shown(const AnyValue& value) { return tool::toJson(value.reference(), -1); }
 
 /// Whether the value was converted; when it was not, nothing has changed.
 bool isConverted(const AnyValue& source, AnyValue& target)

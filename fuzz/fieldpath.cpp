@@ -2,14 +2,15 @@
 // The tool's field paths. Each line is a path, an assignment, or neither.
 #include "support.hpp"
 
+#include <tools/veskpackage/fieldvalue.hpp>
+#include <tools/veskpackage/json.hpp>
 #include <vesk/runtimetypes.hpp>
 
 #include <algorithm>
 #include <optional>
 #include <sstream>
-#include <tools/veskpackage/fieldvalue.hpp>
-#include <tools/veskpackage/json.hpp>
 
+using namespace tool;
 using vesk::AnyReference;
 using vesk::AnyValue;
 

@@ -192,7 +192,7 @@ vesk::PackageInfo writeAndRead(const vesk::PackageInfo& package)
   requireEqual(vesk::AnyConstReference(expected), vesk::AnyConstReference(fromText),
                "not as written in\n" + text);
 
-  MemoryFile file("manifest.xml", {});
+  tool::MemoryFile file;
   require(package.saveToManifestFile(file), "cannot be written");
   vesk::PackageInfo fromFile;
   require(loadFile(fromFile, file.content.toStdString()), "what was written does not read");

@@ -16,7 +16,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     return 0;
   }
   const vesk::PackageInfo second = writeAndRead(first);
-  if (differences(AnyConstReference(readBackOf(first)), AnyConstReference(first)).empty())
+  if (tool::differences(AnyConstReference(readBackOf(first)), AnyConstReference(first)).empty())
   {
     require(second.saveToManifestContent() == first.saveToManifestContent(),
             "nothing is lost, but another text is written");

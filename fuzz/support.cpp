@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "support.hpp"
 
+#include <tools/veskpackage/difference.hpp>
+#include <tools/veskpackage/json.hpp>
 #include <vesk/log.hpp>
 
 #include <cstdlib>
 #include <iostream>
-#include <tools/veskpackage/difference.hpp>
-#include <tools/veskpackage/json.hpp>
 
 namespace
 {
@@ -25,7 +25,7 @@ std::vector<std::string>& logged()
 
 std::string shown(const vesk::AnyConstReference& value)
 {
-  return value.isValid() ? toJson(value, -1) : "nothing";
+  return value.isValid() ? tool::toJson(value, -1) : "nothing";
 }
 } // namespace
 
@@ -41,9 +41,9 @@ void require(bool isSo, const std::string& what)
 void requireEqual(const vesk::AnyConstReference& expected, const vesk::AnyConstReference& actual,
                   const std::string& what)
 {
-  for (const Difference& difference : differences(expected, actual))
+  for (const tool::Difference& difference : tool::differences(expected, actual))
   {
-    require(false, what + ": " + toText(difference.path()) + " is " +
+    require(false, what + ": " + tool::toText(difference.path()) + " is " +
                        shown(difference.after.value) + " instead of " +
                        shown(difference.before.value));
   }
@@ -53,10 +53,38 @@ std::vector<std::string> takeLogged() { return std::exchange(logged(), {}); }
 
 bool loadFile(vesk::PackageInfo& package, const std::string& bytes)
 {
-  MemoryFile file("manifest.xml", QByteArray::fromStdString(bytes));
+  tool::MemoryFile file(QByteArray::fromStdString(bytes));
   const bool isLoaded = package.loadFromManifestFile(file);
   require(!file.isOpen(), "the file is left open");
   return isLoaded;
+}
+
+std::optional<vesk::PackageInfo>
+readBothWays(const std::function<bool(vesk::PackageInfo&)>& load,
+             const std::function<bool(vesk::PackageInfo&, vesk::LoadError&)>& read,
+             const std::string& nameInLog)
+{
+  vesk::PackageInfo loaded(examplePackage());
+  vesk::PackageInfo package(examplePackage());
+  vesk::LoadError error;
+  const bool isLoaded = load(loaded);
+  const std::vector<std::string> messages = takeLogged();
+  require(read(package, error) == isLoaded, "of two ways to read one refuses");
+  require(takeLogged().empty(), "the way without the log logs");
+  requireEqual(vesk::AnyConstReference(isLoaded ? loaded : examplePackage()),
+               vesk::AnyConstReference(package), "what is read without the log");
+  if (isLoaded)
+  {
+    require(messages.empty() && error.line == 0, "what is not refused has an error");
+    return package;
+  }
+  requireEqual(vesk::AnyConstReference(examplePackage()), vesk::AnyConstReference(loaded),
+               "a refused manifest has changed the package");
+  const std::string message = "Syntax error in " + nameInLog + " at line " +
+                              std::to_string(error.line) + ", column " +
+                              std::to_string(error.column) + ": " + error.message;
+  require(error.line > 0 && messages == std::vector{message}, "an error is not as logged");
+  return std::nullopt;
 }
 
 const vesk::PackageInfo& examplePackage()

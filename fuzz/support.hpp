@@ -3,12 +3,14 @@
 #define FUZZ_SUPPORT_HPP
 
 #include <package/packageinfo.hpp>
+#include <tools/veskpackage/memoryfile.hpp>
 #include <vesk/anyvalue.hpp>
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
-#include <tools/veskpackage/memoryfile.hpp>
 #include <vector>
 
 /// What the fuzz targets have in common. Each holds one function:
@@ -31,6 +33,14 @@ std::vector<std::string> takeLogged();
 
 /// Loads a manifest as a file with these bytes.
 bool loadFile(vesk::PackageInfo& package, const std::string& bytes);
+
+/// Reads a manifest into the example package with an operation that logs as of \p nameInLog, and with
+/// one that fills an error. Gives the package, or none where it is refused. Requires that both do the
+/// same, and that a refused manifest changes nothing.
+std::optional<vesk::PackageInfo>
+readBothWays(const std::function<bool(vesk::PackageInfo&)>& load,
+             const std::function<bool(vesk::PackageInfo&, vesk::LoadError&)>& read,
+             const std::string& nameInLog);
 
 /// A package in which nothing is empty.
 const vesk::PackageInfo& examplePackage();

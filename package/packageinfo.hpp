@@ -6,6 +6,7 @@
 #include <package/dialoginfo.hpp>
 #include <package/export.hpp>
 #include <package/languageinfo.hpp>
+#include <package/loaderror.hpp>
 #include <vesk/structdescription.hpp>
 
 #include <iosfwd>
@@ -16,6 +17,7 @@
 #include <tuple>
 
 class QFile;
+class QIODevice;
 
 namespace XO
 {
@@ -252,6 +254,19 @@ public:
   /// processing: an attribute with a declared prefix counts by the name behind the prefix. What is
   /// logged of a malformed text holds the whole of it.
   bool loadFromManifestContent(const std::string& content);
+  /// \}
+
+  /// As the operations above, but nothing is logged: what is wrong is in \p error, which is left as it
+  /// was when nothing is. A file that cannot be read to its end is an error, too, where those above
+  /// take what they get.
+  /// \{
+
+  /// Reads the file at \p path (UTF-8).
+  bool readManifestFile(const std::string& path, LoadError& error);
+  /// Reads all that an open device gives from where it is, as if it were a file, and leaves it open.
+  bool readManifestDevice(QIODevice& device, LoadError& error);
+  /// Reads the text of a manifest, up to the first NUL byte, with namespace processing.
+  bool readManifestText(const std::string& text, LoadError& error);
   /// \}
 
   /// Writes the manifest. Equal packages give equal bytes; attributes are ordered by name. Empty

@@ -13,7 +13,6 @@
 #include <package/xml/text.hpp>
 #include <vesk/log.hpp>
 
-#include <QDomDocument>
 #include <QFile>
 #include <QScopeGuard>
 
@@ -26,10 +25,10 @@ void logError(const std::string& text, const char* function)
   log::write(log::addCategory("veskpackage"), log::Level::Error, text, function);
 }
 
-void logSyntaxError(const std::string& source, const SyntaxError& error, const char* function)
+void logSyntaxError(const std::string& source, const LoadError& error, const char* function)
 {
   logError("Syntax error in " + source + " at line " + std::to_string(error.line) + ", column " +
-               std::to_string(error.column) + ": " + fromQString(error.message),
+               std::to_string(error.column) + ": " + error.message,
            function);
 }
 
@@ -76,10 +75,20 @@ void endReading(PackageInfoPrivate& record, PackageInfoPrivate& read) noexcept
 }
 
 /// Parses an open file and closes it, whatever comes of it.
-bool parseAndClose(QFile& file, QDomDocument& document, SyntaxError& error)
+std::optional<QDomDocument> parseAndClose(QFile& file, LoadError& error)
 {
   const auto closing = qScopeGuard([&file] { file.close(); });
-  return parseXml(file, document, error);
+  return parseXml(file, error);
+}
+
+/// Adds what a manifest holds to a package; false when there is none.
+bool merge(const std::optional<QDomDocument>& manifest, PackageInfo& package)
+{
+  if (manifest)
+  {
+    recordOf(package).loadFromXmlDocument(*manifest, &package);
+  }
+  return manifest.has_value();
 }
 } // namespace
 
@@ -97,28 +106,39 @@ bool PackageInfo::loadFromManifestFile(QFile& file)
     logError("Could not open " + name + " for reading", "loadFromManifestFile");
     return false;
   }
-  QDomDocument document;
-  SyntaxError error;
-  if (!parseAndClose(file, document, error))
+  LoadError error;
+  if (!merge(parseAndClose(file, error), *this))
   {
     logSyntaxError(name, error, "loadFromManifestFile");
     return false;
   }
-  record->loadFromXmlDocument(document, this);
   return true;
 }
 
 bool PackageInfo::loadFromManifestContent(const std::string& content)
 {
-  QDomDocument document;
-  SyntaxError error;
-  if (!parseXml(toQString(content), document, error))
+  LoadError error;
+  if (!readManifestText(content, error))
   {
     logSyntaxError(content, error, "loadFromManifestContent");
     return false;
   }
-  record->loadFromXmlDocument(document, this);
   return true;
+}
+
+bool PackageInfo::readManifestFile(const std::string& path, LoadError& error)
+{
+  return merge(parseFile(path, error), *this);
+}
+
+bool PackageInfo::readManifestDevice(QIODevice& device, LoadError& error)
+{
+  return merge(parseDevice(device, error), *this);
+}
+
+bool PackageInfo::readManifestText(const std::string& text, LoadError& error)
+{
+  return merge(parseXml(toQString(text), error), *this);
 }
 
 void PackageInfoPrivate::loadFromXmlDocument(const QDomDocument& document, PackageInfo* info)

@@ -201,6 +201,16 @@ TEST(Allocation, MayFailAnywhere)
       {"document type", [&](PackageInfo& p) { p.loadFromManifestFile(nested); }},
       {"malformed file", [&](PackageInfo& p) { EXPECT_FALSE(p.loadFromManifestFile(malformed)); }},
       {"second reader", [&](PackageInfo&) { PackageInfo{loadManifest(file)}; }},
+      {"both readers",
+       [&](PackageInfo& p)
+       {
+         QFile device(QString::fromStdString(file));
+         device.open(QIODevice::ReadOnly);
+         PackageInfo2 info;
+         LoadError error;
+         EXPECT_FALSE(p.readManifestFile(malformed, error));
+         readManifestDevice(device, p, info, error);
+       }},
       {"check", [&](PackageInfo&) { check::checkFile(file); }},
       {"write", [&](PackageInfo& p) { p.saveToManifestFile(folder.path("written.xml")); }},
       {"copy and move", [](PackageInfo& p) { AnyValue{PackageInfo(p)}; }},

@@ -18,6 +18,7 @@
 #include <sstream>
 #include <valgrind/valgrind.h>
 
+using namespace tool;
 using vesk::PackageInfo;
 
 namespace

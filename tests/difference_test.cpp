@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 
+using namespace tool;
 using namespace vesk;
 using testing::ElementsAre;
 using testing::IsEmpty;

@@ -9,6 +9,7 @@
 #include <QRegularExpression>
 #include <nlohmann/json.hpp>
 
+using namespace tool;
 using namespace vesk;
 using testing::Pair;
 

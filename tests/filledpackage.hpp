@@ -3,10 +3,10 @@
 #define TESTS_FILLEDPACKAGE_HPP
 
 #include <package/packageinfo.hpp>
+#include <tools/veskpackage/json.hpp>
 #include <vesk/anyvalue.hpp>
 
 #include <string>
-#include <tools/veskpackage/json.hpp>
 #include <vector>
 
 /// Fills a value by its description, members, elements and all, with what \p values gives for the
@@ -79,7 +79,7 @@ Record filled(Values values = Values())
 template <typename Value>
 std::string contentIn(const Value& value)
 {
-  return toJson(vesk::AnyConstReference(value), 2);
+  return tool::toJson(vesk::AnyConstReference(value), 2);
 }
 
 #endif

@@ -7,6 +7,7 @@
 #include <xovalue/xovalue.hpp>
 
 #include <boost/function.hpp>
+
 #include <list>
 #include <map>
 #include <string>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <package/manifest2/loadmanifest.hpp>
 #include <package/manifest2/sectionreaders.hpp>
+#include <package/packageinfo_p.hpp>
+#include <package/recordaccess.hpp>
 #include <package/registrar.hpp>
 #include <package/rootattributes.hpp>
 #include <package/xml/names.hpp>
@@ -9,12 +11,12 @@
 #include <package/xml/text.hpp>
 #include <vesk/log.hpp>
 
-#include <QDomDocument>
 #include <QFile>
 
 #include <array>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace vesk
 {
@@ -47,6 +49,16 @@ constexpr std::array sectionReaders{
   log::write(registrar.manifestCategory, log::Level::Error, message, "loadManifest");
   throw std::runtime_error(message);
 }
+
+/// Puts what a manifest holds in the place of what \p info held; false when there is none.
+bool replace(const std::optional<QDomDocument>& manifest, PackageInfo2& info)
+{
+  if (manifest)
+  {
+    info = loadXmlDocument(*manifest);
+  }
+  return manifest.has_value();
+}
 } // namespace
 
 PackageInfo2 loadManifest(const std::string& path)
@@ -56,16 +68,44 @@ PackageInfo2 loadManifest(const std::string& path)
   {
     fail("Could not open " + path + " for reading.");
   }
-  QDomDocument document;
-  SyntaxError error;
-  const bool parsed = parseXml(file, document, error);
+  LoadError error;
+  const std::optional<QDomDocument> document = parseXml(file, error);
   file.close();
-  if (!parsed)
+  if (!document)
   {
     fail("Syntax error in " + path + ':' + std::to_string(error.line) + ':' +
-         std::to_string(error.column) + ": " + fromQString(error.message));
+         std::to_string(error.column) + ": " + error.message);
   }
-  return loadXmlDocument(document);
+  return loadXmlDocument(*document);
+}
+
+bool readManifestFile(const std::string& path, PackageInfo2& info, LoadError& error)
+{
+  return replace(parseFile(path, error), info);
+}
+
+bool readManifestDevice(QIODevice& device, PackageInfo2& info, LoadError& error)
+{
+  return replace(parseDevice(device, error), info);
+}
+
+bool readManifestText(const std::string& text, PackageInfo2& info, LoadError& error)
+{
+  return replace(parseXml(toQString(text), error), info);
+}
+
+bool readManifestDevice(QIODevice& device, PackageInfo& package, PackageInfo2& info,
+                        LoadError& error)
+{
+  const std::optional<QDomDocument> document = parseDevice(device, error);
+  if (!document)
+  {
+    return false;
+  }
+  PackageInfo2 read = loadXmlDocument(*document);
+  recordOf(package).loadFromXmlDocument(*document, &package);
+  info = std::move(read);
+  return true;
 }
 
 PackageInfo2 loadXmlDocument(const QDomDocument& document)

@@ -3,6 +3,7 @@
 #include <package/xml/limits.hpp>
 #include <package/xml/openelements.hpp>
 #include <package/xml/saxapi.hpp>
+#include <package/xml/text.hpp>
 
 #include <QHash>
 
@@ -20,16 +21,16 @@ class ParenthesisCounter
 {
 public:
   /// False when \p c opens one parenthesis too many.
-  bool accept(QChar c)
+  bool count(QChar c)
   {
     if (c == u'<' || c == u'>' || c == u'"' || c == u'\'')
     {
       open = 0;
     }
-    return acceptInEntity(c);
+    return countInEntity(c);
   }
 
-  bool acceptInEntity(QChar c)
+  bool countInEntity(QChar c)
   {
     if (c == u'(')
     {
@@ -50,16 +51,17 @@ private:
 class LimitHandler : public QXmlDefaultHandler
 {
 public:
-  /// A character of the document type; false when it goes beyond a limit.
-  bool acceptsInDocumentType(QChar c)
+  /// Watches what the parser reads; false when that goes beyond a limit.
+  bool watch(QChar c)
   {
-    return !inDocumentType || parentheses.accept(c) || refuse(limits::parentheses);
+    return !inDocumentType || parentheses.count(c) || refuse(limits::parentheses);
   }
 
   /// The refusal and its place, unless the parse ended well or for another reason.
-  std::optional<SyntaxError> refusal() const
+  std::optional<LoadError> refusal() const
   {
-    return reason.isEmpty() ? std::nullopt : std::optional(SyntaxError{reason, line, column});
+    return reason.isEmpty() ? std::nullopt
+                            : std::optional(LoadError{{}, fromQString(reason), line, column, true});
   }
 
   bool startElement(const QString&, const QString&, const QString&,
@@ -100,18 +102,18 @@ public:
     entityTexts.insert(name.startsWith(u'%') ? name.mid(1) : name, value);
     references += value.count(u'&');
     declaredText += value.size();
-    return within(references, limits::referencesInEntities) &&
-           within(declaredText, limits::declaredText) && within(++entities, limits::entities);
+    return allow(references, limits::referencesInEntities) &&
+           allow(declaredText, limits::declaredText) && allow(++entities, limits::entities);
   }
 
   bool externalEntityDecl(const QString&, const QString&, const QString&) override
   {
-    return within(++entities, limits::entities);
+    return allow(++entities, limits::entities);
   }
 
   bool unparsedEntityDecl(const QString&, const QString&, const QString&, const QString&) override
   {
-    return within(++entities, limits::entities);
+    return allow(++entities, limits::entities);
   }
 
   /// An entity is about to be read in the place of a reference to it.
@@ -119,13 +121,13 @@ public:
   {
     const QString text = entityTexts.value(name);
     broughtIn += text.size();
-    if (!within(broughtIn, limits::broughtInText))
+    if (!allow(broughtIn, limits::broughtInText))
     {
       return false;
     }
     return !inDocumentType ||
            std::all_of(text.cbegin(), text.cend(),
-                       [this](QChar c) { return parentheses.acceptInEntity(c); }) ||
+                       [this](QChar c) { return parentheses.countInEntity(c); }) ||
            refuse(limits::parentheses);
   }
 
@@ -139,7 +141,7 @@ public:
   }
 
 private:
-  bool within(int count, const Limit& limit) { return count <= limit.most || refuse(limit); }
+  bool allow(int count, const Limit& limit) { return count <= limit.most || refuse(limit); }
 
   bool refuse(const Limit& limit)
   {
@@ -170,7 +172,7 @@ public:
   QChar next() override
   {
     const QChar c = QXmlInputSource::next();
-    return handler.acceptsInDocumentType(c) ? c : QChar(EndOfDocument);
+    return handler.watch(c) ? c : QChar(EndOfDocument);
   }
 
 private:
@@ -178,7 +180,7 @@ private:
 };
 } // namespace
 
-std::optional<SyntaxError> checkLimitsWithDocumentType(const QString& text)
+std::optional<LoadError> checkLimitsWithDocumentType(const QString& text)
 {
   LimitHandler handler;
   WatchedSource source(text, handler);

@@ -2,7 +2,9 @@
 #ifndef PACKAGE_XML_DOCUMENTTYPE_HPP
 #define PACKAGE_XML_DOCUMENTTYPE_HPP
 
-#include <package/xml/parsing.hpp>
+#include <package/loaderror.hpp>
+
+#include <QString>
 
 #include <optional>
 
@@ -13,7 +15,7 @@ namespace vesk
 /// goes beyond the limits. What entities bring is only known to the parser, so it is the parser
 /// that is watched here. A document that is not well-formed before it reaches a limit is not
 /// refused: the parse that builds the tree stops there, too.
-std::optional<SyntaxError> checkLimitsWithDocumentType(const QString& text);
+std::optional<LoadError> checkLimitsWithDocumentType(const QString& text);
 
 } // namespace vesk
 

@@ -3,9 +3,9 @@
 #include <package/xml/markupscanner.hpp>
 #include <package/xml/parsing.hpp>
 #include <package/xml/saxapi.hpp>
+#include <package/xml/text.hpp>
 
-#include <QDomDocument>
-#include <QIODevice>
+#include <QFile>
 
 #include <array>
 #include <utility>
@@ -23,7 +23,7 @@ public:
   explicit LimitedSource(const QString& text) : undecided(text) { readProlog(); }
 
   /// What a document type or its entities cost too much.
-  const std::optional<SyntaxError>& documentTypeRefusal() const { return documentTypeError; }
+  const std::optional<LoadError>& documentTypeRefusal() const { return documentTypeError; }
 
   /// Why the document was ended, if the parser came that far; otherwise empty.
   QString refusal() const { return parserAtEnd ? scanner.refusal() : QString(); }
@@ -94,42 +94,73 @@ private:
   qint64 chunkSize = firstChunkSize;
   MarkupScanner scanner;
   QString prolog; // read ahead, not yet given to the parser
-  std::optional<SyntaxError> documentTypeError;
+  std::optional<LoadError> documentTypeError;
   bool parserAtEnd = false;
 };
 
-bool parse(LimitedSource& source, bool namespaceProcessing, QDomDocument& document,
-           SyntaxError& error)
+std::optional<QDomDocument> parse(LimitedSource& source, bool namespaceProcessing, LoadError& error)
 {
   if (source.documentTypeRefusal())
   {
     error = *source.documentTypeRefusal();
-    error.isBeyondLimits = true;
-    return false;
+    return std::nullopt;
   }
-  if (document.setContent(&source, namespaceProcessing, &error.message, &error.line, &error.column))
+  QDomDocument document;
+  QString message;
+  int line = 0;
+  int column = 0;
+  if (document.setContent(&source, namespaceProcessing, &message, &line, &column))
   {
-    return true;
+    return document;
   }
-  if (!source.refusal().isEmpty())
-  {
-    error.message = source.refusal();
-    error.isBeyondLimits = true;
-  }
-  return false;
+  const QString refusal = source.refusal();
+  error = {
+      {}, fromQString(refusal.isEmpty() ? message : refusal), line, column, !refusal.isEmpty()};
+  return std::nullopt;
 }
 } // namespace
 
-bool parseXml(QIODevice& device, QDomDocument& document, SyntaxError& error)
+std::optional<QDomDocument> parseXml(QIODevice& device, LoadError& error)
 {
   LimitedSource source(device);
-  return parse(source, false, document, error);
+  return parse(source, false, error);
 }
 
-bool parseXml(const QString& text, QDomDocument& document, SyntaxError& error)
+std::optional<QDomDocument> parseXml(const QString& text, LoadError& error)
 {
   LimitedSource source(text);
-  return parse(source, true, document, error);
+  return parse(source, true, error);
+}
+
+std::optional<QDomDocument> parseDevice(QIODevice& device, LoadError& error)
+{
+  std::optional<QDomDocument> document = parseXml(device, error);
+  const auto* const file = qobject_cast<const QFileDevice*>(&device);
+  if (file == nullptr)
+  {
+    return document;
+  }
+  if (file->error() != QFileDevice::NoError)
+  {
+    error = {{}, "cannot be read: " + fromQString(file->errorString())};
+    document.reset();
+  }
+  if (!document)
+  {
+    error.path = fromQString(file->fileName());
+  }
+  return document;
+}
+
+std::optional<QDomDocument> parseFile(const std::string& path, LoadError& error)
+{
+  QFile file(toQString(path));
+  if (!file.open(QIODevice::ReadOnly))
+  {
+    error = {path, "cannot be opened for reading: " + fromQString(file.errorString())};
+    return std::nullopt;
+  }
+  return parseDevice(file, error);
 }
 
 } // namespace vesk

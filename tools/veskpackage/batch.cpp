@@ -18,6 +18,9 @@
 #include <thread>
 #include <unistd.h>
 
+namespace tool
+{
+
 bool Inputs::areMany() const
 {
   std::error_code unknown;
@@ -180,3 +183,5 @@ private:
 } // namespace
 
 ExitCode forEachFile(const Inputs& inputs, const Work& work) { return Batch(inputs, work).run(); }
+
+} // namespace tool

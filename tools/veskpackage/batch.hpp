@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef TOOLS_BATCH_HPP
-#define TOOLS_BATCH_HPP
+#ifndef TOOLS_VESKPACKAGE_BATCH_HPP
+#define TOOLS_VESKPACKAGE_BATCH_HPP
 
 #include "exitcode.hpp"
 
@@ -8,6 +8,9 @@
 #include <ostream>
 #include <string>
 #include <vector>
+
+namespace tool
+{
 
 /// Which files a verb works on.
 struct Inputs
@@ -28,5 +31,7 @@ using Work =
 /// Works on all files and gives the highest exit code. While it takes long, a terminal is shown how
 /// far it is. Memory does not grow with the number of files.
 ExitCode forEachFile(const Inputs& inputs, const Work& work);
+
+} // namespace tool
 
 #endif

@@ -4,11 +4,14 @@
 #include "verbs.hpp"
 
 #include <QBuffer>
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <atomic>
 #include <iostream>
-#include <nlohmann/json.hpp>
+
+namespace tool
+{
 
 using vesk::check::Finding;
 using vesk::check::Rule;
@@ -82,7 +85,7 @@ void printAll(std::ostream& out, const std::string& name, const std::vector<Find
   }
   for (const Finding& finding : findings)
   {
-    print(out, name, finding, options.isColored);
+    printFinding(out, name, finding, options.isColored);
   }
 }
 
@@ -90,7 +93,7 @@ std::vector<Finding> findingsIn(const std::string& file, const CheckOptions& opt
 {
   const vesk::check::Options asked{options.severities, options.packageFolder};
   std::string trouble;
-  const std::optional<QByteArray> bytes = read(file, trouble);
+  const std::optional<QByteArray> bytes = readBytes(file, trouble);
   if (!bytes)
   {
     return {{vesk::check::findRule("unreadable"), Severity::Error, trouble, 0, 0, {}}};
@@ -110,7 +113,7 @@ std::vector<Finding> findingsIn(const std::string& file, const CheckOptions& opt
 }
 } // namespace
 
-ExitCode check(const CheckOptions& options)
+ExitCode checkManifests(const CheckOptions& options)
 {
   Totals totals;
   const ExitCode code =
@@ -146,3 +149,5 @@ ExitCode explainRule(const std::string& tag)
   std::cout << rule.tag << " (" << nameOf(rule.severity) << ")\n" << rule.explanation << '\n';
   return Done;
 }
+
+} // namespace tool

@@ -6,6 +6,8 @@
 #include <thread>
 #include <unistd.h>
 
+namespace tool
+{
 namespace
 {
 using vesk::check::Severity;
@@ -143,7 +145,7 @@ void CommandLine::addShow()
       [this]
       {
         requireFiles(showOptions.inputs);
-        code = show(showOptions);
+        code = showManifests(showOptions);
       });
 }
 
@@ -196,7 +198,7 @@ void CommandLine::addCheck()
         }
         checkOptions.inputs.searchFolders = true;
         checkOptions.isColored = isColored(color);
-        code = check(checkOptions);
+        code = checkManifests(checkOptions);
       });
 }
 
@@ -215,7 +217,7 @@ void CommandLine::addGet()
         getOptions.field = getOptions.inputs.files.back();
         getOptions.inputs.files.pop_back();
         requireFiles(getOptions.inputs);
-        code = get(getOptions);
+        code = getField(getOptions);
       });
 }
 
@@ -241,7 +243,7 @@ void CommandLine::addSet()
                                 isAssignment),
                 "FIELD=VALUE is required behind the files");
         requireFiles(setOptions.inputs);
-        code = set(setOptions);
+        code = setFields(setOptions);
       });
 }
 
@@ -261,7 +263,7 @@ void CommandLine::addFmt()
       {
         fmtOptions.isCheck ? requireFiles(fmtOptions.inputs)
                            : requireOneOutput(fmtOptions.inputs, fmtOptions.target);
-        code = fmt(fmtOptions);
+        code = formatManifests(fmtOptions);
       });
 }
 
@@ -277,7 +279,7 @@ void CommandLine::addTrim()
       [this]
       {
         requireOneOutput(trimOptions.inputs, trimOptions.target);
-        code = trim(trimOptions);
+        code = trimManifests(trimOptions);
       });
 }
 
@@ -290,5 +292,7 @@ void CommandLine::addDiff()
   verb->add_option("B", diffOptions.right, "The other manifest")->required()->check(faultIn);
   addFormat(*verb, diffOptions.format, false, "text (a line for each difference), or json");
   addExample(*verb, "veskpackage diff old.xml new.xml");
-  verb->callback([this] { code = diff(diffOptions); });
+  verb->callback([this] { code = diffManifests(diffOptions); });
 }
+
+} // namespace tool

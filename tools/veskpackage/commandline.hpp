@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef TOOLS_COMMANDLINE_HPP
-#define TOOLS_COMMANDLINE_HPP
+#ifndef TOOLS_VESKPACKAGE_COMMANDLINE_HPP
+#define TOOLS_VESKPACKAGE_COMMANDLINE_HPP
 
 #include "exitcode.hpp"
 #include "verbs.hpp"
@@ -8,6 +8,9 @@
 #include <CLI/CLI.hpp>
 
 #include <string>
+
+namespace tool
+{
 
 /// The program's verbs and options: parses a command line and runs its verb, and is what help, man
 /// pages and completion are made of.
@@ -43,5 +46,7 @@ private:
   std::string explained;
   bool listsRules = false;
 };
+
+} // namespace tool
 
 #endif

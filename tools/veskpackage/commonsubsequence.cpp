@@ -6,6 +6,8 @@
 #include <string_view>
 #include <unordered_map>
 
+namespace tool
+{
 namespace
 {
 /// A text in more places than this is not tried in all of them, which could take the time of the
@@ -94,3 +96,5 @@ IndexPairs commonSubsequence(const std::vector<std::string>& first,
   }
   return pairs;
 }
+
+} // namespace tool

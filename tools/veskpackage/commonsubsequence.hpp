@@ -7,6 +7,9 @@
 #include <utility>
 #include <vector>
 
+namespace tool
+{
+
 /// Indexes into a first and a second list.
 using IndexPairs = std::vector<std::pair<std::size_t, std::size_t>>;
 
@@ -15,5 +18,7 @@ using IndexPairs = std::vector<std::pair<std::size_t, std::size_t>>;
 /// are.
 IndexPairs commonSubsequence(const std::vector<std::string>& first,
                              const std::vector<std::string>& second);
+
+} // namespace tool
 
 #endif

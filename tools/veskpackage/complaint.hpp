@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef TOOLS_COMPLAINT_HPP
-#define TOOLS_COMPLAINT_HPP
+#ifndef TOOLS_VESKPACKAGE_COMPLAINT_HPP
+#define TOOLS_VESKPACKAGE_COMPLAINT_HPP
 
 #include <ostream>
 #include <string>
 
+namespace tool
+{
+
 /// Prints a complaint about a file as compilers do.
 void complain(std::ostream& complaints, const std::string& file, const std::string& message);
 
-/// Prints what the library logged about a file, with the place in it where the message tells one.
-void complainAsLogged(std::ostream& complaints, const std::string& file, const std::string& logged);
+} // namespace tool
 
 #endif

@@ -5,6 +5,8 @@
 
 #include <iostream>
 
+namespace tool
+{
 namespace
 {
 void printText(const Difference& difference)
@@ -42,7 +44,7 @@ void printJson(const std::vector<Difference>& all)
 }
 } // namespace
 
-ExitCode diff(const DiffOptions& options)
+ExitCode diffManifests(const DiffOptions& options)
 {
   const std::optional<Manifest> left = load(options.left, std::cerr);
   const std::optional<Manifest> right = load(options.right, std::cerr);
@@ -62,3 +64,5 @@ ExitCode diff(const DiffOptions& options)
   }
   return all.empty() ? Done : NegativeResult;
 }
+
+} // namespace tool

@@ -10,6 +10,9 @@
 
 #include <algorithm>
 
+namespace tool
+{
+
 using vesk::AnyConstReference;
 using vesk::TypeKind;
 
@@ -197,3 +200,5 @@ std::vector<Difference> differences(const AnyConstReference& before, const AnyCo
   comparison.compare(before, after);
   return std::move(comparison.found);
 }
+
+} // namespace tool

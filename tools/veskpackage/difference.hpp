@@ -8,6 +8,9 @@
 
 #include <vector>
 
+namespace tool
+{
+
 /// A part of a value, and the way to it. Both are empty when the value has no such part.
 struct FieldValue
 {
@@ -36,5 +39,7 @@ struct Difference
 /// that nothing is known of never do.
 std::vector<Difference> differences(const vesk::AnyConstReference& before,
                                     const vesk::AnyConstReference& after);
+
+} // namespace tool
 
 #endif

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef TOOLS_EXITCODE_HPP
-#define TOOLS_EXITCODE_HPP
+#ifndef TOOLS_VESKPACKAGE_EXITCODE_HPP
+#define TOOLS_VESKPACKAGE_EXITCODE_HPP
 
 #include <array>
+
+namespace tool
+{
 
 /// What the program tells its caller. Where several files are given, the highest code counts.
 enum ExitCode : int
@@ -18,5 +21,7 @@ inline constexpr std::array exitCodeMeanings{
     "done",
     "a negative result: findings that fail, a difference, a field that is not there, a refusal",
     "wrong usage", "a file is unreadable or malformed, or cannot be written"};
+
+} // namespace tool
 
 #endif

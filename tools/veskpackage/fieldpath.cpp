@@ -3,11 +3,14 @@
 
 #include "json.hpp"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <charconv>
-#include <nlohmann/json.hpp>
 #include <string_view>
 
+namespace tool
+{
 namespace
 {
 bool isPlain(char character)
@@ -175,3 +178,5 @@ void failAt(const FieldPath& path, const std::string& why)
 {
   throw FieldError(placeAt(path, path.size()) + ": " + why);
 }
+
+} // namespace tool

@@ -9,6 +9,9 @@
 #include <variant>
 #include <vector>
 
+namespace tool
+{
+
 /// What is wrong with a path, or with the value for it; the message starts with the path.
 class FieldError : public std::runtime_error
 {
@@ -38,5 +41,7 @@ std::string placeAt(const FieldPath& path, std::size_t depth);
 
 /// Throws FieldError for what is at a path.
 [[noreturn]] void failAt(const FieldPath& path, const std::string& why);
+
+} // namespace tool
 
 #endif

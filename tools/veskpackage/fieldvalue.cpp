@@ -5,6 +5,9 @@
 #include "membername.hpp"
 #include "valuefromtext.hpp"
 
+namespace tool
+{
+
 using vesk::AnyConstReference;
 using vesk::AnyReference;
 using vesk::AnyValue;
@@ -184,3 +187,5 @@ void setAt(const AnyReference& root, const FieldPath& path, const std::string& t
 {
   setPart(root, path, 0, text);
 }
+
+} // namespace tool

@@ -6,6 +6,9 @@
 
 #include <vesk/anyvalue.hpp>
 
+namespace tool
+{
+
 /// Members are known by their registered and by their friendly names. A step leads through an
 /// AnyValue to what it holds.
 
@@ -21,5 +24,7 @@ vesk::AnyConstReference valueAt(const vesk::AnyConstReference& root, const Field
 /// leaves out get their default. A map's entry is made when there is none under the key; the index
 /// behind the last element of a list appends one. Throws FieldError, and has changed nothing then.
 void setAt(const vesk::AnyReference& root, const FieldPath& path, const std::string& text);
+
+} // namespace tool
 
 #endif

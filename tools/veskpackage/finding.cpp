@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "finding.hpp"
 
+namespace tool
+{
 namespace
 {
 const char* colorOf(vesk::check::Severity severity)
@@ -19,8 +21,8 @@ const char* colorOf(vesk::check::Severity severity)
 }
 } // namespace
 
-void print(std::ostream& out, const std::string& name, const vesk::check::Finding& finding,
-           bool isColored)
+void printFinding(std::ostream& out, const std::string& name, const vesk::check::Finding& finding,
+                  bool isColored)
 {
   out << name;
   if (finding.line > 0)
@@ -36,3 +38,5 @@ void print(std::ostream& out, const std::string& name, const vesk::check::Findin
   }
   out << '\n';
 }
+
+} // namespace tool

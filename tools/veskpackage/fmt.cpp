@@ -3,7 +3,10 @@
 #include "unifieddiff.hpp"
 #include "verbs.hpp"
 
-ExitCode fmt(const FmtOptions& options)
+namespace tool
+{
+
+ExitCode formatManifests(const FmtOptions& options)
 {
   return forEachManifest(options.inputs,
                          [&options](Manifest& manifest, std::ostream& out, std::ostream& complaints)
@@ -16,6 +19,8 @@ ExitCode fmt(const FmtOptions& options)
                                               manifest.name + " (formatted)", formatted);
                              return formatted == original ? Done : NegativeResult;
                            }
-                           return put(manifest, options.target, out, complaints);
+                           return writeManifest(manifest, options.target, out, complaints);
                          });
 }
+
+} // namespace tool

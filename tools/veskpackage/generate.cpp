@@ -9,6 +9,8 @@
 #include <fstream>
 #include <iostream>
 
+namespace tool
+{
 namespace
 {
 std::ofstream opened(const std::string& path)
@@ -210,7 +212,20 @@ void writeCompletion(const std::string& folder, const CLI::App& app,
             "}\n"
             "complete -o default -F _veskpackage veskpackage\n";
 }
+
+void writeAll(const std::string& folder)
+{
+  const CommandLine commandLine;
+  const std::vector<const CLI::App*> verbs = commandLine.app.get_subcommands({});
+  for (const CLI::App* const verb : verbs)
+  {
+    writeVerbPage(folder, *verb);
+  }
+  writeMainPage(folder, commandLine.app, verbs);
+  writeCompletion(folder, commandLine.app, verbs);
+}
 } // namespace
+} // namespace tool
 
 int main(int argc, char** argv)
 {
@@ -221,15 +236,7 @@ int main(int argc, char** argv)
   }
   try
   {
-    const std::string folder = argv[1];
-    const CommandLine commandLine;
-    const std::vector<const CLI::App*> verbs = commandLine.app.get_subcommands({});
-    for (const CLI::App* const verb : verbs)
-    {
-      writeVerbPage(folder, *verb);
-    }
-    writeMainPage(folder, commandLine.app, verbs);
-    writeCompletion(folder, commandLine.app, verbs);
+    tool::writeAll(argv[1]);
     return 0;
   }
   catch (const std::exception& error)

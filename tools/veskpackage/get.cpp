@@ -4,6 +4,8 @@
 #include "json.hpp"
 #include "verbs.hpp"
 
+namespace tool
+{
 namespace
 {
 std::string shown(const vesk::AnyConstReference& value, Format format)
@@ -13,7 +15,7 @@ std::string shown(const vesk::AnyConstReference& value, Format format)
 }
 } // namespace
 
-ExitCode get(const GetOptions& options)
+ExitCode getField(const GetOptions& options)
 {
   const FieldPath path = parseFieldPath(options.field);
   return forEachManifest(options.inputs,
@@ -43,3 +45,5 @@ ExitCode get(const GetOptions& options)
                            }
                          });
 }
+
+} // namespace tool

@@ -9,6 +9,9 @@
 #include <iostream>
 #include <stdexcept>
 
+namespace tool
+{
+
 namespace filesystem = std::filesystem;
 
 namespace
@@ -138,3 +141,5 @@ bool InputFiles::enter(const std::string& path)
   folders.push_back(std::move(entries));
   return true;
 }
+
+} // namespace tool

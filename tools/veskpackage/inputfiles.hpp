@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef TOOLS_INPUTFILES_HPP
-#define TOOLS_INPUTFILES_HPP
+#ifndef TOOLS_VESKPACKAGE_INPUTFILES_HPP
+#define TOOLS_VESKPACKAGE_INPUTFILES_HPP
 
 #include "batch.hpp"
 
@@ -8,6 +8,9 @@
 #include <optional>
 #include <string>
 #include <vector>
+
+namespace tool
+{
 
 /// Gives the files to work on one after the other, those of folders in the order of their names and
 /// without hidden ones.
@@ -32,5 +35,7 @@ private:
   /// next at the end.
   std::vector<std::vector<std::string>> folders;
 };
+
+} // namespace tool
 
 #endif

@@ -2,8 +2,11 @@
 #include "json.hpp"
 
 #include <nlohmann/json.hpp>
+
 #include <variant>
 
+namespace tool
+{
 namespace
 {
 using OrderedJson = nlohmann::ordered_json;
@@ -123,3 +126,5 @@ toJson(const vesk::AnyConstReference& value, int indentation,
   return withEscapedControls(
       json.dump(indentation, ' ', false, OrderedJson::error_handler_t::replace));
 }
+
+} // namespace tool

@@ -8,6 +8,9 @@
 #include <utility>
 #include <vector>
 
+namespace tool
+{
+
 /// Any value that the type system describes as JSON: structs and maps with string keys as objects,
 /// members in published order; other maps as arrays of pairs; bytes that are no UTF-8 as U+FFFD; what
 /// nothing is known of, and what JSON has no number for, as null. Indented by \p indentation, on one
@@ -15,5 +18,7 @@
 std::string
 toJson(const vesk::AnyConstReference& value, int indentation,
        const std::vector<std::pair<std::string, vesk::AnyConstReference>>& furtherMembers = {});
+
+} // namespace tool
 
 #endif

@@ -3,18 +3,16 @@
 #include "complaint.hpp"
 #include "fieldpath.hpp"
 
-#include <vesk/log.hpp>
-
 #include <cstdio>
 #include <exception>
 #include <iostream>
 
+namespace tool
+{
 namespace
 {
 int run(int argc, char** argv)
 {
-  // The verbs print what concerns the user themselves.
-  vesk::log::removeHandler(vesk::log::defaultHandler);
   CommandLine commandLine;
   try
   {
@@ -37,16 +35,17 @@ int run(int argc, char** argv)
   return commandLine.code;
 }
 } // namespace
+} // namespace tool
 
 int main(int argc, char** argv)
 {
   try
   {
-    return run(argc, argv);
+    return tool::run(argc, argv);
   }
   catch (const std::exception& error) // a list of files that cannot be read, or memory ran out
   {
     static_cast<void>(std::fprintf(stderr, "veskpackage: error: %s\n", error.what()));
-    return FileTrouble;
+    return tool::FileTrouble;
   }
 }

@@ -5,29 +5,21 @@
 #include "finding.hpp"
 #include "memoryfile.hpp"
 
-#include <vesk/log.hpp>
+#include <check/manifestcheck.hpp>
+#include <package/manifest2/loadmanifest.hpp>
 
 #include <QBuffer>
 #include <QFileInfo>
 #include <QSaveFile>
 
 #include <cerrno>
-#include <check/manifestcheck.hpp>
 #include <cstdio>
 #include <unistd.h>
 
+namespace tool
+{
 namespace
 {
-// What the library logs on a thread is about the manifest that the thread is loading.
-thread_local std::string lastLogged;
-
-void collectLog()
-{
-  static const vesk::log::HandlerId handler =
-      vesk::log::addHandler([](const vesk::log::Message& message) { lastLogged = message.text; });
-  static_cast<void>(handler);
-}
-
 bool writeTo(QFileDevice& file, const std::string& content)
 {
   if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
@@ -65,7 +57,7 @@ QString replaceFile(const QString& path, const std::string& content)
 }
 
 /// Complains of what \p manifest has that would be lost; false when there is nothing.
-bool wouldLose(const Manifest& manifest, std::ostream& complaints)
+bool complainOfLosses(const Manifest& manifest, std::ostream& complaints)
 {
   vesk::check::Options options;
   for (const vesk::check::Rule& rule : vesk::check::rules())
@@ -79,13 +71,13 @@ bool wouldLose(const Manifest& manifest, std::ostream& complaints)
   const auto losses = vesk::check::checkDevice(bytes, options);
   for (const vesk::check::Finding& loss : losses)
   {
-    print(complaints, manifest.name, loss, false);
+    printFinding(complaints, manifest.name, loss, false);
   }
   return !losses.empty();
 }
 } // namespace
 
-std::optional<QByteArray> read(const std::string& file, std::string& trouble)
+std::optional<QByteArray> readBytes(const std::string& file, std::string& trouble)
 {
   constexpr int mebibyte = 1 << 20;
   QFile input(QString::fromStdString(file));
@@ -109,22 +101,28 @@ std::optional<QByteArray> read(const std::string& file, std::string& trouble)
   return bytes;
 }
 
-std::optional<Manifest> load(const std::string& file, std::ostream& complaints)
+std::optional<Manifest> load(const std::string& file, std::ostream& complaints,
+                             vesk::PackageInfo2* sections)
 {
   const std::string name = file == "-" ? "<stdin>" : file;
   std::string trouble;
-  const std::optional<QByteArray> bytes = read(file, trouble);
+  const std::optional<QByteArray> bytes = readBytes(file, trouble);
   if (!bytes)
   {
     complain(complaints, name, trouble);
     return std::nullopt;
   }
   Manifest manifest{file, name, *bytes, {}};
-  MemoryFile content(manifest.name, manifest.bytes);
-  collectLog();
-  if (!manifest.package.loadFromManifestFile(content))
+  QBuffer input(&manifest.bytes);
+  input.open(QIODevice::ReadOnly);
+  vesk::LoadError error;
+  const bool isRead = sections == nullptr
+                          ? manifest.package.readManifestDevice(input, error)
+                          : vesk::readManifestDevice(input, manifest.package, *sections, error);
+  if (!isRead)
   {
-    complainAsLogged(complaints, manifest.name, lastLogged);
+    const std::string place = std::to_string(error.line) + ':' + std::to_string(error.column);
+    complain(complaints, name + ':' + place, error.message);
     return std::nullopt;
   }
   return manifest;
@@ -144,21 +142,24 @@ ExitCode forEachManifest(const Inputs& inputs,
 
 vesk::PackageInfo packageIn(const std::string& content)
 {
-  MemoryFile file({}, QByteArray::fromStdString(content));
+  QBuffer input;
+  input.setData(QByteArray::fromStdString(content));
+  input.open(QIODevice::ReadOnly);
+  vesk::LoadError ignored;
   vesk::PackageInfo package;
-  package.loadFromManifestFile(file);
+  package.readManifestDevice(input, ignored);
   return package;
 }
 
 std::string manifestOf(const vesk::PackageInfo& package)
 {
-  MemoryFile content({}, {});
+  MemoryFile content;
   package.saveToManifestFile(content);
   return content.content.toStdString();
 }
 
-bool write(const std::string& content, const std::string& file, std::ostream& out,
-           std::ostream& complaints)
+bool writeFile(const std::string& content, const std::string& file, std::ostream& out,
+               std::ostream& complaints)
 {
   if (file == "-")
   {
@@ -184,25 +185,27 @@ bool write(const std::string& content, const std::string& file, std::ostream& ou
   return error.isEmpty();
 }
 
-ExitCode put(const Manifest& manifest, const Target& target, std::ostream& out,
-             std::ostream& complaints)
+ExitCode writeManifest(const Manifest& manifest, const Target& target, std::ostream& out,
+                       std::ostream& complaints)
 {
   const std::string content = manifestOf(manifest.package);
   const bool isSameFile = target.isInPlace || QFileInfo(QString::fromStdString(target.output)) ==
                                                   QFileInfo(QString::fromStdString(manifest.file));
   if (!isSameFile || manifest.file == "-")
   {
-    return write(content, target.output, out, complaints) ? Done : FileTrouble;
+    return writeFile(content, target.output, out, complaints) ? Done : FileTrouble;
   }
   if (content == manifest.bytes.toStdString())
   {
     return Done;
   }
-  if (!target.isForced && wouldLose(manifest, complaints))
+  if (!target.isForced && complainOfLosses(manifest, complaints))
   {
     complain(complaints, manifest.name,
              "not rewritten: what is listed above would be lost; --force rewrites it all the same");
     return NegativeResult;
   }
-  return write(content, manifest.file, out, complaints) ? Done : FileTrouble;
+  return writeFile(content, manifest.file, out, complaints) ? Done : FileTrouble;
 }
+
+} // namespace tool

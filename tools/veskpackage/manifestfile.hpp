@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef TOOLS_MANIFESTFILE_HPP
-#define TOOLS_MANIFESTFILE_HPP
+#ifndef TOOLS_VESKPACKAGE_MANIFESTFILE_HPP
+#define TOOLS_VESKPACKAGE_MANIFESTFILE_HPP
 
 #include "batch.hpp"
 #include "exitcode.hpp"
@@ -13,6 +13,9 @@
 #include <optional>
 #include <ostream>
 #include <string>
+
+namespace tool
+{
 
 /// A manifest as it was read.
 struct Manifest
@@ -28,11 +31,12 @@ inline constexpr int mostMebibytes = 32;
 
 /// All that is in \p file, or comes from standard input when that is "-". When it cannot be read or is
 /// too large, gives none and says why.
-std::optional<QByteArray> read(const std::string& file, std::string& trouble);
+std::optional<QByteArray> readBytes(const std::string& file, std::string& trouble);
 
-/// Loads the manifest in \p file, or from standard input when that is "-". When it cannot be loaded,
-/// says why and gives none.
-std::optional<Manifest> load(const std::string& file, std::ostream& complaints);
+/// Loads the manifest in \p file, or from standard input when that is "-"; where asked for, also by
+/// the second reader. When it cannot be loaded, says why and gives none.
+std::optional<Manifest> load(const std::string& file, std::ostream& complaints,
+                             vesk::PackageInfo2* sections = nullptr);
 
 /// As forEachFile(), with the manifests that can be loaded; the others give FileTrouble.
 ExitCode forEachManifest(const Inputs& inputs,
@@ -47,8 +51,8 @@ std::string manifestOf(const vesk::PackageInfo& package);
 
 /// Writes \p content to \p file, or to \p out when that is "-". A file is replaced as a whole or not
 /// at all, and keeps its mode. When that fails, says why and gives false.
-bool write(const std::string& content, const std::string& file, std::ostream& out,
-           std::ostream& complaints);
+bool writeFile(const std::string& content, const std::string& file, std::ostream& out,
+               std::ostream& complaints);
 
 /// Where a manifest goes that is written anew.
 struct Target
@@ -61,7 +65,9 @@ struct Target
 /// Writes \p manifest where it is to go; one from standard input goes to \p out. Where it takes the
 /// place of the file that it was read from and something would be lost that the file has, says what,
 /// and does so only when it is forced.
-ExitCode put(const Manifest& manifest, const Target& target, std::ostream& out,
-             std::ostream& complaints);
+ExitCode writeManifest(const Manifest& manifest, const Target& target, std::ostream& out,
+                       std::ostream& complaints);
+
+} // namespace tool
 
 #endif

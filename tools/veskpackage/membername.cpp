@@ -7,6 +7,8 @@
 #include <iterator>
 #include <optional>
 
+namespace tool
+{
 namespace
 {
 /// Whether one may have been mistyped for the other: but for a character or two in one place, and
@@ -77,3 +79,5 @@ std::string choiceInsteadOf(const std::string& name, const std::vector<std::stri
                    [&name](const std::string& other) { return areAlike(other, name); });
   return alike == names.end() ? text : text + " (did you mean " + toText({*alike}) + "?)";
 }
+
+} // namespace tool

@@ -6,6 +6,9 @@
 
 #include <vesk/typeinterface.hpp>
 
+namespace tool
+{
+
 /// What a registered member is called for people, as "names" for "langToName": the name that it has
 /// in a package's variant form. Most are called as they are registered.
 std::string friendlyName(const std::string& memberName);
@@ -17,5 +20,7 @@ std::size_t memberIndex(const vesk::StructTypeInterface& type, const FieldPath& 
 
 /// Lists what could have been written instead of a name, and what may have been meant by it.
 std::string choiceInsteadOf(const std::string& name, const std::vector<std::string>& names);
+
+} // namespace tool
 
 #endif

@@ -6,16 +6,15 @@
 #include <QFile>
 
 #include <algorithm>
-#include <string>
+
+namespace tool
+{
 
 /// A file that is in memory.
 class MemoryFile : public QFile
 {
 public:
-  MemoryFile(const std::string& fileName, const QByteArray& initial) : content(initial)
-  {
-    setFileName(QString::fromStdString(fileName));
-  }
+  explicit MemoryFile(const QByteArray& initial = {}) : content(initial) {}
 
   QByteArray content;
 
@@ -44,5 +43,7 @@ protected:
 private:
   int position = 0;
 };
+
+} // namespace tool
 
 #endif

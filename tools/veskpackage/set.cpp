@@ -4,6 +4,8 @@
 #include "json.hpp"
 #include "verbs.hpp"
 
+namespace tool
+{
 namespace
 {
 using Assignments = std::vector<std::pair<FieldPath, std::string>>;
@@ -31,7 +33,7 @@ std::string notKept(const vesk::PackageInfo& edited, const vesk::PackageInfo& wr
 }
 } // namespace
 
-ExitCode set(const SetOptions& options)
+ExitCode setFields(const SetOptions& options)
 {
   Assignments assignments;
   for (const std::string& assignment : options.assignments)
@@ -61,6 +63,8 @@ ExitCode set(const SetOptions& options)
           complain(complaints, manifest.name, lost + ": a manifest cannot hold this value");
           return NegativeResult;
         }
-        return put(manifest, {"-", true, options.isForced}, out, complaints);
+        return writeManifest(manifest, {"-", true, options.isForced}, out, complaints);
       });
 }
+
+} // namespace tool

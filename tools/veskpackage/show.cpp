@@ -3,22 +3,16 @@
 #include "manifestfile.hpp"
 #include "verbs.hpp"
 
-#include <package/manifest2/loadmanifest.hpp>
+#include <package/manifest2/packageinfo2.hpp>
 #include <xovalue/xovalue.hpp>
 
-#include <QDomDocument>
-
+namespace tool
+{
 namespace
 {
-/// Where the web content is, which a package does not keep; no value when there is none.
-vesk::AnyValue webContentOf(const Manifest& manifest)
-{
-  QDomDocument document; // within the library's limits, since it has been loaded
-  document.setContent(manifest.bytes);
-  return vesk::loadXmlDocument(document).contents()["web"];
-}
-
-void print(Manifest& manifest, Format format, bool isOneOfMany, std::ostream& out)
+/// \p sections hold the web content, which a package does not keep.
+void printManifest(Manifest& manifest, vesk::PackageInfo2& sections, Format format,
+                   bool isOneOfMany, std::ostream& out)
 {
   if (format == Format::Variant)
   {
@@ -27,7 +21,7 @@ void print(Manifest& manifest, Format format, bool isOneOfMany, std::ostream& ou
     out << value << '\n';
     return;
   }
-  const vesk::AnyValue web = webContentOf(manifest);
+  const vesk::AnyValue& web = sections.contents()["web"]; // without a value where there is none
   if (format == Format::Json)
   {
     std::vector<std::pair<std::string, vesk::AnyConstReference>> further{{"web", web}};
@@ -46,12 +40,21 @@ void print(Manifest& manifest, Format format, bool isOneOfMany, std::ostream& ou
 }
 } // namespace
 
-ExitCode show(const ShowOptions& options)
+ExitCode showManifests(const ShowOptions& options)
 {
-  return forEachManifest(options.inputs,
-                         [&options](Manifest& manifest, std::ostream& out, std::ostream&)
-                         {
-                           print(manifest, options.format, options.inputs.areMany(), out);
-                           return Done;
-                         });
+  return forEachFile(
+      options.inputs,
+      [&options](const std::string& file, std::ostream& out, std::ostream& complaints)
+      {
+        vesk::PackageInfo2 sections;
+        std::optional<Manifest> manifest = load(file, complaints, &sections);
+        if (!manifest)
+        {
+          return FileTrouble;
+        }
+        printManifest(*manifest, sections, options.format, options.inputs.areMany(), out);
+        return Done;
+      });
 }
+
+} // namespace tool

@@ -3,7 +3,10 @@
 #include "manifestfile.hpp"
 #include "verbs.hpp"
 
-ExitCode trim(const TrimOptions& options)
+namespace tool
+{
+
+ExitCode trimManifests(const TrimOptions& options)
 {
   return forEachManifest(
       options.inputs,
@@ -21,6 +24,8 @@ ExitCode trim(const TrimOptions& options)
           return NegativeResult;
         }
         manifest.package.trimExtraInfo();
-        return put(manifest, options.target, out, complaints);
+        return writeManifest(manifest, options.target, out, complaints);
       });
 }
+
+} // namespace tool

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <sstream>
 
+namespace tool
+{
 namespace
 {
 /// How many equal lines are shown around those that differ.
@@ -124,3 +126,5 @@ void printUnifiedDiff(std::ostream& out, const std::string& leftName, const std:
     first = end;
   }
 }
+
+} // namespace tool

@@ -5,6 +5,9 @@
 
 #include <nlohmann/json.hpp>
 
+namespace tool
+{
+
 using vesk::AnyReference;
 using vesk::AnyValue;
 using vesk::TypeKind;
@@ -164,3 +167,5 @@ AnyValue valueFromText(const vesk::TypeInterface& type, const std::string& text,
   fill(value, parseJson(type, text, path), path);
   return value;
 }
+
+} // namespace tool

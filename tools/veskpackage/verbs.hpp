@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef TOOLS_VERBS_HPP
-#define TOOLS_VERBS_HPP
+#ifndef TOOLS_VESKPACKAGE_VERBS_HPP
+#define TOOLS_VESKPACKAGE_VERBS_HPP
 
 #include "batch.hpp"
 #include "exitcode.hpp"
 #include "manifestfile.hpp"
 
 #include <check/manifestcheck.hpp>
+
 #include <map>
 #include <string>
 #include <vector>
+
+namespace tool
+{
 
 /// Each verb of the program with its options. Results go to standard output, complaints to standard
 /// error. A file "-" is standard input or output.
@@ -27,7 +31,7 @@ struct ShowOptions
   Format format = Format::Text;
 };
 /// Prints each manifest.
-ExitCode show(const ShowOptions& options);
+ExitCode showManifests(const ShowOptions& options);
 
 struct CheckOptions
 {
@@ -40,7 +44,7 @@ struct CheckOptions
   std::string packageFolder;
 };
 /// Prints what is wrong with each manifest.
-ExitCode check(const CheckOptions& options);
+ExitCode checkManifests(const CheckOptions& options);
 /// Prints all rules, or what one of them means.
 /// \{
 ExitCode listRules();
@@ -54,7 +58,7 @@ struct GetOptions
   std::string field;
 };
 /// Prints one field of each manifest.
-ExitCode get(const GetOptions& options);
+ExitCode getField(const GetOptions& options);
 
 struct SetOptions
 {
@@ -63,7 +67,7 @@ struct SetOptions
   bool isForced = false;
 };
 /// Changes fields of each manifest, in its file.
-ExitCode set(const SetOptions& options);
+ExitCode setFields(const SetOptions& options);
 
 struct FmtOptions
 {
@@ -72,7 +76,7 @@ struct FmtOptions
   bool isCheck = false; ///< only shows what would change
 };
 /// Loads manifests and writes them back.
-ExitCode fmt(const FmtOptions& options);
+ExitCode formatManifests(const FmtOptions& options);
 
 struct TrimOptions
 {
@@ -80,7 +84,7 @@ struct TrimOptions
   Target target;
 };
 /// Strips manifests down to their description languages.
-ExitCode trim(const TrimOptions& options);
+ExitCode trimManifests(const TrimOptions& options);
 
 struct DiffOptions
 {
@@ -89,6 +93,8 @@ struct DiffOptions
   Format format = Format::Text;
 };
 /// Prints in which fields two manifests differ.
-ExitCode diff(const DiffOptions& options);
+ExitCode diffManifests(const DiffOptions& options);
+
+} // namespace tool
 
 #endif
