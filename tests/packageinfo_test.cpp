@@ -7,24 +7,6 @@ using testing::ElementsAre;
 using testing::Pair;
 using vesk::PackageInfo;
 
-TEST(Package, KeepsEveryText)
-{
-  PackageInfo package;
-  package.setUuid("1");
-  package.setVersion("2");
-  package.setAuthor("3");
-  package.setOrganization("4");
-  package.setDate("5");
-  package.setTypeVersion("6");
-  package.setChannel("7");
-  package.setInstaller("8");
-  package.setPath("9");
-  EXPECT_EQ(package.uuid() + package.version() + package.author() + package.organization() +
-                package.date() + package.typeVersion() + package.channel() + package.installer() +
-                package.path(),
-            "123456789");
-}
-
 TEST(Package, GivesTextsForExactlyTheirLanguage)
 {
   const std::string* missing = nullptr;

@@ -152,6 +152,21 @@ TEST(Registration, ExchangesBehaviorsWithPeersThatLackTheAddedField)
   EXPECT_FALSE(back.behaviors().back().isUserRequestable());
 }
 
+TEST(Registration, ExchangesBehaviorsWithPeersOfTheFirstVersion)
+{
+  std::vector<RuntimeMember> members;
+  for (const char* const name :
+       {"path", "nature", "langToName", "langToDesc", "categories", "langToTags",
+        "langToTriggerSentences", "langToLoadingResponses", "purposeToCondition", "permissions"})
+  {
+    const auto& type = structOf(typeOf<BehaviorInfo>());
+    members.push_back({name, type.memberTypes().at(type.memberIndex(name).value())});
+  }
+  AnyValue peer(*describeStruct("::peer::FirstBehavior", members));
+  peer.reference().set(filled<BehaviorInfo>());
+  EXPECT_EQ(peer.to<BehaviorInfo>().nature(), filled<BehaviorInfo>().nature());
+}
+
 TEST(Registration, RefusesOtherDifferencesOfRecords)
 {
   const auto check =
