@@ -13,7 +13,6 @@
 namespace vesk
 {
 
-/// The length, in characters, of the marker by which the runtime tells interfaces from other types.
 /// The runtime's, and the same for all that is built against it.
 inline constexpr int interfaceMarkerLength = 11;
 
