@@ -146,7 +146,7 @@ const TypePool& pool()
 std::string shown(const AnyValue& value) { return tool::toJson(value.reference(), -1); }
 
 /// Whether the value was converted; when it was not, nothing has changed.
-bool isConverted(const AnyValue& source, AnyValue& target)
+bool tryConvert(const AnyValue& source, AnyValue& target)
 {
   const std::string before = shown(target);
   try
@@ -192,13 +192,13 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
   fillRandomly(converted, provider, types);
 
   const std::string before = shown(source);
-  const bool isDone = isConverted(source, converted);
+  const bool isDone = tryConvert(source, converted);
   require(shown(source) == before, "the source has changed");
   AnyValue back(*pair[0]);
-  if (isDone && isConverted(converted, back))
+  if (isDone && tryConvert(converted, back))
   {
     AnyValue again(*pair[1]);
-    require(isConverted(back, again) && shown(again) == shown(converted),
+    require(tryConvert(back, again) && shown(again) == shown(converted),
             "not the same there and back and there: " + before + " to " + shown(converted));
   }
   tryTo<vesk::PackageInfo>(source);

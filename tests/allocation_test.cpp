@@ -51,7 +51,8 @@ const std::vector<Code> toolkit = toolkitCode();
 long untilFailure = 0; // allocations; 0 when none is to fail
 long inUse = 0;        // allocations that have not been freed
 
-bool isToFail(const void* caller)
+/// Counts an allocation; true when it is to fail.
+bool countAllocation(const void* caller)
 {
   const auto address = reinterpret_cast<std::uintptr_t>(caller);
   return untilFailure > 0 &&
@@ -154,7 +155,7 @@ void failToDescribeEverywhere(std::integer_sequence<int, numbers...>)
 
 void* operator new(std::size_t size)
 {
-  void* const memory = isToFail(__builtin_return_address(0)) ? nullptr : std::malloc(size);
+  void* const memory = countAllocation(__builtin_return_address(0)) ? nullptr : std::malloc(size);
   if (memory == nullptr)
   {
     throw std::bad_alloc();
@@ -165,7 +166,7 @@ void* operator new(std::size_t size)
 
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept
 {
-  void* const memory = isToFail(__builtin_return_address(0)) ? nullptr : std::malloc(size);
+  void* const memory = countAllocation(__builtin_return_address(0)) ? nullptr : std::malloc(size);
   inUse += memory != nullptr ? 1 : 0;
   return memory;
 }

@@ -170,9 +170,10 @@ std::string described(const MemberDifference& difference)
          (difference.surplus.empty() ? "" : "with a surplus " + quoted(difference.surplus));
 }
 
-/// Whether a conversion may be done in spite of different members, by what either type has to say.
-bool isAccepted(const MemberDifference& ours, const StructTypeInterface& targetType, void* target,
-                const TypeInterface& sourceType)
+/// Lets one of the types settle that they have different members, and set those of the target that the
+/// source lacks. False when neither does.
+bool settleDifference(const MemberDifference& ours, const StructTypeInterface& targetType,
+                      void* target, const TypeInterface& sourceType)
 {
   if (targetType.convertFrom(target, ours))
   {
@@ -210,7 +211,7 @@ void convertToStruct(const AnyReference& target, const AnyConstReference& source
     ours.surplus.emplace_back(name);
   }
   if ((!ours.missing.empty() || !ours.surplus.empty()) &&
-      !isAccepted(ours, type, target.address(), *source.type()))
+      !settleDifference(ours, type, target.address(), *source.type()))
   {
     place.fail(described(ours));
   }
