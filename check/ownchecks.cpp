@@ -26,6 +26,12 @@ void checkIdentity(Checker& checker, const QDomElement& package)
   }
 }
 
+void reportDescriptionLanguages(Checker& checker, const QDomElement& languages)
+{
+  checker.report(RuleId::DescriptionLanguages, languages,
+                 QStringLiteral("description languages are read by PackageInfo only"));
+}
+
 void checkName(Checker& checker, const QDomElement& describedLanguage)
 {
   const QString language = textIn(describedLanguage);
@@ -34,6 +40,12 @@ void checkName(Checker& checker, const QDomElement& describedLanguage)
     checker.report(RuleId::UnnamedLanguage, describedLanguage,
                    QStringLiteral("the package has no name in %1").arg(quoted(language)));
   }
+}
+
+void reportWebContent(Checker& checker, const QDomElement& content)
+{
+  checker.report(RuleId::WebContent, content,
+                 QStringLiteral("web content is read by loadManifest only"));
 }
 
 void checkTopicName(Checker& checker, const QDomElement& dialog)
@@ -124,9 +136,11 @@ const std::vector<std::pair<std::string, OwnCheck>>& ownChecks()
 {
   static const std::vector<std::pair<std::string, OwnCheck>> checks{
       {"/package", checkIdentity},
+      {"/package/descriptionLanguages", reportDescriptionLanguages},
       {"/package/descriptionLanguages/language", checkName},
       {"/package/contents/dialogContent", checkTopicName},
       {"/package/contents/dialogContent/topic", checkTopic},
+      {"/package/contents/webContent", reportWebContent},
       {"/package/requirements/mirelRequirement", checkSoftware},
       {"/package/requirements/robotRequirement", checkRobot},
       {"/package/services/service", checkAutorun}};

@@ -19,15 +19,6 @@ bool leavesPackage(const QString& path)
 
 void Checker::checkValues(const QDomElement& element, const CheckedElement& checked)
 {
-  if (checked.format.readers == format::Readers::PackageInfo)
-  {
-    report(RuleId::DescriptionLanguages, element,
-           QStringLiteral("description languages are read by PackageInfo only"));
-  }
-  if (checked.format.readers == format::Readers::LoadManifest)
-  {
-    report(RuleId::WebContent, element, QStringLiteral("web content is read by loadManifest only"));
-  }
   if (checked.format.holds == format::Holds::Text && checked.format.isRepeatable)
   {
     checkEntry(element, checked);
