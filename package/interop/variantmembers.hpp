@@ -44,7 +44,7 @@ void writePairs(const Record& record, XO::XOValue& out)
       {
         XO::XOValue& pair = out[position];
         pair.arraySetSize(2);
-        pair[0] = member.variantName.data();
+        pair[0] = member.variantName;
         if (member.inVariant == InVariant::Value)
         {
           writeValue(record.*member.pointer, pair[1]);

@@ -89,9 +89,9 @@ VESKPACKAGE_EXPORT void fromXOValue(boost::function<void(const vesk::PackageServ
 template <typename Item>
 void fromXOValue(boost::function<void(const Item&)> add, const XO::XOValue& value)
 {
-  for (int i = 0; i < value.getSize(); ++i)
+  for (const XO::XOValue& item : value)
   {
-    add(Item(value[i]));
+    add(Item(item));
   }
 }
 /// \}

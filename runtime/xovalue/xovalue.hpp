@@ -5,7 +5,6 @@
 #include <xovalue/export.hpp>
 
 #include <cstddef>
-#include <cstdint>
 #include <iosfwd>
 #include <new>
 #include <string>
@@ -15,45 +14,6 @@
 
 namespace XO
 {
-
-class XOValue;
-
-namespace detail
-{
-struct Block;
-
-/// Values in a row in a block of memory. Small arrays are made in the block in which they stand
-/// themselves, as elements of another array: nearly all values are arrays of pairs, and allocating
-/// each pair would take more time than all the rest.
-class XOVALUE_EXPORT Array
-{
-public:
-  /// Empty values, in \p nearby if it is given and has room, or else in a new block. Where \p nearby
-  /// is given, the array itself stands in that block.
-  Array(int size, Block* nearby);
-  /// The same; a new block has this room, in values.
-  Array(int size, std::int64_t room, Block* nearby);
-  Array(Array&& other) noexcept;
-  Array& operator=(const Array&) = delete;
-  ~Array();
-
-  /// The room for a copy with the arrays directly in it, or less where that would be much.
-  std::int64_t roomForCopy() const noexcept;
-
-  int size() const noexcept { return count; }
-  XOValue& operator[](int index) const noexcept;
-
-private:
-  /// Destroys values from the end on, up to one that is an array, which is given.
-  Array* destroyUpToArray() noexcept;
-
-  XOValue* values = nullptr;
-  Block* block = nullptr;
-  Array* around = nullptr; // while values are destroyed: the array in which this one stands
-  int count = 0;
-  bool keepsBlock = false; // not needed as long as the array stands in the block itself
-};
-} // namespace detail
 
 /// A value that travels between modules which share no types: nothing (the empty value), a text, a
 /// bool, or an array of further values.
@@ -71,13 +31,12 @@ private:
 /// gives an empty text, false or the size 0. Writing there throws.
 ///
 /// A copy shares nothing with its source. An empty value, a bool and a text of up to 15 bytes need
-/// no memory beside the value itself; an array needs one block, which small arrays inside it share,
-/// and which a part that is moved out keeps (blocks that are shared hold up to 96 values). A value
+/// no memory beside the value itself; an array needs one allocation, which holds its values. A value
 /// moved from is empty. A value may be assigned a part of itself, and a part a copy of the whole; but
 /// the whole must not be moved into a part of it, as swapping the two does: it would hold itself and
 /// never be freed. However deep arrays are nested, copying, comparing, printing and destroying take no
-/// more of the stack. Threads may read one value at once; who writes must be alone, where distinct
-/// elements count as distinct values.
+/// more of the stack, and destroying takes no memory. Threads may read one value at once; who writes
+/// must be alone, where distinct elements count as distinct values.
 ///
 /// When memory runs out, std::bad_alloc is thrown, and the value is as it was.
 class XOVALUE_EXPORT XOValue
@@ -90,9 +49,9 @@ class XOVALUE_EXPORT XOValue
 
 public:
   /// An empty value.
-  XOValue() noexcept : XOValue(static_cast<detail::Block*>(nullptr)) {}
-  XOValue(const XOValue& other) : XOValue() { copyFrom(other); }
-  XOValue(XOValue&& other) noexcept : XOValue() { takeFrom(other); }
+  XOValue() noexcept = default;
+  XOValue(const XOValue& other);
+  XOValue(XOValue&& other) noexcept { takeFrom(other); }
   /// A text; any bytes, usually UTF-8.
   XOValue(std::string text) noexcept : kind(Kind::String)
   {
@@ -133,13 +92,7 @@ public:
     }
     return *this;
   }
-  ~XOValue()
-  {
-    if (kind > Kind::Bool)
-    {
-      destroyContent();
-    }
-  }
+  ~XOValue() { clear(); }
 
   /// Whether the value is anything but empty; an array of size 0 is valid.
   bool isValid() const noexcept { return kind != Kind::Empty; }
@@ -164,7 +117,7 @@ public:
   /// \}
 
   /// Number of values in the array; 0 when this is no array.
-  int getSize() const noexcept { return isArray() ? content.array.size() : 0; }
+  int getSize() const noexcept { return isArray() ? content.array->size : 0; }
 
   /// Makes this an array of \p size empty values, whatever it was. Throws std::out_of_range when
   /// \p size is negative.
@@ -174,14 +127,20 @@ public:
   /// lives to the end of the program.
   const XOValue& operator[](int index) const noexcept
   {
-    return has(index) ? content.array[index] : none();
+    return has(index) ? begin()[index] : none();
   }
   /// The value at \p index for writing. Throws std::out_of_range where there is none, also in a
   /// value that is no array.
-  XOValue& operator[](int index)
-  {
-    return has(index) ? content.array[index] : throwOutOfRange(index);
-  }
+  XOValue& operator[](int index) { return has(index) ? begin()[index] : throwOutOfRange(index); }
+
+  /// The values of the array, for loops; none when this is no array. Like references to elements, what
+  /// these give is good until the array is assigned to, given a size or destroyed.
+  /// \{
+  const XOValue* begin() const noexcept { return isArray() ? valuesOf(content.array) : nullptr; }
+  const XOValue* end() const noexcept { return begin() + getSize(); }
+  XOValue* begin() noexcept { return isArray() ? valuesOf(content.array) : nullptr; }
+  XOValue* end() noexcept { return begin() + getSize(); }
+  /// \}
 
   /// Equal when of the same kind, with equal contents.
   /// \{
@@ -190,8 +149,6 @@ public:
   /// \}
 
 private:
-  friend class detail::Array;
-
   enum class Kind : unsigned char
   {
     Empty,
@@ -199,33 +156,26 @@ private:
     String,
     Array
   };
-  /// What an empty value keeps.
-  struct Vacancy
+  /// What stands before the values of an array, in the same memory.
+  struct Array
   {
-    detail::Block* nearby;       // where the memory for an array may come from
-    const detail::Array* source; // while values are copied: the array to become a copy of,
-    XOValue* next;               // and who is next to become one
+    int size;
+    Array* next; ///< while arrays are destroyed: the one after this
   };
   union Content
   {
     Content() {}  // NOLINT(modernize-use-equals-default): the kind tells what is in it
     ~Content() {} // NOLINT(modernize-use-equals-default)
-    Vacancy vacancy;
     bool flag;
     std::string text;
-    detail::Array array;
+    Array* array;
   };
 
-  explicit XOValue(detail::Block* nearby) noexcept { content.vacancy.nearby = nearby; }
-
+  static XOValue* valuesOf(Array* array) noexcept { return reinterpret_cast<XOValue*>(array + 1); }
   bool has(int index) const noexcept { return index >= 0 && index < getSize(); }
   static const XOValue& none() noexcept;
   [[noreturn]] XOValue& throwOutOfRange(int index) const;
   void assignText(std::string_view text);
-  /// Makes this empty value a copy of another; when that throws, it may only be destroyed.
-  void copyFrom(const XOValue& other);
-  /// The same where it is no array; one is put in front of those that still have to be copied.
-  void copyOrPostpone(const XOValue& other, XOValue*& postponed);
   /// Makes this empty value what \p other was, and \p other empty.
   void takeFrom(XOValue& other) noexcept;
   void clear() noexcept
@@ -235,15 +185,12 @@ private:
       destroyContent();
     }
     kind = Kind::Empty;
-    content.vacancy.nearby = nullptr;
   }
   void destroyContent() noexcept;
 
   Kind kind = Kind::Empty;
   Content content;
 };
-
-inline XOValue& detail::Array::operator[](int index) const noexcept { return values[index]; }
 
 /// Prints the value in the form of JSON, the empty value as null. An array that holds arrays takes
 /// a line for each of its values, indented by 2, but for what is nested more than 50 deep. Bytes that
