@@ -14,18 +14,6 @@
 
 namespace XO
 {
-namespace
-{
-/// A value that is never destroyed, for functions that may be called at the program's end.
-template <typename Value>
-union Undying
-{
-  Undying() : value() {}
-  ~Undying() {} // NOLINT(modernize-use-equals-default): that would destroy it
-  Value value;
-};
-} // namespace
-
 // Arrays wait in a list until they are copied: strangers decide how deep they are nested.
 XOValue::XOValue(const XOValue& other) : XOValue() // so that it is destroyed when memory runs out
 {
@@ -120,8 +108,8 @@ void XOValue::destroyContent() noexcept
 
 const std::string& XOValue::toString() const noexcept
 {
-  static const Undying<std::string> empty;
-  return isString() ? content.text : empty.value;
+  static const std::string& empty = *new std::string; // also for what runs at the program's end
+  return isString() ? content.text : empty;
 }
 
 void XOValue::arraySetSize(int size)
@@ -145,8 +133,8 @@ void XOValue::arraySetSize(int size)
 
 const XOValue& XOValue::none() noexcept
 {
-  static const Undying<XOValue> empty;
-  return empty.value;
+  static const XOValue& empty = *new XOValue; // also for what runs at the program's end
+  return empty;
 }
 
 XOValue& XOValue::throwOutOfRange(int index) const
@@ -204,78 +192,65 @@ void printText(std::ostream& out, const std::string& text)
   out << '"';
 }
 
-/// Prints a value without recursion, since strangers decide how deep arrays are nested.
-class Printer
+/// An array of which the values up to \p next have been printed.
+struct Printed
 {
-public:
-  explicit Printer(std::ostream& stream) : out(stream) {}
+  const XOValue* array;
+  const XOValue* next;
+  bool isNested; ///< arrays are in it
+};
 
-  void print(const XOValue& value)
+void breakLine(std::ostream& out, bool isNested, std::size_t depth)
+{
+  // Further in, lines of nothing but blanks would make the text grow with the square of the depth.
+  constexpr std::size_t deepest = 50;
+  if (isNested)
   {
-    begin(value);
-    while (!arrays.empty())
-    {
-      Printed& last = arrays.back();
-      if (last.count == last.array->getSize())
-      {
-        const bool isNested = last.isNested;
-        arrays.pop_back();
-        breakLine(isNested);
-        out << ']';
-        continue;
-      }
-      out << (last.count == 0 ? "" : last.isNested ? "," : ", ");
-      breakLine(last.isNested);
-      begin(std::as_const(*last.array)[last.count++]);
-    }
+    out << '\n' << std::string(2 * std::min(depth, deepest), ' ');
   }
+}
+} // namespace
 
-private:
-  /// An array of which so many values are printed.
-  struct Printed
+// Arrays of which a part is printed wait in a list: strangers decide how deep they are nested.
+std::ostream& operator<<(std::ostream& out, const XOValue& value)
+{
+  std::vector<Printed> waiting;
+  const auto printOrBegin = [&](const XOValue& toPrint)
   {
-    const XOValue* array;
-    bool isNested; // arrays are in it
-    int count = 0;
-  };
-
-  void begin(const XOValue& value)
-  {
-    if (value.isArray())
+    if (toPrint.isArray())
     {
-      const bool isNested = std::any_of(value.begin(), value.end(),
+      const bool isNested = std::any_of(toPrint.begin(), toPrint.end(),
                                         [](const XOValue& inner) { return inner.isArray(); });
       out << '[';
-      arrays.push_back({&value, isNested});
+      waiting.push_back({&toPrint, toPrint.begin(), isNested});
     }
-    else if (value.isString())
+    else if (toPrint.isString())
     {
-      printText(out, value.toString());
+      printText(out, toPrint.toString());
     }
     else
     {
-      out << (!value.isValid() ? "null" : value.toBool() ? "true" : "false");
+      out << (!toPrint.isValid() ? "null" : toPrint.toBool() ? "true" : "false");
     }
-  }
-
-  void breakLine(bool isNested)
+  };
+  printOrBegin(value);
+  while (!waiting.empty())
   {
-    // Further in, lines of nothing but blanks would make the text grow with the square of the depth.
-    constexpr std::size_t deepest = 50;
-    if (isNested)
+    const auto [array, next, isNested] = waiting.back();
+    if (next == array->end())
     {
-      out << '\n' << std::string(2 * std::min(arrays.size(), deepest), ' ');
+      waiting.pop_back();
+      breakLine(out, isNested, waiting.size());
+      out << ']';
+    }
+    else
+    {
+      out << (next == array->begin() ? "" : isNested ? "," : ", ");
+      breakLine(out, isNested, waiting.size());
+      ++waiting.back().next;
+      printOrBegin(*next);
     }
   }
-
-  std::ostream& out;
-  std::vector<Printed> arrays; // each in the one before
-};
-} // namespace
-
-std::ostream& operator<<(std::ostream& out, const XOValue& value)
-{
-  Printer(out).print(value);
   return out;
 }
 
