@@ -4,7 +4,8 @@
 #include <package/behaviorinfo_p.hpp>
 #include <package/packageinfo_p.hpp>
 
-#include <utility>
+#include <map>
+#include <string>
 
 namespace vesk::format
 {
@@ -14,19 +15,18 @@ using Behavior = BehaviorInfoPrivate;
 
 Element permissions()
 {
+  static const std::map<std::string, const char*> meanings{
+      {BehaviorInfo::k_permCanRunInSleep, "The behavior may run while the robot sleeps."},
+      {BehaviorInfo::k_permCanRunOnPod, "The behavior may run while the robot is on its pod."},
+      {BehaviorInfo::k_permCanStandUp, "The behavior may make the robot stand up."},
+      {BehaviorInfo::k_permCanSitDown, "The behavior may make the robot sit down."}};
   auto permissions = element(n().permissions, "What the behavior claims to be allowed.")
                          .heldBy(&Behavior::permissions)
                          .holding(Holds::Names)
                          .whenWritten(Written::Always);
-  for (const auto& [name, meaning] :
-       {std::pair(BehaviorInfo::k_permCanRunInSleep,
-                  "The behavior may run while the robot sleeps."),
-        std::pair(BehaviorInfo::k_permCanRunOnPod,
-                  "The behavior may run while the robot is on its pod."),
-        std::pair(BehaviorInfo::k_permCanStandUp, "The behavior may make the robot stand up."),
-        std::pair(BehaviorInfo::k_permCanSitDown, "The behavior may make the robot sit down.")})
+  for (const std::string& name : BehaviorInfo::supportedPermissions())
   {
-    permissions.with(describe<Element>(name, meaning, "it may not")
+    permissions.with(describe<Element>(name, meanings.at(name), "it may not")
                          .ifSeveral(Several::CountOnce)
                          .whenWritten(Written::IfTrue));
   }
