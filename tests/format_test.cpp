@@ -36,14 +36,15 @@ std::string nameOf(const Field& field) { return field.record + ' ' + field.regis
 
 /// Gives every attribute and text a value of its own, and tells in which field it is to be found: the
 /// keys and values of a list or map in the field of that.
-void numberExamples(Element& element, const std::string& fieldAround, TextsByField& expected)
+void numberExamples(Element& element, const std::string& fieldAround, TextsByField& expected,
+                    int& count)
 {
   const std::string field = element.field.name.empty() ? fieldAround : nameOf(element.field);
-  const auto number = [&expected](Entry& entry, const std::string& heldBy)
+  const auto number = [&](Entry& entry, const std::string& heldBy)
   {
     if (entry.type != Type::Flag)
     {
-      entry.example = "text " + std::to_string(expected.size() * 100 + expected[heldBy].size());
+      entry.example = "text " + std::to_string(++count);
     }
     expected[heldBy].insert(entry.example);
   };
@@ -61,7 +62,7 @@ void numberExamples(Element& element, const std::string& fieldAround, TextsByFie
   }
   for (Element& child : element.children)
   {
-    numberExamples(child, element.holds == Holds::Entries ? field : std::string(), expected);
+    numberExamples(child, element.holds == Holds::Entries ? field : std::string(), expected, count);
     if (element.holds == Holds::Names)
     {
       expected[field].insert(child.name);
@@ -179,7 +180,8 @@ TEST(Format, NamesTheFieldInWhichEachTextIsFound)
 {
   Element format = package();
   TextsByField expected;
-  numberExamples(format, {}, expected);
+  int count = 0;
+  numberExamples(format, {}, expected, count);
   const std::string manifest = exampleOf(format);
   const vesk::PackageInfo package = loaded(manifest);
   TextsByField found;
