@@ -36,7 +36,7 @@ template <typename Record, typename Value>
 struct RecordMember
 {
   const char* name;             ///< in the type system
-  std::string_view variantName; ///< in the variant form
+  std::string_view variantName; ///< in the variant form; of a literal, so NUL-terminated
   Value Record::*pointer;
   InVariant inVariant = InVariant::Value;
   Keeps keeps = Keeps::All;

@@ -10,15 +10,15 @@ namespace vesk
 
 BehaviorInfo::BehaviorInfo(const XO::XOValue& value) : BehaviorInfo()
 {
-  for (const XO::XOValue& pair : value)
+  for (int i = 0; i < value.getSize(); ++i)
   {
-    const std::string& name = pair[0];
+    const std::string& name = value[i][0];
     forEachMember<BehaviorInfoPrivate>(
         [&](const auto& member, int)
         {
           if (member.inVariant == InVariant::Value && name == member.variantName)
           {
-            readValue((*record).*member.pointer, pair[1]);
+            readValue((*record).*member.pointer, value[i][1]);
           }
         });
   }

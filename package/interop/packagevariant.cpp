@@ -34,9 +34,9 @@ void readLanguages(std::list<std::string>& languages, const XO::XOValue& value)
 template <typename Item>
 void readDescriptors(std::list<Item>& items, const XO::XOValue& value)
 {
-  for (const XO::XOValue& item : value)
+  for (int i = 0; i < value.getSize(); ++i)
   {
-    items.emplace_back(item);
+    items.emplace_back(value[i]);
   }
 }
 } // namespace

@@ -7,7 +7,9 @@
 
 #include <string>
 
-/// Records to variant values and back, by the tables of their members.
+/// Records to variant values and back, by the tables of their members. On a robot the variant library is
+/// the robot's own, so this folder uses only what that has, too: no loops over values, and texts are
+/// assigned NUL-terminated or as values.
 namespace vesk
 {
 
@@ -44,7 +46,7 @@ void writePairs(const Record& record, XO::XOValue& out)
       {
         XO::XOValue& pair = out[position];
         pair.arraySetSize(2);
-        pair[0] = member.variantName;
+        pair[0] = member.variantName.data();
         if (member.inVariant == InVariant::Value)
         {
           writeValue(record.*member.pointer, pair[1]);

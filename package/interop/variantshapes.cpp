@@ -10,10 +10,10 @@ template <typename Container, typename Write>
 void writeArray(const Container& items, XO::XOValue& out, Write write)
 {
   out.arraySetSize(static_cast<int>(items.size()));
-  XO::XOValue* next = out.begin();
+  int index = 0;
   for (const auto& item : items)
   {
-    write(item, *next++);
+    write(item, out[index++]);
   }
 }
 
@@ -40,9 +40,9 @@ void writeRecords(const std::list<Record>& records, XO::XOValue& out)
 template <typename Record>
 void readRecords(const boost::function<void(const Record&)>& add, const XO::XOValue& value)
 {
-  for (const XO::XOValue& item : value)
+  for (int i = 0; i < value.getSize(); ++i)
   {
-    add(readValues<Record>(item));
+    add(readValues<Record>(value[i]));
   }
 }
 } // namespace
@@ -97,25 +97,25 @@ void toXOValue(const std::list<PackageService>& services, XO::XOValue& out)
 
 void fromXOValue(std::map<std::string, std::string>& texts, const XO::XOValue& value)
 {
-  for (const XO::XOValue& pair : value)
+  for (int i = 0; i < value.getSize(); ++i)
   {
-    texts[pair[0]] = static_cast<const std::string&>(pair[1]);
+    texts[value[i][0]] = static_cast<const std::string&>(value[i][1]);
   }
 }
 
 void fromXOValue(std::map<std::string, std::list<std::string>>& lists, const XO::XOValue& value)
 {
-  for (const XO::XOValue& pair : value)
+  for (int i = 0; i < value.getSize(); ++i)
   {
-    fromXOValue(lists[pair[0]], pair[1]);
+    fromXOValue(lists[value[i][0]], value[i][1]);
   }
 }
 
 void fromXOValue(std::list<std::string>& texts, const XO::XOValue& value)
 {
-  for (const XO::XOValue& text : value)
+  for (int i = 0; i < value.getSize(); ++i)
   {
-    texts.push_back(text);
+    texts.push_back(value[i]);
   }
 }
 
@@ -125,17 +125,17 @@ void fromXOValue(std::list<std::string>& texts, const XO::XOValue& value)
 void fromXOValue(boost::function<void(const std::string&, const std::string&)> add,
                  const XO::XOValue& value)
 {
-  for (const XO::XOValue& pair : value)
+  for (int i = 0; i < value.getSize(); ++i)
   {
-    add(pair[1], pair[0]);
+    add(value[i][1], value[i][0]);
   }
 }
 
 void fromXOValue(boost::function<void(const std::string&)> add, const XO::XOValue& value)
 {
-  for (const XO::XOValue& text : value)
+  for (int i = 0; i < value.getSize(); ++i)
   {
-    add(text);
+    add(value[i]);
   }
 }
 

@@ -89,9 +89,9 @@ VESKPACKAGE_EXPORT void fromXOValue(boost::function<void(const vesk::PackageServ
 template <typename Item>
 void fromXOValue(boost::function<void(const Item&)> add, const XO::XOValue& value)
 {
-  for (const XO::XOValue& item : value)
+  for (int i = 0; i < value.getSize(); ++i)
   {
-    add(Item(item));
+    add(Item(value[i]));
   }
 }
 /// \}
