@@ -42,11 +42,9 @@ QString didYouMean(const QString& name, const Names& known)
 template <typename Entry>
 std::vector<QString> namesOf(const std::vector<Entry>& entries)
 {
-  std::vector<QString> names;
-  for (const Entry& entry : entries)
-  {
-    names.push_back(entry.name);
-  }
+  std::vector<QString> names(entries.size());
+  std::transform(entries.begin(), entries.end(), names.begin(),
+                 [](const Entry& entry) { return entry.name; });
   return names;
 }
 

@@ -77,12 +77,12 @@ Element describeBehavior()
                 .heldBy(&Behavior::langToLoadingResponses))
       .with(
           list(n().autonomous, "When the robot launches the behavior by itself.",
-               text(n().condition, "A condition, best in a CDATA section: there \"<\" and \"&\" "
-                                   "stand as they are.")
+               text(n().condition,
+                    R"(A condition, best in a CDATA section: there "<" and "&" stand as they are.)")
                    .inCdata()
                    .like("people.nearest < 2.0 && !robot.charging")
                    .with(attribute(n().purpose,
-                                   "What the condition is for, for example \"start\" or \"stop\".")
+                                   R"(What the condition is for, for example "start" or "stop".)")
                              .as(Role::Key)
                              .like("start")
                              .ifAbsent("the empty purpose")

@@ -43,9 +43,9 @@ struct RecordMember
 };
 
 template <typename Value>
-constexpr bool isMap = false;
+inline constexpr bool isMap = false;
 template <typename Item>
-constexpr bool isMap<std::map<std::string, Item>> = true;
+inline constexpr bool isMap<std::map<std::string, Item>> = true;
 
 template <typename Record, typename Value>
 constexpr RecordMember<Record, Value> recordMember(const char* name, const char* variantName,

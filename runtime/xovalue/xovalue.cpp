@@ -14,6 +14,18 @@
 
 namespace XO
 {
+namespace
+{
+/// An empty value that is never destroyed, for functions that may be called at the program's end.
+template <typename Value>
+const Value& undying() noexcept
+{
+  alignas(Value) static std::array<unsigned char, sizeof(Value)> memory;
+  static const Value& value = *new (memory.data()) Value;
+  return value;
+}
+} // namespace
+
 // Arrays wait in a list until they are copied: strangers decide how deep they are nested.
 XOValue::XOValue(const XOValue& other) : XOValue() // so that it is destroyed when memory runs out
 {
@@ -108,8 +120,7 @@ void XOValue::destroyContent() noexcept
 
 const std::string& XOValue::toString() const noexcept
 {
-  static const std::string& empty = *new std::string; // also for what runs at the program's end
-  return isString() ? content.text : empty;
+  return isString() ? content.text : undying<std::string>();
 }
 
 void XOValue::arraySetSize(int size)
@@ -131,11 +142,7 @@ void XOValue::arraySetSize(int size)
   std::uninitialized_default_construct_n(begin(), size);
 }
 
-const XOValue& XOValue::none() noexcept
-{
-  static const XOValue& empty = *new XOValue; // also for what runs at the program's end
-  return empty;
-}
+const XOValue& XOValue::none() noexcept { return undying<XOValue>(); }
 
 XOValue& XOValue::throwOutOfRange(int index) const
 {
