@@ -14,8 +14,8 @@
 
 namespace XO
 {
-// Arrays wait in a list until they are copied: strangers decide how deep they are nested.
-XOValue::XOValue(const XOValue& other) : XOValue() // so that it is destroyed when memory runs out
+// Keeps a list of arrays to copy instead of recursing: untrusted input decides how deep they nest.
+XOValue::XOValue(const XOValue& other) : XOValue() // delegates, so that ~XOValue() runs on a throw
 {
   std::vector<std::pair<const XOValue*, XOValue*>> waiting;
   const auto copyOrPostpone = [&waiting](const XOValue& source, XOValue& copy)
@@ -40,7 +40,7 @@ XOValue::XOValue(const XOValue& other) : XOValue() // so that it is destroyed wh
     const auto [source, copy] = waiting.back();
     waiting.pop_back();
     copy->arraySetSize(source->getSize());
-    for (int i = source->getSize() - 1; i >= 0; --i) // so that the first array is the next
+    for (int i = source->getSize() - 1; i >= 0; --i) // so that the first array is copied next
     {
       copyOrPostpone((*source)[i], (*copy)[i]);
     }
@@ -76,9 +76,10 @@ void XOValue::takeFrom(XOValue& other) noexcept
   kind = std::exchange(other.kind, Kind::Empty);
 }
 
-// Arrays wait in a list until they are destroyed: strangers decide how deep they are nested. The list
-// is in the arrays themselves, since memory may have run out. An array goes before those in it, and
-// they go in the order in which they are usually made, which is the fastest for the allocator.
+// Keeps a list of arrays to destroy instead of recursing: untrusted input decides how deep they
+// nest. The list is linked through the arrays, since there may be no memory for it. An array is
+// freed before the arrays in it, and these in the order of their usual allocation: fastest for the
+// allocator.
 void XOValue::destroyContent() noexcept
 {
   if (isString())
@@ -108,7 +109,7 @@ void XOValue::destroyContent() noexcept
 
 const std::string& XOValue::toString() const noexcept
 {
-  static const std::string& empty = *new std::string; // also for what runs at the program's end
+  static const std::string& empty = *new std::string; // never destroyed: used at the program's end
   return isString() ? content.text : empty;
 }
 
@@ -133,7 +134,7 @@ void XOValue::arraySetSize(int size)
 
 const XOValue& XOValue::none() noexcept
 {
-  static const XOValue& empty = *new XOValue; // also for what runs at the program's end
+  static const XOValue& empty = *new XOValue; // never destroyed: used at the program's end
   return empty;
 }
 
@@ -143,7 +144,8 @@ XOValue& XOValue::throwOutOfRange(int index) const
                           std::to_string(getSize()));
 }
 
-// Arrays wait in a list until they are compared: strangers decide how deep they are nested.
+// Keeps a list of arrays to compare instead of recursing: untrusted input decides how deep they
+// nest.
 bool operator==(const XOValue& left, const XOValue& right)
 {
   std::vector<std::pair<const XOValue*, const XOValue*>> waiting;
@@ -197,12 +199,12 @@ struct Printed
 {
   const XOValue* array;
   const XOValue* next;
-  bool isNested; ///< arrays are in it
+  bool isNested; ///< it contains arrays
 };
 
 void breakLine(std::ostream& out, bool isNested, std::size_t depth)
 {
-  // Further in, lines of nothing but blanks would make the text grow with the square of the depth.
+  // Without this bound, the blanks would make the output grow with the square of the depth.
   constexpr std::size_t deepest = 50;
   if (isNested)
   {
@@ -211,7 +213,8 @@ void breakLine(std::ostream& out, bool isNested, std::size_t depth)
 }
 } // namespace
 
-// Arrays of which a part is printed wait in a list: strangers decide how deep they are nested.
+// Keeps a list of half-printed arrays instead of recursing: untrusted input decides how deep they
+// nest.
 std::ostream& operator<<(std::ostream& out, const XOValue& value)
 {
   std::vector<Printed> waiting;
