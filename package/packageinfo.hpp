@@ -241,10 +241,9 @@ public:
   /// a message in the log category "veskpackage", at the level of errors, says why and where. A
   /// manifest that would cost the parser too much stack, memory or time is treated as not
   /// well-formed: elements nested more than 256 deep, elements with more than 1,024 attributes,
-  /// more than 32 namespace
-  /// prefixes declared at once, and a document type with more than 256 nested parentheses or 256
-  /// entities, or whose entities hold more than 1,048,576 characters or 1,024 references or bring in
-  /// more than 1,048,576 characters. External entities are never read.
+  /// more than 32 namespace prefixes declared at once, and a document type with more than 256
+  /// nested parentheses or 256 entities, or whose entities hold more than 1,048,576 characters or
+  /// 1,024 references or bring in more than 1,048,576 characters. External entities are never read.
   /// \{
 
   /// Reads the file at \p path (UTF-8).

@@ -40,8 +40,8 @@ void readLanguages(const QDomNode& section, LanguageAppender& appender)
   }
 }
 
-/// The record that a manifest is read into before endReading() merges it into \p record, so that \p
-/// record is unchanged when memory runs out. Lists that are only appended to start empty.
+/// The record that a manifest is read into before endReading() merges it into \p record, so that
+/// \p record is unchanged when memory runs out. Lists that are only appended to start empty.
 PackageInfoPrivate beginReading(const PackageInfoPrivate& record)
 {
   PackageInfoPrivate read;

@@ -13,8 +13,8 @@ struct Registrar
   /// Registers the types of the records, in an order that is known to peers.
   Registrar();
 
-  /// The category of the second reader. It exists from the start, so that programs can set its
-  /// level before they read anything.
+  /// The category of the second reader. It exists once the library is loaded, so that programs can
+  /// set its level before they read anything.
   log::Category manifestCategory = log::addCategory("vesk.package.info");
 };
 

@@ -50,9 +50,9 @@ VESKPACKAGE_EXPORT void toXOValue(const std::list<vesk::PackageService>& service
 /// \}
 
 /// Adds to \p package what the variant form of a package contains. Pairs are identified by
-/// position; their names are ignored. The texts of the package are replaced, by empty ones where \p
-/// value lacks them. Dialogs are read when there are at least 19 pairs, description languages when
-/// there are exactly 20.
+/// position; their names are ignored. The texts of the package are replaced, by empty ones where
+/// \p value lacks them. Dialogs are read when there are at least 19 pairs, description languages
+/// when there are exactly 20.
 VESKPACKAGE_EXPORT void fromXOValue(vesk::PackageInfo& package, const XO::XOValue& value);
 
 /// Reading into containers: adds what \p value holds.
@@ -66,7 +66,7 @@ VESKPACKAGE_EXPORT void fromXOValue(std::list<std::string>& texts, const XO::XOV
 
 /// Reading through an adder, which is called for each element in order; what it throws passes
 /// through. For a map of texts it is given the text first and then its key, as setters take them.
-/// Convert a bound function to the boost::function explicitly, since it converts to all of these:
+/// Convert a bound function to the right type explicitly, since it converts to all of these:
 /// \code
 /// fromXOValue(boost::function<void(const std::string&)>(
 ///                 boost::bind(&vesk::PackageInfo::addExecutableFile, &package,

@@ -37,7 +37,8 @@ namespace vesk
 /// | "web"                          | WebInfo                                                    |
 ///
 /// There is no key for a section that the manifest lacks, nor for an empty list in the contents. A
-/// caller may store further keys and other types; PackageInfo(const PackageInfo2&) converts them.
+/// caller may store further keys and other types; PackageInfo(const PackageInfo2&) ignores the keys
+/// and converts the types.
 ///
 /// \code
 /// vesk::PackageInfo2 info = vesk::loadManifest("manifest.xml"); // throws std::runtime_error
@@ -88,8 +89,8 @@ struct VESKPACKAGE_EXPORT PackageInfo2
 
   /// A reference to the stored web content. Unlike the lists, absent web content is not created:
   /// the call stores an empty AnyValue as "web" and throws std::runtime_error "Type mismatch", as
-  /// it does for a value of another type. To add web content, store it: contents()["web"] =
-  /// WebInfo{…}.
+  /// it does for a value of another type. To add web content, store it:
+  /// contents()["web"] = WebInfo{…}.
   WebInfo& web();
 };
 

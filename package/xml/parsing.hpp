@@ -13,8 +13,8 @@ class QIODevice;
 namespace vesk
 {
 
-/// Parsing of manifests. On failure no document is returned and \p error is filled; on success \p
-/// error is unchanged.
+/// Parsing of manifests. On failure no document is returned and \p error is filled; on success
+/// \p error is unchanged.
 /// \{
 
 /// Parses all of an open device, in whatever encoding, without namespace processing. A read error

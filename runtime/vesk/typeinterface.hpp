@@ -35,9 +35,9 @@ enum class TypeKind
 ///
 /// Values are passed by address; the caller ensures that they are of the described type. Functions
 /// that return the address of a part return a pointer into the value, valid until the value
-/// changes. Implementations of them must not change the value, since they are called for constant
-/// values, too. A description never changes and lives to the end of the process, so any thread may
-/// use it on values that no other thread uses. Exceptions of the native type's own operations pass
+/// changes. Looking up a part must not change the value, since parts of constant values are looked
+/// up, too. A description never changes and lives to the end of the process, so any thread may use
+/// it on values that no other thread uses. Exceptions of the native type's own operations pass
 /// through.
 class VESK_EXPORT TypeInterface
 {
