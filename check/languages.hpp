@@ -21,9 +21,8 @@ class PackageLanguages
 public:
   explicit PackageLanguages(const QDomElement& root);
 
-  /// Whether trimming keeps a text in this language; true when the package lists no languages.
-  /// Names and descriptions are trimmed to the description languages, other texts to the supported
-  /// ones.
+  /// Whether trimming keeps a text in this language. Names and descriptions are trimmed to the
+  /// description languages, other texts to the supported ones; true when none of these are listed.
   /// \{
   bool isDescribed(const QString& language) const;
   bool isSupported(const QString& language) const;
