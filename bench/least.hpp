@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <vector>
 
-/// The least time of many is what can be compared where other programs run beside.
+/// Reports the least time of many runs, which can be compared even when other programs are running.
 inline void leastOfMany(benchmark::internal::Benchmark* benchmark)
 {
   benchmark->Repetitions(12)->ReportAggregatesOnly()->ComputeStatistics(
@@ -15,8 +15,8 @@ inline void leastOfMany(benchmark::internal::Benchmark* benchmark)
       { return *std::min_element(times.begin(), times.end()); });
 }
 
-/// Runs with packages of 1, 100 and 10,000 behaviors; several of each in a row, since some leave the
-/// allocator what others clear up at once.
+/// Runs with packages of 1, 100 and 10,000 behaviors; several of each in a row, since some leave
+/// work for the allocator to later ones.
 inline void behaviorCounts(benchmark::internal::Benchmark* benchmark)
 {
   benchmark->Arg(1)

@@ -10,10 +10,10 @@
 /// The package of examples/manifests/greeting.xml with its behavior so many times.
 vesk::PackageInfo samplePackage(int behaviors);
 
-/// The same as loadManifest() gives it.
+/// The same package as loadManifest() reads it.
 vesk::PackageInfo2 sampleSections(int behaviors);
 
-/// The path of a file in the temporary folder that is this process's own, for such a manifest.
+/// A path in the temporary folder for the package's manifest; each process has its own.
 QString sampleManifestPath(int behaviors);
 
 /// Writes the sample package's manifest to \p path.

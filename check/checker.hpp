@@ -23,7 +23,8 @@ public:
 
   void check();
 
-  /// Reports what is wrong with the node that the walk is at, or with a part of it, as "@path".
+  /// Reports what is wrong with the node that the walk is at, or with a part of it, such as
+  /// "@path".
   void report(RuleId id, const QDomNode& node, const QString& message, const QString& part = {});
 
   const PackageLanguages& languages() const { return packageLanguages; }
@@ -42,7 +43,7 @@ private:
   void reportNotKeptIn(const QDomElement& text);
   void reportUnknown(const QDomElement& element, const CheckedElement& parent);
 
-  // values.cpp: what they take as it is
+  // values.cpp: what the readers take as it is
   void checkValues(const QDomElement& element, const CheckedElement& checked);
   void checkEntry(const QDomElement& entry, const CheckedElement& checked);
   void checkLanguage(const QDomElement& entry, const CheckedElement& checked,
@@ -51,10 +52,11 @@ private:
                    const QString& language);
   void checkPath(const QDomElement& element, const CheckedAttribute& attribute,
                  const QString& path);
-  /// Whether there is a file or folder of this path, or a file that only has an extension more.
+  /// Whether there is a file or folder at this path or, unless \p isWhole, a file whose path is
+  /// this one with an extension added.
   bool exists(const QString& path, bool isWhole);
 
-  /// What the entries of lists are called so far that must not be called the same.
+  /// The names of entries seen so far, for lists whose entries must have different names.
   using Lists = std::map<const CheckedElement*, std::set<QString>>;
 
   const QDomDocument& document;
@@ -64,7 +66,7 @@ private:
   std::vector<QString> steps; ///< from the root to where the walk is
   PackageLanguages packageLanguages;
   LanguageCodes codes;
-  /// Of the element that is being checked. A list can come in several elements.
+  /// The lists in the element that is being checked. One list can be spread over several elements.
   Lists lists;
 };
 

@@ -12,7 +12,7 @@ namespace vesk::check
 
 namespace
 {
-/// What the sections of this name list, but for empty codes.
+/// The language codes in all sections of this name, except empty ones.
 std::list<std::string> listedIn(const QDomElement& root, const QString& name)
 {
   std::list<std::string> languages;

@@ -21,8 +21,8 @@ class PackageLanguages
 public:
   explicit PackageLanguages(const QDomElement& root);
 
-  /// Whether a text survives trimming to the listed languages, as far as any are listed: a name or
-  /// description to the description languages, anything else to the supported ones.
+  /// Whether trimming keeps a text in this language. Names and descriptions are trimmed to the
+  /// description languages, other texts to the supported ones; true when none of these are listed.
   /// \{
   bool isDescribed(const QString& language) const;
   bool isSupported(const QString& language) const;
@@ -39,7 +39,7 @@ private:
   std::set<QString> named;
 };
 
-/// Finds codes that are written otherwise than the first one: with "-" instead of "_", or the reverse.
+/// Finds codes with another separator than the first one: "-" instead of "_", or the reverse.
 class LanguageCodes
 {
 public:

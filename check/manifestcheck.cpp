@@ -7,7 +7,7 @@ namespace vesk::check
 {
 namespace
 {
-/// Checks a document, or gives the one finding that there is without any.
+/// Checks a document; when there is none, returns one finding made from \p error.
 std::vector<Finding> checkParsed(const std::optional<QDomDocument>& document,
                                  const LoadError& error, const Options& options)
 {

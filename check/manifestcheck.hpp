@@ -51,40 +51,41 @@ struct Finding
   int line;
   int column;
   /// The path of the element, attribute (`/package/@uuid`), text or comment, as XPath has it;
-  /// numbered from 1 where there are several of a name. Empty where there is no tree. Names longer
-  /// than 80 characters are cut.
+  /// numbered from 1 where there are several of a name. Empty when the manifest could not be
+  /// parsed. Names longer than 80 characters are cut.
   std::string place;
 };
 
 /// What is checked, and how grave it is.
 struct Options
 {
-  /// By the tag of a rule; tags that no rule has do nothing.
+  /// By the tag of a rule; unknown tags are ignored.
   std::map<std::string, Severity> severities;
   /// The folder of the package (UTF-8): paths in the manifest are looked up there. Empty: they are
   /// not.
   std::string packageFolder;
 };
 
-/// What is wrong with a manifest, in document order. One pass finds everything; only of what is not
-/// well-formed, or goes beyond the limits that PackageInfo::loadFromManifestFile() names, nothing
-/// else can be said. Nothing is printed or logged, and nothing is thrown for what a manifest holds.
-/// Takes time in proportion to the manifest. Of a rule, the first 1,000 findings are given; the
-/// message of the last one says how many are left out. May be called from any thread at any time.
+/// Returns what is wrong with a manifest, in document order. One pass finds everything; but when
+/// the manifest is not well-formed, or beyond the limits that PackageInfo::loadFromManifestFile()
+/// names, that is the only finding. Nothing is printed or logged, and nothing is thrown for a bad
+/// manifest. Takes time in proportion to the manifest. At most the first 1,000 findings of a rule
+/// are returned; the message of the last one says how many are left out. May be called from any
+/// thread at any time.
 /// \{
 
 /// Checks the file at \p path (UTF-8).
 VESKPACKAGE_CHECK_EXPORT std::vector<Finding> checkFile(const std::string& path,
                                                         const Options& options = {});
-/// Checks all that an open device gives, in any encoding. What a file gives before it can be read no
-/// further is not checked.
+/// Checks an open device from its current position to its end, in any encoding. If a file cannot be
+/// read to its end, that is the only finding.
 VESKPACKAGE_CHECK_EXPORT std::vector<Finding> checkDevice(QIODevice& device,
                                                           const Options& options = {});
 /// Checks a manifest's text, up to the first NUL byte.
 VESKPACKAGE_CHECK_EXPORT std::vector<Finding> checkText(const std::string& text,
                                                         const Options& options = {});
-/// Checks a parsed document. It must not nest deeper than the stack allows, some ten thousand levels
-/// within a text; the functions above refuse what does.
+/// Checks a parsed document. It must not be nested deeper than the stack allows, some ten thousand
+/// levels within a text; the functions above refuse documents that are.
 VESKPACKAGE_CHECK_EXPORT std::vector<Finding> checkDocument(const QDomDocument& document,
                                                             const Options& options = {});
 /// \}

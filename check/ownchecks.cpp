@@ -85,7 +85,7 @@ void checkAutorun(Checker& checker, const QDomElement& service)
   }
 }
 
-/// The numbers of a version, without zeros at its end; none when it has other parts.
+/// The numbers of a version without trailing zeros; none when a part of it is not a number.
 std::optional<std::vector<qulonglong>> numbersIn(const QString& version)
 {
   std::vector<qulonglong> numbers;

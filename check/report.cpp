@@ -9,7 +9,7 @@ namespace vesk::check
 {
 namespace
 {
-// A finding takes a hundred times what causes it.
+// A finding takes about a hundred times the memory of the text that causes it.
 constexpr std::size_t mostOfARule = 1000;
 } // namespace
 

@@ -28,7 +28,7 @@ QString stepOf(const QDomNode& node)
                           : QStringLiteral("processing-instruction()");
 }
 
-/// The name that was meant, where only the case of letters differs; as a question.
+/// A question with the known name that differs only in case; empty when there is none.
 template <typename Names>
 QString didYouMean(const QString& name, const Names& known)
 {
@@ -66,7 +66,7 @@ const CheckedElement* childNamed(const CheckedElement& parent, const QString& na
   return child == parent.children.end() ? nullptr : &*child;
 }
 
-/// What of a value is not written as the file has it; empty when nothing is.
+/// Names what a value would lose when it is written again; empty when nothing.
 QString lossIn(const QString& value)
 {
   const auto isPlain = [](QChar c)
@@ -219,7 +219,7 @@ void Checker::checkAttributes(const QDomElement& element, const CheckedElement& 
     checkCharacters(element, element.attribute(known.name), '@' + known.name);
   }
   const QDomNamedNodeMap attributes = element.attributes();
-  std::set<QString> unknown; // in an order that is the same in every process
+  std::set<QString> unknown; // sorted: the order must be the same in every process
   for (int i = 0; i < attributes.count(); ++i)
   {
     const QString name = attributes.item(i).nodeName();
@@ -252,7 +252,7 @@ void Checker::checkAttributes(const QDomElement& element, const CheckedElement& 
 
 void Checker::checkChildren(const QDomElement& element, const CheckedElement& checked)
 {
-  // A list goes on in a further element of its name; any other element has lists of its own.
+  // Another element of the same name continues a list; any other element starts its own lists.
   const bool isList = checked.format.holds == format::Holds::Entries ||
                       checked.format.holds == format::Holds::Names;
   Lists outerLists;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the readers take as it is, by what the format says of it.
+// Checks values that the readers take as they are against the description of the format.
 #include <check/checker.hpp>
 #include <check/elementtext.hpp>
 

@@ -8,8 +8,7 @@ include(CheckCXXCompilerFlag)
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
 
-# Lets a fault in memory end the process rather than be put to use. Sanitizers look after that
-# themselves.
+# Makes a memory error end the process instead of being exploitable. Sanitizers do that themselves.
 set(hardening_compile_options "")
 set(hardening_link_options "")
 if(NOT VESKPACKAGE_SANITIZE)

@@ -5,7 +5,7 @@
 #                        [DEPENDENCIES find_dependency arguments...] [PKGCONFIG_REQUIRES names...]
 #                        [LINK_OPTIONS of programs that use it...])
 #
-# Or so that the CMake package of another library gives it as well, as PACKAGE::EXPORT_NAME:
+# Or adds the library to the CMake package of another one, as PACKAGE::EXPORT_NAME:
 #
 #   vesk_install_library(NAME PACKAGE name DESCRIPTION text [PKGCONFIG_REQUIRES names...])
 #

@@ -8,7 +8,7 @@
 # folder's name (<package/...>, <vesk/...>).
 #
 # A shared library exports what its export header marks. Instantiations of other people's templates
-# are visible without a mark, so the linker keeps back what EXPORTS does not name.
+# are visible without a mark, so the linker hides what EXPORTS does not name.
 include(GenerateExportHeader)
 
 function(vesk_library name)
@@ -39,7 +39,7 @@ function(vesk_library name)
            FILES
            ${generated}/${folder}/export.hpp)
 
-  if(NOT VESKPACKAGE_SANITIZE) # they compare addresses of type information
+  if(NOT VESKPACKAGE_SANITIZE) # sanitizers compare addresses of type information
     set(patterns "")
     foreach(export IN LISTS ARG_EXPORTS)
       string(APPEND patterns "${export}*; *?for?${export}*; ") # as in "vtable for vesk::AnyValue"

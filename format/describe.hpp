@@ -51,7 +51,7 @@ Field fieldOf(Value Record::*pointer)
   return field;
 }
 
-/// An element or attribute that is being described. What is not said is as Entry and Element have it.
+/// Builds the description of an element or attribute. Members that are not set keep their defaults.
 template <typename Described>
 struct Description : Described
 {
@@ -130,7 +130,7 @@ inline Description<Element> element(const std::string& name, const char* meaning
   return describe<Element>(name, meaning, "none");
 }
 
-/// An element every child of which is an entry of a list, whatever its name.
+/// An element that is a list: every child, whatever its name, is an entry.
 inline Description<Element> list(const std::string& name, const char* meaning, Element entry)
 {
   entry.isRepeatable = true;
@@ -150,7 +150,7 @@ Element describeLanguagePack();
 Description<Attribute> path();
 /// A text with its language.
 Description<Element> localizedText(const std::string& name, const char* meaning);
-/// Texts of which each language has one.
+/// Texts, one for each language.
 Description<Element> names(const char* meaning, const char* example);
 Description<Element> descriptions(const char* meaning, const char* example);
 

@@ -78,7 +78,7 @@ void writeExample(QXmlStreamWriter& xml, const Element& element)
 
 const Element& package()
 {
-  static const Element& root = *new Element(describePackage()); // also for what runs at the end
+  static const Element& root = *new Element(describePackage()); // never destroyed
   return root;
 }
 

@@ -33,7 +33,8 @@ enum class Readers
   LoadManifest ///< loadManifest() only
 };
 
-/// When it is written of a package. An element in which nothing is written, but which is, is empty.
+/// When it is written for a package. An element that is written without content is an empty
+/// element.
 enum class Written
 {
   Always,
@@ -47,8 +48,8 @@ enum class Written
 struct Field
 {
   std::string record;     ///< the type of the record, as in "::vesk::BehaviorInfo"
-  std::string registered; ///< the member of that, as the type system has it: "langToName"
-  std::string name; ///< the member for people, as in the variant form and field paths: "names"
+  std::string registered; ///< the member's name in the type system: "langToName"
+  std::string name; ///< the member's name for people, in the variant form and field paths: "names"
 };
 
 /// What elements and attributes have in common. All text is UTF-8.
@@ -59,13 +60,14 @@ struct Entry
   std::string absent;  ///< what it means that there is none, in a few words
   std::string example; ///< a value; of an element, its text
   Type type = Type::Text;
-  std::vector<std::string> usual; ///< values that programs know; of a Text, others may be as well
+  std::vector<std::string> usual; ///< values that programs know; a Text may have others, too
   /// Without it, or where it is empty, a manifest is not valid. The readers do not mind.
   bool isRequired = false;
   Written written = Written::UnlessEmpty;
   Readers readers = Readers::Both;
-  /// Which field holds it: the value of an attribute, the text in an element, the entries of a list, or,
-  /// of an element that may be repeated, one entry of the field. Without a name where there is none.
+  /// The field that holds the value of an attribute, the text in an element or the entries of a
+  /// list. An element that may be repeated is one entry of the field. Field::name is empty when no
+  /// field holds it.
   Field field;
 };
 
@@ -90,23 +92,23 @@ enum class Holds
   Text,     ///< all text in it
   Elements, ///< the children that the format names
   Entries,  ///< every child, whatever its name; the usual one is the only one in the format
-  Names     ///< the names of its children, of those that are in the format
+  Names     ///< the names of those children that are in the format
 };
 
 /// What becomes of an element that comes several times.
 enum class Several
 {
   Count,             ///< all count
-  CountForOneReader, ///< to PackageInfo all count, to loadManifest() the last alone
+  CountForOneReader, ///< all count for PackageInfo, only the last for loadManifest()
   CountOnce,         ///< equal ones count once
   LastCounts,
-  LastOfKeyCounts ///< of those with the same key; all the others count
+  LastOfKeyCounts ///< of those with the same key, only the last counts
 };
 
 struct Element : Entry
 {
   Holds holds = Holds::Nothing;
-  /// Whether it is made to come several times. Of others a schema takes one.
+  /// Whether it is meant to come several times. A schema allows other elements only once.
   bool isRepeatable = false;
   Several several = Several::Count;
   /// Best written as a CDATA section, and written so.
@@ -119,10 +121,11 @@ struct Element : Entry
 struct Place
 {
   const Element* element = nullptr;     ///< null where it does not
-  const Attribute* attribute = nullptr; ///< of the element; null where that holds it itself
+  const Attribute* attribute = nullptr; ///< null where the element itself holds the field
 };
 
-// What these give lives to the end of the program, and may be read by all threads.
+// The descriptions that these functions refer to live to the end of the program; any thread may
+// read them.
 
 /// The root.
 VESKPACKAGE_FORMAT_EXPORT const Element& package();
@@ -130,11 +133,12 @@ VESKPACKAGE_FORMAT_EXPORT const Element& package();
 /// The element at a path like "/package/contents/webContent"; null when there is none.
 VESKPACKAGE_FORMAT_EXPORT const Element* find(std::string_view path);
 
-/// The elements that may hold one of this name, each once by name; empty when none may.
+/// The elements that may contain an element of this name; of several with the same name only the
+/// first. Empty when there is none.
 VESKPACKAGE_FORMAT_EXPORT std::vector<const Element*> homesOf(std::string_view name);
 
-/// Every field that a manifest holds, in the order of the format; one that several elements fill comes
-/// several times.
+/// Every field that a manifest holds, in the order of the format; a field that several elements
+/// fill is listed several times.
 VESKPACKAGE_FORMAT_EXPORT std::vector<Field> fields();
 
 /// Where a manifest holds a field, given by the type of its record and its registered name.
@@ -143,8 +147,8 @@ VESKPACKAGE_FORMAT_EXPORT Place placeOf(const std::string& record, const std::st
 /// The attribute of an element that has a role; null when none has.
 VESKPACKAGE_FORMAT_EXPORT const Attribute* attributeFor(const Element& element, Role role);
 
-/// The element as XML, with all attributes and children, one of each, filled with the examples; a line
-/// an element, indented by 2, without a line break at its end. That of the root is a manifest.
+/// The element as XML, with each attribute and child once, filled with the examples; one line per
+/// element, indented by 2, without a line break at the end. For the root this is a manifest.
 VESKPACKAGE_FORMAT_EXPORT std::string exampleOf(const Element& element);
 
 } // namespace vesk::format

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The checker beside the first reader: it has an error where that refuses, and sees all that a trip
-// through the record loses.
+// Compares the checker with the first reader: the checker has an error where the reader refuses a
+// manifest, and finds all that is lost when the manifest is read and written.
 #include "readback.hpp"
 #include "support.hpp"
 
@@ -16,7 +16,7 @@ using vesk::check::Severity;
 
 namespace
 {
-/// Everything, also what is off unless it is asked for.
+/// All rules, including those that are off by default.
 vesk::check::Options everything()
 {
   vesk::check::Options options;

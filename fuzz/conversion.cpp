@@ -17,7 +17,7 @@ using vesk::TypeInterface;
 
 namespace
 {
-/// A type, and one that it is a further version of.
+/// A type, and the type of which it is a later version.
 struct Version
 {
   TypeInterface* type;

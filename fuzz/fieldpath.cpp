@@ -32,7 +32,7 @@ AnyValue someMeasures()
   return value;
 }
 
-/// What \p parse makes of a line; nothing where it is no such thing.
+/// What \p parse returns for a line; none when it refuses the line.
 template <typename Parse>
 auto parsed(const std::string& line, const Parse& parse) -> std::optional<decltype(parse(line))>
 {
@@ -66,7 +66,7 @@ void get(const AnyReference& root, const FieldPath& path)
 class Roots
 {
 public:
-  /// The one that has the member that the path starts with.
+  /// The root that has the first member of the path.
   AnyReference rootOf(const FieldPath& path)
   {
     const auto& names = measures.reference().memberNames();

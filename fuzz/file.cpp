@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The file reader: any bytes, in any encoding. Within the limits a parse is the toolkit's own, also
-// that of a text.
+// The file reader: any bytes, in any encoding. Within the limits, parsing a file or a text must
+// give the same as the toolkit's own parse.
 #include "support.hpp"
 
 #include <package/xml/parsing.hpp>
@@ -9,7 +9,7 @@
 
 namespace
 {
-// The toolkit reads in pieces of this size, and does not put together what they cut in two.
+// The toolkit reads pieces of this size, and does not join characters that are cut in two by them.
 constexpr std::size_t pieceOfToolkit = 1024;
 
 /// Everything about a node and what is below it.

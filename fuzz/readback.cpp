@@ -24,19 +24,18 @@ bool isUnwritable(QChar c)
   return c.unicode() >= 0xFFFE || (c < u' ' && c != u'\t' && c != u'\n' && c != u'\r');
 }
 
-/// As a quoted value or in a CDATA section.
+/// What is read back of a text that is written as an attribute or in a CDATA section.
 std::string carried(const std::string& text)
 {
   const std::string upToNul = text.substr(0, text.find('\0'));
-  // By way of UTF-16, which replaces invalid UTF-8, without taking a mark at the start for one of the
-  // encoding.
+  // Converts to UTF-16, which replaces invalid UTF-8. The "x" in front keeps a byte order mark.
   QString decoded = QString::fromUtf8(('x' + upToNul).c_str()).mid(1);
   decoded.truncate(static_cast<int>(std::remove_if(decoded.begin(), decoded.end(), isUnwritable) -
                                     decoded.begin()));
   return decoded.toStdString();
 }
 
-/// As the text of an element, where the toolkit drops blanks that are alone.
+/// What is read back of an element's text; the toolkit drops a text of nothing but blanks.
 std::string carriedInElement(const std::string& text)
 {
   const std::string left = carried(text);
@@ -116,7 +115,7 @@ std::list<std::string> readBackPermissions(const std::list<std::string>& permiss
 
 void makeReadBack(const AnyReference& record);
 
-/// The part of a record that an element, or an attribute of it, holds.
+/// Changes the part of a record that an element or its attribute holds to what is read back.
 void makeReadBack(const AnyReference& value, const format::Element& element, bool isAttribute)
 {
   const format::Element& entry =

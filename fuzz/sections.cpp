@@ -24,7 +24,7 @@ std::string pathOfFileWith(const std::string& bytes)
   return "/proc/self/fd/" + std::to_string(descriptor);
 }
 
-/// Of repeated sections the first reader adds up what the second takes the last of.
+/// The first reader merges repeated sections; the second one takes only the last.
 bool hasRepeatedSections(const QDomDocument& document)
 {
   std::set<QString> names;

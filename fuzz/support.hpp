@@ -21,7 +21,7 @@ inline std::string textOf(const std::uint8_t* data, std::size_t size)
   return {reinterpret_cast<const char*>(data), size};
 }
 
-/// Ends the process, which the fuzzer takes for a fault, unless something is so.
+/// Aborts the process, which the fuzzer reports as a fault, unless \p isSo.
 void require(bool isSo, const std::string& what);
 
 /// The same unless two values are equal in all of their parts.
@@ -34,9 +34,9 @@ std::vector<std::string> takeLogged();
 /// Loads a manifest as a file with these bytes.
 bool loadFile(vesk::PackageInfo& package, const std::string& bytes);
 
-/// Reads a manifest into the example package with an operation that logs as of \p nameInLog, and with
-/// one that fills an error. Gives the package, or none where it is refused. Requires that both do the
-/// same, and that a refused manifest changes nothing.
+/// Reads a manifest into the example package with \p load, which logs errors of \p nameInLog, and
+/// with \p read, which fills a LoadError. Returns the package, or none when the manifest is
+/// refused. Requires that both do the same, and that a refused manifest changes nothing.
 std::optional<vesk::PackageInfo>
 readBothWays(const std::function<bool(vesk::PackageInfo&)>& load,
              const std::function<bool(vesk::PackageInfo&, vesk::LoadError&)>& read,

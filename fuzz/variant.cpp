@@ -88,7 +88,7 @@ XOValue someValue(FuzzedDataProvider& data)
   return value;
 }
 
-/// That what is read from a value keeps by going to a variant and back.
+/// Requires that a record does not change by conversion to a variant and back.
 template <typename Record>
 void requireRoundTrip(const Record& record, const std::string& what)
 {

@@ -50,13 +50,13 @@ struct RecordAccess;
 /// </behaviorContent>
 /// \endcode
 ///
-/// To the type system a behavior is the struct "::vesk::BehaviorInfo"; peers whose version of it
-/// lacks "userRequestable" can be converted from and to.
+/// To the type system a behavior is the struct "::vesk::BehaviorInfo". It converts from and to the
+/// version of peers that lack "userRequestable".
 ///
-/// All text is UTF-8. Values come first in argument lists and the language or purpose last, an
-/// index behind it. No operation checks a language code, and none reports an error. A copy shares
-/// nothing with its source. A moved-from object may only be destroyed or assigned to. An object
-/// must not be used by two threads at once, not even for reading: some reads change it.
+/// All text is UTF-8. In argument lists the value comes first, then the language or purpose, then
+/// the index. No operation checks a language code, and none reports an error. A copy shares nothing
+/// with its source. A moved-from object may only be destroyed or assigned to. An object must not be
+/// used by two threads at once, not even for reading: some reads change it.
 class VESKPACKAGE_EXPORT BehaviorInfo
 {
 public:
@@ -81,12 +81,12 @@ public:
   BehaviorInfo();
   BehaviorInfo(const BehaviorInfo& other);
   BehaviorInfo(BehaviorInfo&& other) noexcept;
-  /// Copies all of \p other, and gives a further copy, not a reference to this object.
+  /// Copies all of \p other. Returns another copy, not a reference to this object.
   BehaviorInfo operator=(const BehaviorInfo& other);
-  /// A behavior from its variant form: an array of pairs [name, value]. Pairs count by name, in any
-  /// order; unknown ones are skipped, and repeated ones add to maps and lists. Equal permissions
-  /// next to each other become one; that they are supported is not checked. Any other value gives an
-  /// empty behavior, and one of a wrong kind inside reads as an empty one.
+  /// A behavior from its variant form: an array of pairs [name, value]. Pairs are identified by
+  /// name, in any order; unknown ones are skipped, and repeated ones add to maps and lists.
+  /// Adjacent equal permissions become one; whether they are supported is not checked. Any other
+  /// value gives an empty behavior; a part of the wrong kind is read as an empty value.
   explicit BehaviorInfo(const XO::XOValue& value);
   ~BehaviorInfo();
 

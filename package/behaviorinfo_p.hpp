@@ -33,7 +33,7 @@ struct BehaviorInfoPrivate
   std::list<std::string> permissions; ///< supported ones, each at most once
   bool userRequestable = false;
 
-  /// The handle that owns this record. Copied with the record, so a handle sets it again.
+  /// The handle that owns this record. Copying a record copies it, so the new handle must reset it.
   BehaviorInfo* owner = nullptr;
 
   void trimExtraInfo(std::list<std::string> descriptionLanguages,
@@ -56,7 +56,7 @@ struct StructDescription<BehaviorInfoPrivate>
       recordMember("nature", "nature", &Record::nature),
       recordMember("langToName", "names", &Record::langToName, Keeps::DescriptionLanguages),
       recordMember("langToDesc", "descriptions", &Record::langToDesc, Keeps::DescriptionLanguages),
-      // No module has ever been given categories in the variant form; the place is kept.
+      // The variant form has never contained categories, only an empty value in their place.
       recordMember("categories", "categories", &Record::categories, InVariant::Empty),
       recordMember("langToTags", "tags", &Record::langToTags, Keeps::SupportedLanguages),
       recordMember("langToTriggerSentences", "triggerSentences", &Record::langToTriggerSentences,

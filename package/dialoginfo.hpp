@@ -47,10 +47,11 @@ public:
   DialogInfo();
   DialogInfo(const DialogInfo& other);
   DialogInfo(DialogInfo&& other) noexcept;
-  /// Copies all of \p other, and gives a further copy, not a reference to this object.
+  /// Copies all of \p other. Returns another copy, not a reference to this object.
   DialogInfo operator=(const DialogInfo& other);
-  /// A dialog from its variant form: an array of exactly 3 pairs [name, value], by position. Any
-  /// other value gives a default dialog, and one of a wrong kind inside reads as an empty one.
+  /// A dialog from its variant form: an array of exactly 3 pairs [name, value], identified by
+  /// position. Any other value gives a default dialog; a part of the wrong kind is read as an empty
+  /// value.
   explicit DialogInfo(const XO::XOValue& value);
   ~DialogInfo();
 

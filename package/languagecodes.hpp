@@ -23,7 +23,7 @@ class LanguagePrefixes
 public:
   explicit LanguagePrefixes(const std::list<std::string>& list)
   {
-    // Sorted, a language comes right before those that begin with it, which add nothing.
+    // In sorted order, a code is followed by those that begin with it; they match nothing more.
     for (const std::string_view language : std::set<std::string_view>(list.begin(), list.end()))
     {
       if (shortest.empty() || !startsWith(language, shortest.back()))
@@ -35,7 +35,7 @@ public:
 
   bool matches(std::string_view key) const
   {
-    // None begins with another, so only the last that is not behind the key can be its beginning.
+    // No code here begins with another, so only the last one <= key can be a prefix of the key.
     const auto behind = std::upper_bound(shortest.begin(), shortest.end(), key);
     return behind != shortest.begin() && startsWith(key, *std::prev(behind));
   }
@@ -68,9 +68,8 @@ inline std::string textOrEmpty(const std::map<std::string, std::string>& map,
   return entry == map.end() ? std::string() : entry->second;
 }
 
-/// Appends languages to a list without duplicates. Many are looked up, in a time that does not grow
-/// with the square of their number as walking the list for each would; a few are found sooner by
-/// walking.
+/// Appends languages to a list without duplicates. A short list is searched, which is fastest. For
+/// a longer one a set is kept, so that the time does not grow with the square of the length.
 class LanguageAppender
 {
 public:

@@ -43,10 +43,10 @@ public:
   LanguageInfo();
   LanguageInfo(const LanguageInfo& other);
   LanguageInfo(LanguageInfo&& other) noexcept;
-  /// Copies all of \p other, and gives a further copy, not a reference to this object.
+  /// Copies all of \p other. Returns another copy, not a reference to this object.
   LanguageInfo operator=(const LanguageInfo& other);
-  /// A language pack from its variant form: an array of 5 pairs [name, value], by position. What is
-  /// missing, or of a wrong kind, reads as an empty value.
+  /// A language pack from its variant form: an array of 5 pairs [name, value], identified by
+  /// position. What is missing or of the wrong kind is read as an empty value.
   explicit LanguageInfo(const XO::XOValue& value);
   ~LanguageInfo();
 

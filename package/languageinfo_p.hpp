@@ -25,7 +25,7 @@ struct LanguageInfoPrivate
   std::string locale; ///< an ISO 639 code
   std::map<std::string, std::string> langToName;
 
-  /// The handle that owns this record. Copied with the record, so a handle sets it again.
+  /// The handle that owns this record. Copying a record copies it, so the new handle must reset it.
   LanguageInfo* owner = nullptr;
 
   /// Adds what a "languageContent" element holds to the record of the owner. Always true.

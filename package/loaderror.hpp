@@ -7,8 +7,8 @@
 namespace vesk
 {
 
-/// Why a manifest could not be read, and where in it. Operations that take one change it only when
-/// they fail, and then all of it.
+/// Why a manifest could not be read, and where in it. Operations that take a LoadError change it
+/// only when they fail, and then set all of its members.
 ///
 /// \code
 /// std::cerr << error.path << ':' << error.line << ':' << error.column << ": " << error.message;
@@ -19,13 +19,13 @@ struct LoadError
   std::string path;
   /// One line, without the path and the place.
   std::string message;
-  /// From 1, and 0 when the text is not to blame: the file cannot be opened, or not be read to its
+  /// From 1; 0 when the text is not to blame: the file cannot be opened, or cannot be read to its
   /// end.
   int line = 0;
-  /// From 1, in UTF-16 code units; 0 as the line.
+  /// From 1, in UTF-16 code units; 0 when the line is 0.
   int column = 0;
-  /// Whether it costs too much to parse (PackageInfo::loadFromManifestFile() names the limits),
-  /// rather than being malformed.
+  /// Whether the manifest would cost too much to parse (PackageInfo::loadFromManifestFile() names
+  /// the limits), rather than being malformed.
   bool isBeyondLimits = false;
 };
 

@@ -120,10 +120,9 @@ struct StructDescription<MirelRequirement>
 /// destroyed. A moved-from package may only be destroyed or assigned to. A package must not be used
 /// by two threads at once; distinct packages may.
 ///
-/// When memory runs out, std::bad_alloc is thrown. Loading and assigning have changed nothing then;
-/// other operations may have done a part of what they do. The XML toolkit, which loading and writing
-/// use, does not look at each of its own allocations: where one of those fails, memory may be lost or
-/// the program end.
+/// When memory runs out, std::bad_alloc is thrown. Loading and assigning then change nothing; other
+/// operations may be half done. The XML toolkit, which loading and writing use, does not check each
+/// of its own allocations: if one of those fails, memory may leak or the program may end.
 class VESKPACKAGE_EXPORT PackageInfo
 {
 public:
@@ -131,17 +130,18 @@ public:
   PackageInfo();
   PackageInfo(const PackageInfo& other);
   PackageInfo(PackageInfo&& other) noexcept;
-  /// Copies all of \p other, and gives a further copy, not a reference to this object.
+  /// Copies all of \p other. Returns another copy, not a reference to this object.
   PackageInfo operator=(const PackageInfo& other);
   /// A package from its variant form: an array of 20 pairs [name, value], in the order of
-  /// toXOValue(); 19 are read as well, without description languages, and 18, also without dialogs.
-  /// Pairs count by position, their names do not matter. Any other value gives an empty package;
-  /// inside, a value of a wrong kind reads as an empty one. Never throws for what the value is.
+  /// toXOValue(). Arrays of 19 (without description languages) or 18 pairs (also without dialogs)
+  /// are read as well. Pairs are identified by position; their names are ignored. Any other value
+  /// gives an empty package; a part of the wrong kind is read as an empty value. Never throws for a
+  /// bad value.
   explicit PackageInfo(const XO::XOValue& value);
-  /// A copy of what loadManifest() has read, or a caller put there: its texts, and the sections and
-  /// contents that a package has. Web content is dropped, repeated supported languages count once,
-  /// and there are no description languages, which that reader skips. Throws vesk::ConversionError
-  /// when a section holds a value that does not convert to what it is here.
+  /// Copies the texts, sections and contents that a package has, whether loadManifest() has read
+  /// them or a caller has stored them. Web content is dropped, repeated supported languages are
+  /// kept once, and there are no description languages, since loadManifest() skips them. Throws
+  /// vesk::ConversionError when the value of a section does not convert to the type it has here.
   PackageInfo(const PackageInfo2& info);
   ~PackageInfo();
 
@@ -169,8 +169,8 @@ public:
   const std::string& path() const;
   void setPath(const std::string& path);
 
-  /// Texts by language. The one stored for exactly this language is given; where there is none, an
-  /// empty text that lives to the end of the program.
+  /// Texts by language. The getters return the text stored for exactly this language; when there is
+  /// none, an empty text that lives to the end of the program.
   /// \{
   const std::string& name(const std::string& lang) const;
   const std::map<std::string, std::string>& names() const;
@@ -234,16 +234,16 @@ public:
 
   /// Reads a manifest into this package: sets the seven texts of the root (to empty where the
   /// manifest lacks them), adds or replaces names and descriptions by language, and appends to every
-  /// list. What the manifest format does not know is skipped; but where texts or languages are
-  /// listed, every child counts, so that a comment there gives an empty text or language.
+  /// list. What the manifest format does not know is skipped; but in lists of texts or languages,
+  /// every child is an entry, so that a comment gives an empty text or language.
   ///
   /// False when the file cannot be opened or is not well-formed, and the package is unchanged then;
-  /// a message in the log category "veskpackage", at the level of errors, says why and where. As not
-  /// well-formed counts, too, what would make the parser use up stack, memory or time: elements
-  /// nested more than 256 deep, elements with more than 1,024 attributes, more than 32 namespace
-  /// prefixes declared at once, and a document type with more than 256 nested parentheses or 256
-  /// entities, or whose entities hold more than 1,048,576 characters or 1,024 references or bring in
-  /// more than 1,048,576 characters. External entities are never read.
+  /// a message in the log category "veskpackage", at the level of errors, says why and where. A
+  /// manifest that would cost the parser too much stack, memory or time is treated as not
+  /// well-formed: elements nested more than 256 deep, elements with more than 1,024 attributes,
+  /// more than 32 namespace prefixes declared at once, and a document type with more than 256
+  /// nested parentheses or 256 entities, or whose entities hold more than 1,048,576 characters or
+  /// 1,024 references or bring in more than 1,048,576 characters. External entities are never read.
   /// \{
 
   /// Reads the file at \p path (UTF-8).
@@ -251,19 +251,19 @@ public:
   /// Reads a file that is not open yet, and closes it.
   bool loadFromManifestFile(QFile& file);
   /// Reads the text of a manifest, up to the first NUL byte. Unlike files, it is read with namespace
-  /// processing: an attribute with a declared prefix counts by the name behind the prefix. What is
-  /// logged of a malformed text holds the whole of it.
+  /// processing: an attribute with a declared prefix is identified by its name without the prefix.
+  /// The message logged for a malformed text contains the whole text.
   bool loadFromManifestContent(const std::string& content);
   /// \}
 
-  /// As the operations above, but nothing is logged: what is wrong is in \p error, which is left as it
-  /// was when nothing is. A file that cannot be read to its end is an error, too, where those above
-  /// take what they get.
+  /// Like the operations above, but nothing is logged: on failure \p error says what is wrong; on
+  /// success it is unchanged. A file that cannot be read to its end is an error here, whereas the
+  /// operations above use the part that they could read.
   /// \{
 
   /// Reads the file at \p path (UTF-8).
   bool readManifestFile(const std::string& path, LoadError& error);
-  /// Reads all that an open device gives from where it is, as if it were a file, and leaves it open.
+  /// Reads an open device from its current position to its end, like a file, and leaves it open.
   bool readManifestDevice(QIODevice& device, LoadError& error);
   /// Reads the text of a manifest, up to the first NUL byte, with namespace processing.
   bool readManifestText(const std::string& text, LoadError& error);
@@ -277,7 +277,7 @@ public:
   /// \{
 
   /// Writes or overwrites the file at \p path (UTF-8), indented by 2. False when it cannot be
-  /// opened; true says nothing of whether all could be written, as on a full disk.
+  /// opened; true does not mean that everything could be written, as on a full disk.
   bool saveToManifestFile(const std::string& path) const;
   /// The same with a file that is not open yet; closes it.
   bool saveToManifestFile(QFile& file) const;

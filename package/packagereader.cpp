@@ -40,8 +40,8 @@ void readLanguages(const QDomNode& section, LanguageAppender& appender)
   }
 }
 
-/// What a manifest is read into before it becomes part of a package that holds \p record, so that
-/// this stays as it is when memory runs out. Lists to which only elements are added begin empty.
+/// The record that a manifest is read into before endReading() merges it into \p record, so that
+/// \p record is unchanged when memory runs out. Lists that are only appended to start empty.
 PackageInfoPrivate beginReading(const PackageInfoPrivate& record)
 {
   PackageInfoPrivate read;
@@ -52,7 +52,7 @@ PackageInfoPrivate beginReading(const PackageInfoPrivate& record)
   return read;
 }
 
-/// Makes what has been read part of \p record.
+/// Merges what has been read into \p record.
 void endReading(PackageInfoPrivate& record, PackageInfoPrivate& read) noexcept
 {
   for (const auto& attribute : rootAttributes<PackageInfoPrivate>)
@@ -81,7 +81,7 @@ std::optional<QDomDocument> parseAndClose(QFile& file, LoadError& error)
   return parseXml(file, error);
 }
 
-/// Adds what a manifest holds to a package; false when there is none.
+/// Adds what a manifest contains to a package; false when there is no manifest.
 bool merge(const std::optional<QDomDocument>& manifest, PackageInfo& package)
 {
   if (manifest)

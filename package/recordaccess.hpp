@@ -20,8 +20,8 @@ struct RecordAccess
   }
 };
 
-/// The private record of a handle; to be changed even where the handle is const, as the handle's
-/// own const operations may.
+/// The private record of a handle. It can be changed even through a const handle, as it can in the
+/// handle's own const operations.
 template <typename Handle>
 auto& recordOf(Handle& handle)
 {

@@ -11,9 +11,9 @@
 #include <type_traits>
 #include <utility>
 
-/// What the table of a private record, its StructDescription, says of each member. The order of a table
-/// is that in which the type system publishes the members and in which they stand in the variant form:
-/// peers rely on names and order. A table has a `publicName`, too, that of the class with the record.
+/// What the table of a private record, its StructDescription, says of each member. The type system
+/// and the variant form have the members in the order of the table; peers rely on names and order.
+/// A table also has a `publicName`, the name of the class that owns the record.
 namespace vesk
 {
 
@@ -81,8 +81,8 @@ template <typename Record>
 constexpr std::size_t describedMembers =
     std::tuple_size_v<std::decay_t<decltype(StructDescription<Record>::members)>>;
 
-/// Whether the table has all members of the record, as far as allMembers(record) names them. That does
-/// not compile any more when a member is added, until it names it.
+/// Whether the table has as many members as allMembers(record) names. When a member is added to the
+/// record, allMembers() does not compile until it names that member as well.
 template <typename Record>
 constexpr bool describesAllMembers =
     describedMembers<Record> ==

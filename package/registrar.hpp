@@ -13,14 +13,15 @@ struct Registrar
   /// Registers the types of the records, in an order that is known to peers.
   Registrar();
 
-  /// Where the second reader logs: programs set its level before anything has been read.
+  /// The category of the second reader. It exists once the library is loaded, so that programs can
+  /// set its level before they read anything.
   log::Category manifestCategory = log::addCategory("vesk.package.info");
 };
 
 extern const Registrar registrar;
 
-// Every unit that reaches a record refers to it from here, so that it is there as well in a program
-// that is linked statically, with what is referred to only.
+// Makes every unit that uses a record refer to the registrar: a static link includes only what is
+// referred to.
 [[gnu::used]] static const Registrar* const referredToRegistrar = &registrar;
 
 } // namespace vesk

@@ -11,7 +11,7 @@
 
 #include <string>
 
-/// What both readers of manifests make of the sections; each has containers of its own.
+/// Reading of sections that both readers of manifests share; each has its own containers.
 namespace vesk
 {
 
@@ -33,8 +33,8 @@ void readItems(const QDomNode& section, const QString& name, List& items, Make m
   }
 }
 
-/// Appends a descriptor for each child of "contents" that describes one, whatever its loader makes of
-/// it, and calls \p other with the rest.
+/// Appends a descriptor for each behavior, dialog and language pack in \p section, whatever its
+/// loader returns, and calls \p other with every other child.
 template <typename Behaviors, typename Dialogs, typename Languages, typename Other>
 void readContents(const QDomNode& section, Behaviors& behaviors, Dialogs& dialogs,
                   Languages& languages, Other other)

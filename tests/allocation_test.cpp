@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // What happens when memory runs out, at each allocation in turn.
 //
-// Only allocations by operator new fail, and none that the XML toolkit makes itself: it does not look
-// at each of its own, and leaks or ends the program where one fails.
+// Only allocations by operator new fail, and none that the XML toolkit makes itself: it does not
+// check each of its own, and leaks or ends the program when one fails.
 #include "filledpackage.hpp"
 #include "support.hpp"
 
@@ -68,9 +68,9 @@ enum class Afterwards
   Valid
 };
 
-/// Runs \p operation on copies of \p original, with its first allocation failing, with the second,
-/// and so on until none does. Nothing may leak, and the copy must be as it is to be where that throws,
-/// and finished where it does not.
+/// Runs \p operation on copies of \p original, first with its first allocation failing, then with
+/// its second, and so on until none fails. Nothing may leak. When the operation throws, the copy
+/// must be as \p afterwards says; else the operation must be finished.
 template <typename Value>
 void failEverywhere(const char* name, Afterwards afterwards, const Value& original,
                     const std::function<void(Value&)>& operation)
@@ -84,7 +84,7 @@ void failEverywhere(const char* name, Afterwards afterwards, const Value& origin
     const long inUseBefore = inUse;
     {
       Value value(original);
-      untilFailure = failing; // none at first, since what is made on first use stays
+      untilFailure = failing; // none in the first run: what it creates on first use stays
       try
       {
         operation(value);
@@ -121,7 +121,7 @@ struct Strange
 {};
 
 /// Describes types for the first time while the allocation with this number fails, and then again.
-/// Gives whether there was no such allocation.
+/// Returns whether there was no such allocation.
 template <int number>
 bool failToDescribe()
 {
@@ -188,7 +188,7 @@ TEST(Allocation, MayFailAnywhere)
   const auto other = filled<PackageInfo>(OneOfEach{DistinctValues(1000)});
   const std::string manifest = package.saveToManifestContent();
   const std::string file = folder.file("m.xml", manifest);
-  const std::string malformed = // nested in what is read while the parser is at work
+  const std::string malformed = // nested beyond what is read before the parser starts
       folder.file("malformed.xml", "<a><b x='" + std::string(2000, 'x') + "'><c><d><e><f></no>");
   const std::string nested =
       folder.file("nested.xml", "<!DOCTYPE a [<!ENTITY b '<c/>'>]><a>&b;</a>");

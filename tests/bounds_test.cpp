@@ -40,7 +40,7 @@ void* given(void* memory)
 }
 } // namespace
 
-// In the place of the C library's, also for the toolkit.
+// These replace the functions of the C library, for the toolkit as well.
 // NOLINTBEGIN(*-reserved-identifier,cert-dcl37-c,readability-inconsistent-declaration-parameter-name)
 #define EXPORTED extern "C" __attribute__((visibility("default")))
 extern "C" void* __libc_malloc(std::size_t size);
@@ -64,11 +64,11 @@ namespace
 struct Cost
 {
   double instructions;
-  double bytes; ///< of memory, where it was the most
+  double bytes; ///< peak of memory
 };
 using Costs = std::map<std::string, Cost>;
 
-/// Of this program so far, as callgrind says in its log.
+/// The instructions of this program so far, from callgrind's log.
 double instructions()
 {
   static QFile log("bounds_test.log");
@@ -139,7 +139,7 @@ void expectNoMoreThanTwice(const Costs& once, const Costs& twice, double timesIn
 {
   for (const auto& [work, cost] : twice)
   {
-    // What little work there is beside varies: a library's function is found when it is first called.
+    // A little other work varies: a library's function is looked up when it is first called.
     EXPECT_LT(cost.instructions, timesInstructions * once.at(work).instructions + 20000) << work;
     EXPECT_LT(cost.bytes, 2.3 * once.at(work).bytes + 1000) << work;
   }
@@ -149,7 +149,7 @@ struct Kind
 {
   std::string name;
   int n = 0;
-  double times = 0;            ///< the instructions at 2n, at most, of those at n
+  double times = 0;            ///< instructions at 2n divided by those at n, at most
   double bytesPerByte = 0;     ///< memory, at most
   double thousandsPerByte = 0; ///< instructions, at most
   std::string pattern;
@@ -234,7 +234,7 @@ Costs costsOf(const Texts& texts, int n)
 class Bounds : public testing::TestWithParam<Kind>
 {
 protected:
-  // What is made on first use is not to count.
+  // The costs of what is created on first use must not be measured.
   static void SetUpTestSuite() { costsOf(contentOf(EXAMPLE_MANIFESTS "/greeting.xml")); }
 
   static std::string manifest(int factor)

@@ -13,8 +13,8 @@ using testing::IsEmpty;
 
 namespace
 {
-/// One line a difference: the path, and what was and is there, "-" where there is nothing. That is
-/// where the two paths say that it is.
+/// One line per difference: its path, and the values before and after, "-" for none. Checks that
+/// the values are where the two paths lead.
 std::vector<std::string> linesOf(const AnyConstReference& before, const AnyConstReference& after)
 {
   std::vector<std::string> lines;
@@ -109,7 +109,7 @@ TEST(Difference, IsFoundInEveryMemberOfEveryRecord)
   DistinctValues values(1000);
   fill(AnyReference(other), values);
   AnyReference(other).member("services").element(1).member("autoRun").set(false);
-  // Every text differs, and each stands for itself; all bools but one are equal.
+  // Every text differs, and is a difference of its own; all bools but one are equal.
   const auto texts = static_cast<std::size_t>(values.texts() - 1000) + 1;
   EXPECT_EQ(linesOf(package, other).size(), texts);
 }
@@ -136,11 +136,11 @@ TEST(Difference, FindsBehaviorsAgainThatHaveMovedOn)
               ElementsAre(testing::StartsWith(R"(behaviors[2]: - {"path":"x",)")));
   EXPECT_THAT(linesOf(before, withBehaviors("acd")),
               ElementsAre(testing::StartsWith(R"(behaviors[1]: {"path":"b",)")));
-  // A new one in front of a changed one, which its path tells.
+  // A new behavior in front of a changed one, which is recognised by its path.
   EXPECT_THAT(linesOf(before, changed(withBehaviors("axbcd"), {"behaviors[2].nature=solitary"})),
               ElementsAre(testing::StartsWith("behaviors[1]: - {"),
                           R"(behaviors[2].nature: "" "solitary")"));
-  // Another path is a changed member as long as the order tells what it belongs to.
+  // Another path is a changed member as long as the order shows which behavior has it.
   EXPECT_THAT(linesOf(before, changed(before, {"behaviors[1].path=x"})),
               ElementsAre(R"(behaviors[1].path: "b" "x")"));
   // A moved one is removed and added.

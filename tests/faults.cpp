@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Preloaded into a program: its file operation with the number FAULT_AT meets with FAULT. That is
-// "signal N", which the program gets before, "error N", with which the operation fails, or a folder,
-// which is renamed before to end in ".gone".
+// Preloaded into a program, causes FAULT at its file operation with the number FAULT_AT: for
+// "signal N" the program gets that signal before the operation, for "error N" the operation fails
+// with that error, and a folder is renamed before the operation to end in ".gone".
 #include <cerrno>
 #include <csignal>
 #include <cstdarg>
@@ -39,7 +39,7 @@ int beginOperation()
   return 0;
 }
 
-/// Does what the operation does that is in the place of the one here.
+/// Calls the operation that is replaced here, unless it is to fail.
 template <typename Operation, typename... Arguments>
 auto pass(const char* name, Arguments... arguments)
 {

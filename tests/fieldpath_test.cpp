@@ -21,7 +21,8 @@ void set(const AnyReference& root, const std::string& assignment)
   setAt(root, path, value);
 }
 
-/// That members go by the names that they have in the variant form, where they have names there.
+/// Expects members to have the same friendly names as in the variant form, where they have any
+/// there.
 void expectVariantNames(const AnyConstReference& value, const XO::XOValue& variant)
 {
   for (std::size_t i = 0; i < value.memberNames().size(); ++i)
@@ -91,7 +92,7 @@ TEST(FieldValue, IsSetInEveryMemberOfEveryRecord)
 {
   const auto package = filled<PackageInfo>();
   const auto wholes = nlohmann::json::parse(contentIn(package));
-  // From its texts alone, what is around them is made on the way.
+  // First sets whole fields, then each text alone, which creates the values around it.
   for (const nlohmann::json& parts : {wholes, wholes.flatten()})
   {
     PackageInfo grown;

@@ -34,8 +34,8 @@ void visitElements(ElementOrConst& element, const std::string& path, const Visit
 
 std::string nameOf(const Field& field) { return field.record + ' ' + field.registered; }
 
-/// Gives every attribute and text a value of its own, and tells in which field it is to be found: the
-/// keys and values of a list or map in the field of that.
+/// Gives every attribute and text a unique value, and adds it to what is expected in its field;
+/// keys and values of a list or map belong to the field of that list or map.
 void numberExamples(Element& element, const std::string& fieldAround, TextsByField& expected,
                     int& count)
 {

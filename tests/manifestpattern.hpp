@@ -6,8 +6,8 @@
 
 #include <string>
 
-/// Repeats what stands in braces: "{3*a#}" is "a0a1a2", and a "@" is one more than a "#". The inner of
-/// two braces come first.
+/// Repeats what stands in braces: "{3*a#}" is "a0a1a2", and a "@" is one more than a "#". Inner
+/// braces are expanded before outer ones.
 inline std::string expanded(QString pattern)
 {
   static const QRegularExpression repetition(QStringLiteral(R"(\{(\d+)\*([^{}]*)\})"));

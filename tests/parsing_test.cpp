@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The parse within the limits is the toolkit's own: same verdict, tree, message and place. Damaged
-// documents are those of the fuzz target "file".
+// Within the limits, parsing gives the same verdict, tree, message and place as the toolkit's own
+// parse. The fuzz target "file" covers damaged documents.
 #include "support.hpp"
 
 #include <package/xml/parsing.hpp>
@@ -51,7 +51,7 @@ std::string parsed(Source&& source)
                         error.message;
 }
 
-/// What the toolkit's own gives.
+/// What the toolkit's own parse gives.
 template <typename Source>
 std::string parsedByToolkit(Source&& source, bool namespaceProcessing)
 {

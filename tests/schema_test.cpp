@@ -65,7 +65,7 @@ std::map<std::string, std::string> refusedBy(const Schema& schema,
   return refused;
 }
 
-/// Texts as people write them and worse. Empty are only texts that a package can do without.
+/// Texts as people write them and worse. Only texts that a package can do without may be empty.
 class RandomValues
 {
 public:
@@ -216,7 +216,7 @@ TEST(Schema, RefusesWhatReadersSkipAndWhatMakesNoSense)
     std::map<std::string, std::string> taken = pathToFault;
     for (const auto& [path, messages] : refusedBy(schema, paths))
     {
-      EXPECT_THAT(messages, HasSubstr("validity error")); // and not damaged by the edit
+      EXPECT_THAT(messages, HasSubstr("validity error")); // still well-formed
       taken.erase(path);
     }
     EXPECT_THAT(taken, IsEmpty()) << schema.path.toStdString();

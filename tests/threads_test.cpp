@@ -17,7 +17,7 @@ namespace
 {
 constexpr std::size_t many = 8;
 
-/// What \p work gives in each of many threads, which begin it together; it is told which it is in.
+/// The results of \p work in many threads that start it together; it gets the number of its thread.
 template <typename Work>
 auto inManyThreads(Work work)
 {

@@ -125,7 +125,7 @@ TEST(Tool, SetsFieldsAndSaysWhatWouldBeLost)
   EXPECT_THAT(tool({"set", "-", "version=4"}, "<p/>").out, HasSubstr("<package version=\"4\">"));
 }
 
-// The limit on a file's size stands for a full disk; without the trap it ends the tool by a signal.
+// A limit on a file's size simulates a full disk; without the trap, a signal ends the tool there.
 TEST(Tool, LeavesTheOldFileWholeWhenItCannotWrite)
 {
   const TemporaryFolder folder;

@@ -97,7 +97,8 @@ TEST(TypeSystem, RegistersEachNameAndEachTypeOnce)
   EXPECT_EQ(registeredNames().back(), "registered::Runtime");
 }
 
-// What it uses was first used after it was made, and so would be destroyed before it.
+// The statics of the type system are created after this object, and so would be destroyed before
+// it.
 TEST(TypeSystem, LastsToTheEndOfTheProgram)
 {
   struct UsedAtTheEnd
@@ -152,7 +153,7 @@ TEST(TypeSystem, RefusesToDescribeWhatUsesUpStackOrMemory)
   const auto inTwo = [](TypeInterface* type) -> TypeInterface* {
     return describeStruct("Two", {{"a", type}, {"b", type}});
   };
-  EXPECT_EQ(depthOf(typeOf<int>(), inTwo), 15); // two to this power, and the structs
+  EXPECT_EQ(depthOf(typeOf<int>(), inTwo), 15); // 2^15 values, and the structs around them
 }
 
 TEST(TypeSystem, FillsOnlyAddedFields)

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
-# Run by cpack when the packages are made. It gave the one with shared libraries scripts that call
-# ldconfig; with Debian's trigger instead, ldconfig runs once for all packages of an installation.
+# Run by cpack when the packages are made. Replaces the scripts by which cpack calls ldconfig for
+# the package with shared libraries: with Debian's trigger, it runs once for all packages installed.
 list(FILTER CPACK_PACKAGE_FILES INCLUDE REGEX "/${CPACK_DEBIAN_LIBRARY_PACKAGE_NAME}_[^/]*$")
 set(tree ${CPACK_TEMPORARY_DIRECTORY}/with-trigger)
 

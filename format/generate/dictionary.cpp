@@ -31,7 +31,7 @@ void collect(const Element& element, std::set<QString>& names, std::set<QString>
     tag += ' ' + QString::fromStdString(attribute.name) + QStringLiteral("=\"1\"");
   }
   const bool isEmpty = element.holds == Holds::Nothing || element.holds == Holds::Presence;
-  constexpr int longestWord = 64; // longer ones are not taken
+  constexpr int longestWord = 64; // libFuzzer takes no longer ones
   if (tag.size() + 2 <= longestWord)
   {
     tags.insert(tag + (isEmpty ? "/>" : ">"));

@@ -15,15 +15,16 @@ QString xmlSchema();
 
 /// The reference of the format with its tree and tables made anew. They stand between lines
 /// `<!-- made: tree -->` or `<!-- made: /path/of/an/element -->` and `<!-- end -->`, the rest is written
-/// by hand. A table has the attributes and children of the element and, of children that have no table
-/// of their own, theirs. Throws std::runtime_error for a path that leads to no element.
+/// by hand. A table lists the attributes and children of its element, and those of children that
+/// have no table of their own. Throws std::runtime_error for a path that leads to no element.
 QString reference(const QString& document);
 
 /// The fuzzers' dictionary, with the part between `# made: names` and `# end` made anew.
 QString dictionary(const QString& document);
 
-/// A document with what is between each line that is \p begin, something and \p close, and the next line
-/// \p end replaced by what \p make gives for that something.
+/// Replaces parts of a document. A part is between a line that starts with \p begin and ends with
+/// \p close, and the next line \p end. It is replaced by what \p make returns for the text between
+/// \p begin and \p close.
 template <typename Make>
 QString withParts(const QString& document, const QString& begin, const QString& close,
                   const QString& end, Make make)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Makes what the repository has of the format's description, out of the files in one folder into those
-// in another, which may be the same one: veskpackage_format_files FROM TO
+// Generates the repository's files that are made from the format's description. Reads those that
+// have parts written by hand in one folder, and writes all to another, which may be the same:
+// veskpackage_format_files FROM TO
 #include "files.hpp"
 
 #include <QDir>

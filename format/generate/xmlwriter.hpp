@@ -52,7 +52,7 @@ protected:
     std::vector<const vesk::format::Element*> repeatable;
   };
 
-  /// The children of an element, apart by how often they may come.
+  /// The children of an element, split into those that may be repeated and the others.
   static Children childrenOf(const vesk::format::Element& element)
   {
     Children children;

@@ -10,12 +10,12 @@ using namespace vesk;
 
 namespace
 {
-// Dialogs and then description languages came after the first 18 pairs, and modules send all three.
+// Dialogs and later description languages were added to the first 18 pairs; modules send all forms.
 constexpr int pairsBeforeDialogs = 18;
 constexpr int pairsWithDialogs = 19;
 constexpr int pairsWithDescriptionLanguages = 20;
 
-// What a package is given by its own operations, for each element of an array.
+// Operations of a package that are called with each element of an array.
 using AddText = boost::function<void(const std::string&)>;
 using AddLocalizedText = boost::function<void(const std::string&, const std::string&)>;
 template <typename Item>
@@ -30,7 +30,7 @@ void readLanguages(std::list<std::string>& languages, const XO::XOValue& value)
               value);
 }
 
-/// As addBehavior() and the like with what is made from each element, but without copying that.
+/// Like addBehavior() and the like for each element, but constructs the descriptor in the list.
 template <typename Item>
 void readDescriptors(std::list<Item>& items, const XO::XOValue& value)
 {
@@ -78,7 +78,7 @@ void fromXOValue(PackageInfo& package, const XO::XOValue& value)
   fromXOValue(Add<PackageService>(boost::bind(&PackageInfo::addService, &package, _1)),
               value[16][1]);
   fromXOValue(AddText(boost::bind(&PackageInfo::addExecutableFile, &package, _1)), value[17][1]);
-  // At least, but exactly: the guards have always differed.
+  // One guard is "at least" and the other "exactly": they have always differed.
   if (value.getSize() >= pairsWithDialogs)
   {
     readDescriptors(record.dialogs, value[18][1]);

@@ -30,7 +30,7 @@ Registrar::Registrar()
   registerRecord<PackageInfo, PackageInfoPrivate>();
 }
 
-// Before a program's own objects, also where it is linked statically.
+// Constructed before a program's own static objects, even when it is linked statically.
 __attribute__((init_priority(101))) const Registrar registrar;
 
 } // namespace vesk

@@ -13,7 +13,7 @@
 #include <string>
 
 /// \file
-/// Packages as variant values, for modules that know nothing of the classes, and back.
+/// Converts packages to variant values and back, for modules that do not know the classes.
 ///
 /// The forms of the parts:
 /// | Part                        | Form                                                           |
@@ -49,9 +49,10 @@ VESKPACKAGE_EXPORT void toXOValue(const std::list<vesk::PackageService>& service
                                   XO::XOValue& out);
 /// \}
 
-/// Adds to \p package what a package's form holds, by position, whatever the names in the pairs.
-/// The texts of the package are replaced, also by empty ones where \p value lacks them. Dialogs are
-/// read when there are at least 19 pairs, description languages when there are exactly 20.
+/// Adds to \p package what the variant form of a package contains. Pairs are identified by
+/// position; their names are ignored. The texts of the package are replaced, by empty ones where
+/// \p value lacks them. Dialogs are read when there are at least 19 pairs, description languages
+/// when there are exactly 20.
 VESKPACKAGE_EXPORT void fromXOValue(vesk::PackageInfo& package, const XO::XOValue& value);
 
 /// Reading into containers: adds what \p value holds.
@@ -65,7 +66,7 @@ VESKPACKAGE_EXPORT void fromXOValue(std::list<std::string>& texts, const XO::XOV
 
 /// Reading through an adder, which is called for each element in order; what it throws passes
 /// through. For a map of texts it is given the text first and then its key, as setters take them.
-/// A bound function has to be named as what it is, since it converts to all of these:
+/// Convert a bound function to the right type explicitly, since it converts to all of these:
 /// \code
 /// fromXOValue(boost::function<void(const std::string&)>(
 ///                 boost::bind(&vesk::PackageInfo::addExecutableFile, &package,
@@ -85,7 +86,7 @@ VESKPACKAGE_EXPORT void fromXOValue(boost::function<void(const vesk::MirelRequir
 VESKPACKAGE_EXPORT void fromXOValue(boost::function<void(const vesk::PackageService&)> add,
                                     const XO::XOValue& value);
 
-/// For what is made from a variant value: BehaviorInfo, LanguageInfo, DialogInfo.
+/// For types with a constructor from a variant value: BehaviorInfo, LanguageInfo, DialogInfo.
 template <typename Item>
 void fromXOValue(boost::function<void(const Item&)> add, const XO::XOValue& value)
 {

@@ -50,7 +50,7 @@ constexpr std::array sectionReaders{
   throw std::runtime_error(message);
 }
 
-/// Puts what a manifest holds in the place of what \p info held; false when there is none.
+/// Replaces \p info by what the manifest contains; false when there is no manifest.
 bool replace(const std::optional<QDomDocument>& manifest, PackageInfo2& info)
 {
   if (manifest)

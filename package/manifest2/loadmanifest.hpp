@@ -19,40 +19,40 @@ class PackageInfo;
 /// Reads the manifest in the file at \p path (UTF-8).
 ///
 /// Throws std::runtime_error when the file cannot be opened ("Could not open PATH for reading.") or
-/// is not well-formed ("Syntax error in PATH:LINE:COLUMN: WHY", both from 1). As not well-formed
-/// counts, too, what goes beyond the limits that PackageInfo::loadFromManifestFile() names; external
-/// entities are never read. What is thrown is also logged as an error in the category
-/// "vesk.package.info", which exists from when the library is loaded; its level does not change what
-/// is thrown. May be called from any thread.
+/// is not well-formed ("Syntax error in PATH:LINE:COLUMN: WHY", both from 1). A manifest beyond the
+/// limits that PackageInfo::loadFromManifestFile() names is treated as not well-formed; external
+/// entities are never read. The message thrown is also logged as an error in the category
+/// "vesk.package.info", which exists as soon as the library is loaded; its level does not affect
+/// what is thrown. May be called from any thread.
 VESKPACKAGE_EXPORT PackageInfo2 loadManifest(const std::string& path);
 
-/// Reads a manifest as loadManifest() does, but logs nothing and throws nothing for what it is: on
-/// success replaces \p info, on failure fills \p error and gives false; the other is left as it was. A
-/// file that cannot be read to its end is an error, too, where loadManifest() takes what it gets. May
-/// be called from any thread.
+/// Reads a manifest like loadManifest(), but logs nothing, and does not throw for a bad manifest.
+/// On success replaces \p info and returns true; on failure fills \p error and returns false; the
+/// other one is unchanged. A file that cannot be read to its end is an error here, whereas
+/// loadManifest() uses the part that it could read. May be called from any thread.
 /// \{
 
 /// Reads the file at \p path (UTF-8).
 VESKPACKAGE_EXPORT bool readManifestFile(const std::string& path, PackageInfo2& info,
                                          LoadError& error);
-/// Reads all that an open device gives from where it is, as if it were a file, and leaves it open.
+/// Reads an open device from its current position to its end, like a file, and leaves it open.
 VESKPACKAGE_EXPORT bool readManifestDevice(QIODevice& device, PackageInfo2& info, LoadError& error);
 /// Reads the text of a manifest, up to the first NUL byte, with namespace processing, as
 /// PackageInfo::readManifestText() does.
 VESKPACKAGE_EXPORT bool readManifestText(const std::string& text, PackageInfo2& info,
                                          LoadError& error);
-/// Reads both records of a manifest and parses it once: adds to \p package as
-/// PackageInfo::readManifestDevice() does, and replaces \p info. On failure both are as they were.
+/// Fills both records from one parse of a manifest: adds to \p package as
+/// PackageInfo::readManifestDevice() does, and replaces \p info. On failure both are unchanged.
 VESKPACKAGE_EXPORT bool readManifestDevice(QIODevice& device, PackageInfo& package,
                                            PackageInfo2& info, LoadError& error);
 /// \}
 
-/// Takes a manifest from a parsed document, whatever the name of its root; a document without a root
-/// gives an empty one. Never fails on what the document holds: attributes that are missing give empty
-/// texts, unknown elements are skipped, and of repeated sections the last counts. Where names,
-/// descriptions or languages are listed, every child counts: a comment there gives an empty text
-/// under an empty language, or an empty language. The tree is walked recursively, so that it should
-/// not come from an unguarded parse of a strange file.
+/// Reads a manifest from a parsed document, whatever the name of its root; a document without a
+/// root gives an empty manifest. Never fails for the document's content: missing attributes give
+/// empty texts, unknown elements are skipped, and of repeated sections only the last is used. In
+/// lists of names, descriptions or languages, every child is an entry: a comment gives an empty
+/// text under an empty language, or an empty language. The tree is walked recursively, so do not
+/// pass a document from an unguarded parse of an untrusted file.
 VESKPACKAGE_EXPORT PackageInfo2 loadXmlDocument(const QDomDocument& document);
 
 } // namespace vesk

@@ -8,7 +8,7 @@ namespace vesk
 {
 namespace
 {
-/// A copy of a content; empty where it is absent.
+/// A copy of one value of the contents; empty where it is absent.
 template <typename Content>
 Content contentOf(const PackageInfo2& info, const char* key)
 {
@@ -25,7 +25,7 @@ Value& stored(AnyValue& value)
   return value.as<Value>();
 }
 
-/// The stored value, an empty one stored first where there is none.
+/// The stored value; if there is none, stores an empty one first.
 template <typename Value>
 Value& seeded(Values& values, const char* key)
 {

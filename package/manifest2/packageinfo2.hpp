@@ -36,8 +36,9 @@ namespace vesk
 /// | "languages"                    | std::vector<LanguageInfo>                                  |
 /// | "web"                          | WebInfo                                                    |
 ///
-/// What the manifest lacks has no key, and neither have empty lists in the contents. A caller may
-/// store further keys and other types; PackageInfo(const PackageInfo2&) takes what converts.
+/// There is no key for a section that the manifest lacks, nor for an empty list in the contents. A
+/// caller may store further keys and other types; PackageInfo(const PackageInfo2&) ignores the keys
+/// and converts the types.
 ///
 /// \code
 /// vesk::PackageInfo2 info = vesk::loadManifest("manifest.xml"); // throws std::runtime_error
@@ -61,12 +62,12 @@ struct VESKPACKAGE_EXPORT PackageInfo2
   std::string date;
   std::string typeVersion; ///< the version of the manifest's format
   std::string installer;   ///< not part of the manifest: empty unless a caller sets it
-  std::string path;        ///< where the package lies on disk; as installer
+  std::string path;        ///< where the package lies on disk; set by callers, like installer
   std::map<std::string, AnyValue> sections;
 
-  /// Copies, empty ones of what is absent. A value of another type is converted; ConversionError is
-  /// thrown when it does not convert, as an empty AnyValue does not. On an object that is not const
-  /// std::as_const() chooses these.
+  /// Return copies; empty ones of what is absent. A value of another type is converted; throws
+  /// ConversionError when it does not convert, as with an empty AnyValue. To call these on an
+  /// object that is not const, use std::as_const().
   /// \{
   std::map<std::string, AnyValue> contents() const;
   std::vector<BehaviorInfo> behaviors() const;
@@ -75,10 +76,10 @@ struct VESKPACKAGE_EXPORT PackageInfo2
   WebInfo web() const;
   /// \}
 
-  /// The stored values themselves, made empty first where they are absent. References stay valid
-  /// until the value is removed, replaced by another AnyValue or destroyed. Throws
-  /// std::runtime_error "Type mismatch" when what is stored is of another type; contents made on the
-  /// way stay.
+  /// Return references to the stored values; an absent one is first stored as an empty value.
+  /// References stay valid until the value is removed, replaced by another AnyValue or destroyed.
+  /// Throw std::runtime_error "Type mismatch" when the stored value is of another type; contents
+  /// that the call has stored are kept.
   /// \{
   std::map<std::string, AnyValue>& contents();
   std::vector<BehaviorInfo>& behaviors();
@@ -86,9 +87,10 @@ struct VESKPACKAGE_EXPORT PackageInfo2
   std::vector<LanguageInfo>& languages();
   /// \}
 
-  /// The stored web content itself. Unlike the lists it is not made where it is absent: then an
-  /// AnyValue without value stays behind as "web", and std::runtime_error "Type mismatch" is thrown,
-  /// as for a value of another type. To add web content, store it: contents()["web"] = WebInfo{…}.
+  /// A reference to the stored web content. Unlike the lists, absent web content is not created:
+  /// the call stores an empty AnyValue as "web" and throws std::runtime_error "Type mismatch", as
+  /// it does for a value of another type. To add web content, store it:
+  /// contents()["web"] = WebInfo{…}.
   WebInfo& web();
 };
 

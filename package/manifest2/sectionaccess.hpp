@@ -7,7 +7,7 @@
 #include <map>
 #include <string>
 
-/// Reaching the values in PackageInfo2::sections and in the contents there.
+/// Access to the values in PackageInfo2::sections and in the contents there.
 namespace vesk
 {
 
@@ -30,8 +30,8 @@ constexpr const char* web = "web";
 
 using Values = std::map<std::string, AnyValue>;
 
-/// The value under a key, empty when there is none: the stored one where it is a Value, so that
-/// nothing is copied, and else a converted copy. Valid as long as the map's entry is not changed.
+/// The value under a key: the stored one, without copying, if it is a Value, else a converted copy;
+/// an empty value when there is no such key. Valid as long as the map's entry is not changed.
 template <typename Value>
 class ValueAt
 {

@@ -14,7 +14,7 @@
 class QDomNode;
 
 /// One reader for each section of PackageInfo2. None fails: what is unknown is skipped, what is
-/// missing gives empty texts. Where they differ from PackageInfo's reader, it says so here.
+/// missing gives empty texts. The comments name the differences from PackageInfo's reader.
 namespace vesk
 {
 

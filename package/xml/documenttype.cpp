@@ -13,10 +13,10 @@ namespace vesk
 {
 namespace
 {
-/// Counts the open parentheses of a content model. Such a model holds neither markup nor quotes, so
-/// they start the count anew, and it need not be known where in the document type a character
-/// stands. Markup in an entity does not: what follows the entity may go on with a model that it
-/// begins.
+/// Counts the open parentheses of a content model. A content model contains neither markup nor
+/// quotes, so these reset the count; thus the counter need not know where in the document type a
+/// character is. In the text of an entity they do not reset it: a content model that begins in the
+/// entity may continue after it.
 class ParenthesisCounter
 {
 public:
@@ -47,7 +47,7 @@ private:
   int open = 0;
 };
 
-/// Watches a parse, and stops it at the first limit by giving false.
+/// Watches a parse, and stops it at the first limit by returning false.
 class LimitHandler : public QXmlDefaultHandler
 {
 public:
@@ -97,7 +97,7 @@ public:
 
   bool internalEntityDecl(const QString& name, const QString& value) override
   {
-    // Parameter entities come with a "%" in front here, but not when they are brought in; one name
+    // The name of a parameter entity has a "%" in front here, but not in startEntity(); one name
     // cannot be declared as both.
     entityTexts.insert(name.startsWith(u'%') ? name.mid(1) : name, value);
     references += value.count(u'&');
@@ -116,7 +116,7 @@ public:
     return allow(++entities, limits::entities);
   }
 
-  /// An entity is about to be read in the place of a reference to it.
+  /// Called before the parser replaces a reference by the entity's text.
   bool startEntity(const QString& name) override
   {
     const QString text = entityTexts.value(name);
@@ -162,8 +162,8 @@ private:
   int broughtIn = 0;
 };
 
-/// Gives the text to the parser and shows the handler what stands in the document type: the parser
-/// recurses for parentheses without telling its handlers.
+/// Passes the text to the parser, and each character to the handler as well, since the parser
+/// recurses for parentheses in the document type without telling its handlers.
 class WatchedSource : public QXmlInputSource
 {
 public:

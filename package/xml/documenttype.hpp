@@ -12,9 +12,9 @@ namespace vesk
 {
 
 /// Parses a document that has a document type once without building a tree, and tells whether it
-/// goes beyond the limits. What entities bring is only known to the parser, so it is the parser
-/// that is watched here. A document that is not well-formed before it reaches a limit is not
-/// refused: the parse that builds the tree stops there, too.
+/// goes beyond the limits. Only the parser knows what entities expand to, so the parser is watched.
+/// A document that is malformed before it reaches a limit is not refused here: the parse that
+/// builds the tree stops at the same place.
 std::optional<LoadError> checkLimitsWithDocumentType(const QString& text);
 
 } // namespace vesk

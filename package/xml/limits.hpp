@@ -13,7 +13,7 @@ struct Limit
   int most;
   const char* what;
 
-  /// What is said of a document that has more.
+  /// The error message for a document that has more.
   QString refusal() const { return QStringLiteral("more than %1 %2").arg(most).arg(what); }
 };
 
@@ -23,15 +23,15 @@ struct Limit
 /// manifests stay far below all of them.
 namespace limits
 {
-/// Counting those that entities bring. 756 end a thread with 256 KB of stack.
+/// Includes elements that come from entities. 756 levels overflow a stack of 256 KB.
 constexpr Limit depth{256, "elements within each other"};
 /// With namespaces, the toolkit searches all attributes of an element for each further one.
 constexpr Limit attributes{1024, "attributes on an element"};
-/// With namespaces, the toolkit compares all that are in force with each other at every empty
+/// With namespaces, the toolkit compares all prefixes in scope with each other at every empty
 /// element.
 constexpr Limit prefixes{32, "namespace prefixes declared at once"};
-/// The parser recurses for those in content models. Those that are open count wherever in the
-/// document type they stand.
+/// The parser recurses for parentheses in content models. Open parentheses are counted anywhere in
+/// the document type.
 constexpr Limit parentheses{256, "parentheses within each other"};
 /// The toolkit compares each declared entity with all others.
 constexpr Limit entities{256, "declared entities"};

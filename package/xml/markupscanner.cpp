@@ -137,8 +137,8 @@ MarkupScanner::State MarkupScanner::inStartTag(const QString& piece, const QChar
   }
 }
 
-/// Whether the name that ends before \p colon is "xmlns". What comes before it belongs to no name:
-/// a blank, or the quote of an attribute before.
+/// Whether the name before \p colon is "xmlns" and not just ends with it: the character in front
+/// must be a blank, or the closing quote of the previous attribute.
 bool MarkupScanner::isPrefixDeclaration(const QString& piece, const QChar* colon) const
 {
   const int at = static_cast<int>(colon - piece.cbegin());

@@ -9,12 +9,12 @@
 namespace vesk
 {
 
-/// The elements that are open at a place of a document, as far as the limits concern them. What adds
-/// something gives the limit that is passed by it, or null.
+/// The elements that are open at a place of a document, as far as the limits concern them.
+/// Functions that add something return the limit that this exceeds, or null.
 class OpenElements
 {
 public:
-  // At once, since the toolkit's parser runs meanwhile and leaks when no more memory can be had in it.
+  // Reserved here, since the toolkit's parser leaks if an allocation throws while it runs.
   OpenElements() { prefixesOfOpen.reserve(limits::depth.most + 1); }
 
   const Limit* enter()
@@ -36,7 +36,7 @@ public:
 
   void leave()
   {
-    if (!prefixesOfOpen.empty()) // more are left than entered where a document is not well-formed
+    if (!prefixesOfOpen.empty()) // a malformed document can have too many end tags
     {
       prefixes -= prefixesOfOpen.back();
       prefixesOfOpen.pop_back();

@@ -22,7 +22,7 @@ public:
   explicit LimitedSource(QIODevice& input) : device(&input) { readProlog(); }
   explicit LimitedSource(const QString& text) : undecided(text) { readProlog(); }
 
-  /// What a document type or its entities cost too much.
+  /// The error, if the document type or its entities exceed a limit.
   const std::optional<LoadError>& documentTypeRefusal() const { return documentTypeError; }
 
   /// Why the document was ended, if the parser came that far; otherwise empty.
@@ -36,8 +36,8 @@ public:
   }
 
 private:
-  /// Reads ahead to where it is known whether there is a document type; then all is read, since it
-  /// is parsed twice.
+  /// Reads ahead until it is known whether there is a document type. If there is, reads everything,
+  /// since such a document is parsed twice.
   void readProlog()
   {
     QString piece;

@@ -13,14 +13,14 @@ class QIODevice;
 namespace vesk
 {
 
-/// Parsing of manifests. Where it fails, there is no document, and \p error is filled; else \p error
-/// stays as it was.
+/// Parsing of manifests. On failure no document is returned and \p error is filled; on success
+/// \p error is unchanged.
 /// \{
 
-/// Parses all of an open device, in whatever encoding, without namespace processing. A device that
-/// fails counts as one that ends there. The same tree, verdict, message and place as
-/// QDomDocument::setContent gives, but for documents beyond the limits (see limits.hpp), which are
-/// refused, and for invalid byte sequences that the toolkit's small chunks cut in two.
+/// Parses all of an open device, in whatever encoding, without namespace processing. A read error
+/// is treated as the end of the device. Tree, verdict, message and place are the same as those of
+/// QDomDocument::setContent, except for documents beyond the limits (see limits.hpp), which are
+/// refused, and for invalid byte sequences that the toolkit's smaller chunks cut in two.
 std::optional<QDomDocument> parseXml(QIODevice& device, LoadError& error);
 
 /// The same with a text, and with namespace processing.

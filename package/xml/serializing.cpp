@@ -33,9 +33,9 @@ std::string_view escapeAt(std::string_view text, std::size_t at, Context context
     return at >= 2 && text[at - 1] == ']' && text[at - 2] == ']' ? "&gt;" : "";
   case '"':
     return inAttribute ? "&quot;" : "";
-  case '\r': // as such it would be read as the end of a line
+  case '\r': // unescaped, it would be read as a line break
     return "&#xd;";
-  case '\n': // in an attribute as such, they would be read as blanks
+  case '\n': // unescaped in an attribute, these two would be read as blanks
     return inAttribute ? "&#xa;" : "";
   case '\t':
     return inAttribute ? "&#x9;" : "";

@@ -9,9 +9,9 @@ class QDomDocument;
 namespace vesk
 {
 
-/// A document as UTF-8, the very bytes of the toolkit's toString(indent) but for the order of
-/// attributes: theirs changes with every process, here they are ordered by name. Takes what a
-/// manifest is made of: elements without namespaces, text, CDATA sections, processing instructions.
+/// A document as UTF-8: the same bytes as the toolkit's toString(indent), except that attributes
+/// are ordered by name; the toolkit's order changes with every process. Supports what a manifest is
+/// made of: elements without namespaces, text, CDATA sections, processing instructions.
 std::string serialize(const QDomDocument& document, int indent);
 
 } // namespace vesk

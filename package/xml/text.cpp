@@ -74,7 +74,7 @@ QString toXmlText(const std::string& text)
   QString result = toQString(text);
   if (text.compare(0, 3, "\xEF\xBB\xBF") == 0)
   {
-    result.prepend(QChar::ByteOrderMark); // taken for a mark of the encoding, and dropped
+    result.prepend(QChar::ByteOrderMark); // which toQString() has dropped
   }
   if (std::any_of(result.cbegin(), result.cend(), isForbiddenInXml))
   {

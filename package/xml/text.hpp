@@ -9,18 +9,18 @@
 namespace vesk
 {
 
-/// UTF-8 text as the toolkit's, up to the first NUL byte. A byte order mark at its start is dropped.
+/// UTF-8 text as a QString, up to the first NUL byte. A byte order mark at its start is dropped.
 QString toQString(const std::string& text);
 
-/// The toolkit's text as UTF-8, up to the first NUL.
+/// A QString as UTF-8, up to the first NUL.
 std::string fromQString(const QString& text);
 
 /// Sets \p utf8 to the whole text as UTF-8.
 void assignUtf8(std::string& utf8, const QString& text);
 
-/// As toQString, but keeps a byte order mark, which is a character within a text, and leaves out what
-/// an XML document cannot carry: control characters but for tab, newline and carriage return, U+FFFE
-/// and U+FFFF. A parser would refuse the document.
+/// Like toQString, but keeps a byte order mark, an ordinary character within a document, and leaves
+/// out characters for which a parser would refuse the document: control characters except tab,
+/// newline and carriage return, U+FFFE and U+FFFF.
 QString toXmlText(const std::string& text);
 
 /// Whether \p name can be an element's name for any XML parser, with and without namespaces.

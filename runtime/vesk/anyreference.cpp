@@ -8,7 +8,7 @@ namespace
 {
 std::string nameOf(const TypeInterface* type) { return type != nullptr ? type->name() : "nothing"; }
 
-// The interfaces take a writable address for both kinds of views, and only look at what is there.
+// The type interfaces take a non-const address even where they only read the value.
 void* writableAddress(const AnyConstReference& view) { return const_cast<void*>(view.address()); }
 } // namespace
 

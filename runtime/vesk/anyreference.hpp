@@ -28,25 +28,26 @@ public:
   using std::runtime_error::runtime_error;
 };
 
-/// Makes what \p target refers to a converted copy of \p source; unchanged when that throws.
+/// Replaces the value that \p target refers to by a converted copy of \p source. If this throws,
+/// the value is unchanged.
 ///
-/// The same type is copied. Numbers convert where the value fits: to integers only as they are, to
-/// floating point with rounding. Lists, maps and pairs convert element by element; what is in an
-/// AnyValue converts as the value itself, and any value into an AnyValue. Structs convert by the
-/// names of their members, of which both must have the same, but for what a struct's versioning
-/// allows; a map with string keys counts as a struct with the members it holds. Nothing else
-/// converts, nor what is nested more than 128 deep. Throws ConversionError.
+/// A value of the same type is copied. Numbers convert if the target can hold them: integers
+/// exactly, floating point with rounding. Lists, maps and pairs convert element by element. An
+/// AnyValue converts as the value it holds, and any value converts to an AnyValue. Structs convert
+/// by the names of their members; both must have the same names, except where a struct's versioning
+/// allows otherwise. A map with string keys is treated as a struct whose members are its entries.
+/// All else, and values nested more than 128 deep, throw ConversionError.
 VESK_EXPORT void convert(const AnyConstReference& source, const AnyReference& target);
 
 namespace detail
 {
-/// Values come from strangers: what is nested deeper would use up the stack.
+/// Values may come from untrusted sources; deeper nesting could exhaust the stack.
 inline constexpr int deepestNesting = 128;
 
-/// The same into a value that is thrown away when it fails, so without a copy of its own.
+/// Like convert(), but converts in place: when it throws, \p target is incomplete, to be discarded.
 VESK_EXPORT void convertAfresh(const AnyConstReference& source, const AnyReference& target);
 
-/// What is viewed as the C++ value that it is, and not as what it views, points to or holds itself.
+/// Excludes types that stand for another value: views, AnyValue, pointers, arrays, string views.
 template <typename Value>
 using IfPlain =
     std::enable_if_t<!std::is_base_of_v<AnyConstReference, std::remove_const_t<Value>> &&
@@ -56,10 +57,10 @@ using IfPlain =
                      int>;
 } // namespace detail
 
-/// A view of a value of any type, for reading. It owns nothing, and is valid as long as the value is
-/// where it is and is not replaced. A part that is an AnyValue is viewed as such: to<T>() looks
-/// through it, and as<AnyValue>() gives it for going on. Views are small and copied freely; what
-/// threads may do depends on the value.
+/// A view of a value of any type, for reading. It owns nothing, and is valid until the value is
+/// moved, replaced or destroyed. A part that is an AnyValue is viewed as an AnyValue: to<T>()
+/// converts the value it holds, and as<AnyValue>() returns the AnyValue itself. Views are small and
+/// cheap to copy; what threads may do depends on the value.
 class VESK_EXPORT AnyConstReference
 {
 public:
@@ -118,8 +119,9 @@ public:
   /// All keys of a map with their values, in the map's order. Throws ConversionError when the value
   /// is no map.
   std::vector<std::pair<AnyConstReference, AnyConstReference>> entries() const;
-  /// The value under a key that is converted to the map's type of keys; a view of nothing when there
-  /// is none. Throws as entries() does, and ConversionError when the key does not convert.
+  /// The value under \p key, after converting \p key to the map's key type; a view of nothing when
+  /// there is no such key. Throws as entries() does, and ConversionError when the key does not
+  /// convert.
   /// \{
   AnyConstReference find(const AnyConstReference& key) const;
   AnyConstReference find(const std::string& key) const { return find(AnyConstReference(key)); }
@@ -134,8 +136,8 @@ private:
   const void* viewed = nullptr;
 };
 
-/// A view through which the value can be changed as well. It is otherwise as AnyConstReference, and
-/// what that says of each function holds here.
+/// A view through which the value can be changed as well. Otherwise it is like AnyConstReference,
+/// whose description of each function applies here, too.
 class VESK_EXPORT AnyReference : public AnyConstReference
 {
 public:
@@ -175,8 +177,9 @@ public:
   }
   AnyReference find(const std::string& key) const { return find(AnyConstReference(key)); }
 
-  /// Makes the value a converted copy, by the rules of convert(); unchanged when that throws. Views of
-  /// its parts are no longer valid then. A null pointer throws std::logic_error.
+  /// Replaces the value by a converted copy, by the rules of convert(); views of the value's parts
+  /// are invalid afterwards. If this throws, the value is unchanged. A null pointer throws
+  /// std::logic_error.
   /// \{
   void set(const AnyConstReference& source) const { convert(source, *this); }
   void set(const char* text) const { set(std::string(text)); }
@@ -189,7 +192,7 @@ public:
   /// \}
 
 private:
-  // Only what was reached from a value that may be changed.
+  // Only for parts that were reached through a writable view.
   static AnyReference writable(const AnyConstReference& part)
   {
     return part.isValid() ? AnyReference(*part.type(), const_cast<void*>(part.address()))
@@ -198,7 +201,7 @@ private:
 };
 
 template <typename Value>
-inline Value AnyConstReference::to() const // inline, and so not exported by those who use it
+inline Value AnyConstReference::to() const // inline, so that libraries that use it do not export it
 {
   if (is<Value>())
   {
@@ -212,7 +215,7 @@ inline Value AnyConstReference::to() const // inline, and so not exported by tho
   }
   else
   {
-    return as<Value>(); // which says that it is of another type
+    return as<Value>(); // throws, since the type differs
   }
 }
 

@@ -5,14 +5,15 @@ namespace vesk
 {
 namespace
 {
-/// What is going on in values of values, on one thread. Trivial, for the end of the thread as well.
+/// The state of copying and destroying nested AnyValues on one thread. It has no destructor, so
+/// that it can still be used while the thread ends.
 struct Nesting
 {
   using Values = std::vector<std::pair<const TypeInterface*, void*>>;
 
-  int copied = 0;            // so many in each other are being copied
-  int destroyed = 0;         // or destroyed
-  Values* waiting = nullptr; // for being destroyed, from where that is deep
+  int copied = 0;            // how many nested values are being copied
+  int destroyed = 0;         // how many nested values are being destroyed
+  Values* waiting = nullptr; // values to destroy, once they are nested too deep for recursion
 };
 thread_local Nesting nesting;
 
@@ -49,7 +50,7 @@ void destroy(const TypeInterface& type, void* value) noexcept
       nesting.waiting->emplace_back(&type, value);
       return;
     }
-    catch (...) // NOLINT(bugprone-empty-catch): no memory, so at once, on the stack
+    catch (...) // NOLINT(bugprone-empty-catch): no memory for the list, so recurse
     {}
   }
   const Level level(nesting.destroyed);
@@ -58,7 +59,7 @@ void destroy(const TypeInterface& type, void* value) noexcept
     type.destroy(value);
     return;
   }
-  // From here on one after the other.
+  // Too deep for recursion: values within this one are added to the list and destroyed in turn.
   Nesting::Values values;
   nesting.waiting = &values;
   type.destroy(value);

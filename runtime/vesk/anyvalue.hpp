@@ -24,15 +24,17 @@ namespace vesk
 /// value.as<vesk::PackageInfo>().setVersion("1.1");  // the value itself
 /// \endcode
 ///
-/// Copying copies the value; moving moves it and leaves none behind. A view of the whole value is
-/// valid until this object is assigned to or destroyed, also after it has been moved. Views of its
-/// parts end as well when set() replaces the value or a part around them, and when the value's own
-/// operations move them; take none from a temporary. Threads may read one value at once as far as its
-/// type allows that (a BehaviorInfo does not); who changes it must be alone.
+/// Copying copies the value; moving moves it and leaves this object without a value. A view of the
+/// whole value is valid until the AnyValue that holds it is assigned to or destroyed; moving it on
+/// to another AnyValue does not invalidate the view. A view of a part is also invalid after set()
+/// has replaced the value or a part around the viewed one, or the value's own operations have moved
+/// it. Do not take views of a temporary. Threads may read one value at once as far as its type
+/// allows that (a BehaviorInfo does not); a thread that changes it must be the only one that uses
+/// it.
 ///
-/// Values in values in values are destroyed however deep they are nested; deeper than 128, copying
-/// throws ConversionError. When that throws, or memory runs out (std::bad_alloc), assigning leaves the
-/// value as it was.
+/// Nested AnyValues are destroyed safely at any depth. Copying them throws ConversionError if they
+/// are nested more than 128 deep. If assigning throws that, or std::bad_alloc, the value is
+/// unchanged.
 class VESK_EXPORT AnyValue
 {
 public:
@@ -40,9 +42,9 @@ public:
   AnyValue() noexcept = default;
   /// A default value of a type.
   explicit AnyValue(const TypeInterface& type);
-  /// A copy of what is viewed, none when nothing is.
+  /// A copy of the viewed value; no value when \p value is a view of nothing.
   explicit AnyValue(const AnyConstReference& value);
-  /// Holds \p value, moved in where it can be. A C string (not null) or string view
+  /// Holds \p value, moved if it is an rvalue, else copied. A C string (not null) or string view
   /// becomes a std::string.
   template <typename Value,
             std::enable_if_t<!std::is_base_of_v<AnyConstReference, std::decay_t<Value>> &&
@@ -66,7 +68,7 @@ public:
   AnyValue& operator=(AnyValue&& other) noexcept;
   ~AnyValue();
 
-  /// Views of the value; of nothing when there is none. Copied as freely as they are.
+  /// A view of the value; a view of nothing when there is none.
   /// \{
   AnyReference reference()
   {
@@ -78,7 +80,7 @@ public:
   }
   /// \}
 
-  /// What the views give: see AnyConstReference for each. What is not here is reached by reference().
+  /// Shortcuts for functions of reference(); AnyConstReference describes each, and has some more.
   /// \{
   bool isValid() const { return held != nullptr; }
   const TypeInterface* type() const { return held; }

@@ -170,8 +170,8 @@ std::string described(const MemberDifference& difference)
          (difference.surplus.empty() ? "" : "with a surplus " + quoted(difference.surplus));
 }
 
-/// Lets one of the types settle that they have different members, and set those of the target that the
-/// source lacks. False when neither does.
+/// Asks the target's type, then the source's, whether to convert although their members differ; the
+/// target's type also sets the members that the source lacks. False when both refuse.
 bool settleDifference(const MemberDifference& ours, const StructTypeInterface& targetType,
                       void* target, const TypeInterface& sourceType)
 {

@@ -110,7 +110,7 @@ void write(Category category, Level level, const std::string& text, const std::s
 
 HandlerId addHandler(Handler handler)
 {
-  std::shared_ptr<const Handlers> replaced; // let go of after the mutex: handlers may log then
+  std::shared_ptr<const Handlers> replaced; // destroyed after unlocking, since that may log
   Log& log = theLog();
   const std::lock_guard lock(log.mutex);
   auto handlers = std::make_shared<Handlers>(*log.handlers);
@@ -121,7 +121,7 @@ HandlerId addHandler(Handler handler)
 
 bool removeHandler(HandlerId id)
 {
-  std::shared_ptr<const Handlers> replaced; // let go of after the mutex: handlers may log then
+  std::shared_ptr<const Handlers> replaced; // destroyed after unlocking, since that may log
   Log& log = theLog();
   const std::lock_guard lock(log.mutex);
   auto handlers = std::make_shared<Handlers>(*log.handlers);

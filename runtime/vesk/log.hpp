@@ -19,8 +19,8 @@
 namespace vesk::log
 {
 
-/// How grave a message is. A category lets through the messages at its own level and at the
-/// graver ones, that is, with numbers not above it. The numbers are the runtime's.
+/// How grave a message is: the lower the number, the graver. A category lets through messages at
+/// its own level and graver ones. The numbers are fixed by the runtime.
 enum class Level : int
 {
   Silent = 0, ///< as a category's level: nothing gets through; no message has it

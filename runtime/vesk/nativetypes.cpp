@@ -14,7 +14,7 @@ std::optional<Wide> toWhole(const Number& number)
   using Limits = std::numeric_limits<Wide>;
   if (const auto* floating = std::get_if<double>(&number))
   {
-    // The lowest number and the one above the highest are powers of two, which a double holds.
+    // Both bounds, the minimum and the maximum plus 1, are exact as a double.
     const bool isWhole = std::trunc(*floating) == *floating;
     const bool isInRange = *floating >= static_cast<double>(Limits::min()) &&
                            *floating < std::ldexp(1.0, Limits::digits);

@@ -52,7 +52,7 @@ public:
   {
     if constexpr (std::is_nothrow_move_constructible_v<Value>)
     {
-      // Copied once and all or nothing, which operator= need not be.
+      // If copying throws, the target is unchanged; operator= does not guarantee that.
       Value copied(of(source));
       std::destroy_at(&of(target));
       new (target) Value(std::move(copied));
@@ -88,12 +88,12 @@ private:
 
 namespace detail
 {
-/// The number as a whole one of this type, when it is one.
+/// The number as an integer of this type; none when it is not whole or out of range.
 VESK_EXPORT std::optional<std::int64_t> toSigned(const Number& number);
 VESK_EXPORT std::optional<std::uint64_t> toUnsigned(const Number& number);
 VESK_EXPORT double toDouble(const Number& number);
 
-/// The name of a type that nothing is known of, as C++ writes it.
+/// The demangled C++ name of a type, for types of unknown kind.
 VESK_EXPORT std::string nameOf(const std::type_info& info);
 } // namespace detail
 

@@ -28,7 +28,8 @@ struct Extent
 
 constexpr std::size_t mostValues = 65536;
 
-/// Throws std::invalid_argument where that is beyond the bounds.
+/// The extent of \p outer with one more part, \p inner. Throws std::invalid_argument when it
+/// exceeds the bounds.
 Extent around(const Extent& outer, const Extent& inner)
 {
   const Extent extent{std::max(outer.depth, inner.depth + 1), outer.values + inner.values};
@@ -50,7 +51,7 @@ public:
   Extent extent;
 };
 
-/// Of a type that is not described while the program runs, only itself counts.
+/// A type that was not described at run time counts as one value, whatever it contains.
 Extent extentOf(const TypeInterface* type)
 {
   const auto* const runtimeType = dynamic_cast<const HasExtent*>(type);
@@ -121,7 +122,7 @@ class RuntimeList : public RuntimeType<ListTypeInterface>
 public:
   explicit RuntimeList(TypeInterface* elementType) : type(elementType)
   {
-    extent.depth = around(extent, extentOf(elementType)).depth; // and by default it is empty
+    extent.depth = around(extent, extentOf(elementType)).depth; // a default list has no values
   }
 
   TypeInterface* elementType() const override { return type; }

@@ -23,8 +23,8 @@ constexpr Member<Struct, Value> member(const char* name, Value Struct::*pointer)
   return {name, pointer};
 }
 
-/// Describes a struct to the type system, where it is specialised for one. That has to be seen
-/// wherever the type system is asked about the struct, so it stands beside the struct:
+/// Specialise this template to describe a struct to the type system. The specialisation must be
+/// visible wherever the type system is asked about the struct, so put it next to the struct:
 ///
 /// \code
 /// struct Point { double x; double y; };
@@ -41,10 +41,10 @@ constexpr Member<Struct, Value> member(const char* name, Value Struct::*pointer)
 /// in which peers see them. An element of the tuple may be of another class that has a `name` and a
 /// `pointer`. Where members are private, the struct befriends its description.
 ///
-/// A struct that has got members since its first version, and is to be exchanged with peers of that
-/// version, lists their names as well, as in `static constexpr std::array addedFields{"z"};`. Where a
-/// peer lacks them they get the default of their type, not of the struct: a bool becomes false (see
-/// StructVersioningDelegateAddFields).
+/// If members were added after the struct's first version, and it is to be exchanged with peers of
+/// that version, list the added names as well: `static constexpr std::array addedFields{"z"};`.
+/// Members that a peer lacks get the default of their type, not of the struct: a bool becomes false
+/// (see StructVersioningDelegateAddFields).
 template <typename Struct>
 struct StructDescription;
 

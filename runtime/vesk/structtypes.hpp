@@ -52,7 +52,7 @@ constexpr bool haveDifferentNames(const std::tuple<Members...>& members)
 }
 } // namespace detail
 
-/// What a struct's StructDescription says, as the type system asks for it.
+/// Implements the type system's interface for a struct from its StructDescription.
 template <typename Struct>
 class StructType : public NativeType<Struct, StructTypeInterface>
 {
@@ -120,8 +120,8 @@ private:
 };
 
 /// Describes a public class whose members are those of a private record: values are created, copied
-/// and destroyed as the public class, and all else goes on to the record's description, applied to
-/// the value's record.
+/// and destroyed as the public class; everything else is forwarded to the record's description and
+/// applied to the value's record.
 template <typename Public, typename Record>
 class StructTypeInterfaceBouncer : public NativeType<Public, StructTypeInterface>
 {

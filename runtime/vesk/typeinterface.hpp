@@ -33,12 +33,12 @@ enum class TypeKind
 /// Describes one type, so that its values can be held and handled by code that was compiled without
 /// it.
 ///
-/// Values are passed by address; whoever calls sees to it that they are of the described type. The
-/// addresses that describing a value's parts gives are those of the parts in the value, valid until
-/// it changes. Looking at parts must not change the value, since constant values are looked into as
-/// well. A description never changes and lives to the end of the process, so that any thread
-/// may use it, as far as it has the values for itself. What the native type's own operations throw
-/// passes through.
+/// Values are passed by address; the caller ensures that they are of the described type. Functions
+/// that return the address of a part return a pointer into the value, valid until the value
+/// changes. Looking up a part must not change the value, since parts of constant values are looked
+/// up, too. A description never changes and lives to the end of the process, so any thread may use
+/// it on values that no other thread uses. Exceptions of the native type's own operations pass
+/// through.
 class VESK_EXPORT TypeInterface
 {
 public:
@@ -47,9 +47,9 @@ public:
   virtual ~TypeInterface();
 
   virtual TypeKind kind() const = 0;
-  /// For people and, of structs, for peers, which look types up by it.
+  /// For people; peers also look up structs by it.
   virtual std::string name() const = 0;
-  /// The native type; that of void when the type was described at run time and has none.
+  /// The native type; typeid(void) for a type described at run time, which has none.
   virtual const std::type_info& info() const = 0;
 
   /// A new default value, to be given to destroy(). Values of a native type are made by `new`, here
@@ -66,8 +66,8 @@ protected:
   TypeInterface() = default;
 };
 
-/// Whether values of the two types are the same to C++. Types described at run time are the same
-/// only when their descriptions are.
+/// Whether the two descriptions are of the same C++ type. Types described at run time are the same
+/// only when both references are to one description.
 VESK_EXPORT bool isSameType(const TypeInterface& left, const TypeInterface& right);
 
 /// A number of any native type.
@@ -79,7 +79,8 @@ class VESK_EXPORT NumberTypeInterface : public TypeInterface
 public:
   virtual Number number(const void* value) const = 0;
   /// False, and nothing is changed, when \p number does not fit: when an integer type cannot hold
-  /// it as it is, or when it lies outside the range of a floating-point type, which rounds.
+  /// it exactly, or when it is finite but out of range for a floating-point type, which may round
+  /// it.
   virtual bool setNumber(void* value, const Number& number) const = 0;
 };
 
@@ -117,7 +118,7 @@ public:
   virtual std::vector<std::pair<const void*, void*>> entries(void* map) const = 0;
   /// The address of the value under \p key; null when there is none.
   virtual void* find(void* map, const void* key) const = 0;
-  /// The address of the value under \p key, a default one where there was none.
+  /// The address of the value under \p key; a default value is inserted first if there is none.
   virtual void* insert(void* map, const void* key) const = 0;
   virtual void clear(void* map) const = 0;
 };
@@ -145,13 +146,13 @@ public:
   /// Makes a member a copy of \p source, which is of the member's type. Throws as member() does.
   void setMember(void* value, std::size_t index, const void* source) const;
 
-  /// Asked when a peer's value with other members is to become \p value, which is a default one; the
-  /// members that both have are converted later. True when it can, and the missing members are
-  /// filled then. As it stands here, it cannot.
+  /// Called when a peer's value with other members is to be converted to \p value, a default value
+  /// so far. Returns whether that is possible; if so, it has filled the missing members. The common
+  /// members are converted later. The default implementation returns false.
   virtual bool convertFrom(void* value, const MemberDifference& difference) const;
-  /// Asked when a value is to become a peer's, and the peer itself has not agreed: true when it can,
-  /// that is, when the peer can do without the missing members, and with nothing for the surplus.
-  /// As it stands here, it cannot.
+  /// Called when a value is to be converted to a peer's struct whose convertFrom() has returned
+  /// false. Returns whether the peer can do without the members that it is missing, and with
+  /// defaults for its surplus ones. The default implementation returns false.
   virtual bool convertTo(const MemberDifference& difference) const;
 };
 

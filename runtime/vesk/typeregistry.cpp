@@ -16,11 +16,11 @@ struct Registry
 {
   std::shared_mutex mutex;
   std::map<std::string, TypeInterface*> structs;
-  // By index, not by address: each library has a type_info of its own of a hidden type.
+  // By index, not by address: each library has its own type_info of a type with hidden visibility.
   std::unordered_map<std::type_index, TypeInterface*> types;
   std::vector<TypeInterface*> registered;
 
-  /// So that nothing is registered by half when there is no memory.
+  /// Allocates in advance, so that nothing is half registered when memory runs out.
   void makeRoom()
   {
     if (registered.size() == registered.capacity())
@@ -109,8 +109,8 @@ std::vector<std::string> registeredNames()
     const std::shared_lock lock(registry.mutex);
     types = registry.registered;
   }
-  std::vector<std::string>
-      names; // asked for without the lock: naming a list describes its elements
+  // Without the lock, since naming a list may add a description of its elements to the registry.
+  std::vector<std::string> names;
   names.reserve(types.size());
   for (const TypeInterface* type : types)
   {

@@ -13,7 +13,7 @@
 namespace vesk
 {
 
-/// The runtime's, and the same for all that is built against it.
+/// A constant of the runtime; all that is built against it must have the same value.
 inline constexpr int interfaceMarkerLength = 11;
 
 /// What the process knows of types. Descriptions given to it belong to it and live to the end of the
@@ -22,13 +22,13 @@ inline constexpr int interfaceMarkerLength = 11;
 /// with `-z nodelete`, as the CMake target vesk::vesk and pkg-config do.
 /// \{
 
-/// Makes a struct's description known by its name. False when \p type is null or no struct's, or
-/// when another has the name, which keeps it.
+/// Makes a struct's description known by its name. False when \p type is null or does not describe
+/// a struct, or when the name is taken already; the earlier description keeps it.
 VESK_EXPORT bool registerStruct(TypeInterface* type);
 
-/// Binds a native type to its description; to be done before typeOf() is first asked for it. False
-/// when \p type is null or describes another type, or when the native type has a description, which
-/// stays: others may hold it by now.
+/// Binds a native type to its description; must be called before the first typeOf() for that type.
+/// False when \p type is null or describes another type, or when the native type already has a
+/// description; that one stays, since others may hold it by now.
 VESK_EXPORT bool registerType(const std::type_info& info, TypeInterface* type);
 
 /// The description bound to a native type; null when there is none.
@@ -45,8 +45,8 @@ VESK_EXPORT std::vector<std::string> registeredNames();
 
 namespace detail
 {
-/// The description bound to a native type; when there is none yet, what \p describe makes, which
-/// is called once per type in the process and must not ask for types itself.
+/// The description bound to a native type. When there is none yet, binds the one that \p describe
+/// makes. It is called once per type in the process, and must not call the registry itself.
 VESK_EXPORT TypeInterface* getTypeOrDescribe(const std::type_info& info,
                                              std::unique_ptr<TypeInterface> (*describe)());
 } // namespace detail

@@ -9,8 +9,8 @@
 #include <map>
 
 /// \file
-/// The type system: descriptions of types by which values are held, reached into and converted by
-/// code that does not know the types (see AnyValue).
+/// The type system: descriptions of types, with which code can hold, inspect and convert values of
+/// types that it does not know (see AnyValue).
 ///
 /// typeOf<T>() gives the description of a type. bool, integers, floating-point numbers, std::string,
 /// std::vector (but not of bool), std::list, std::map, std::pair and AnyValue have one; a struct gets
@@ -88,8 +88,8 @@ std::unique_ptr<TypeInterface> describe()
 }
 } // namespace detail
 
-/// The description of a C++ type: the registered one, or else the one that is made when it is first
-/// asked for, once in the process. Never null.
+/// The description of a C++ type: the registered one, else one that is made on first use, once in
+/// the process. Never null.
 template <typename Value>
 TypeInterface* typeOf()
 {

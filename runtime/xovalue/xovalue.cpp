@@ -26,8 +26,8 @@ const Value& undying() noexcept
 }
 } // namespace
 
-// Arrays wait in a list until they are copied: strangers decide how deep they are nested.
-XOValue::XOValue(const XOValue& other) : XOValue() // so that it is destroyed when memory runs out
+// Keeps a list of arrays to copy instead of recursing: untrusted input decides how deep they nest.
+XOValue::XOValue(const XOValue& other) : XOValue() // delegates, so that ~XOValue() runs on a throw
 {
   std::vector<std::pair<const XOValue*, XOValue*>> waiting;
   const auto copyOrPostpone = [&waiting](const XOValue& source, XOValue& copy)
@@ -52,7 +52,7 @@ XOValue::XOValue(const XOValue& other) : XOValue() // so that it is destroyed wh
     const auto [source, copy] = waiting.back();
     waiting.pop_back();
     copy->arraySetSize(source->getSize());
-    for (int i = source->getSize() - 1; i >= 0; --i) // so that the first array is the next
+    for (int i = source->getSize() - 1; i >= 0; --i) // so that the first array is copied next
     {
       copyOrPostpone((*source)[i], (*copy)[i]);
     }
@@ -88,9 +88,10 @@ void XOValue::takeFrom(XOValue& other) noexcept
   kind = std::exchange(other.kind, Kind::Empty);
 }
 
-// Arrays wait in a list until they are destroyed: strangers decide how deep they are nested. The list
-// is in the arrays themselves, since memory may have run out. An array goes before those in it, and
-// they go in the order in which they are usually made, which is the fastest for the allocator.
+// Keeps a list of arrays to destroy instead of recursing: untrusted input decides how deep they
+// nest. The list is linked through the arrays, since there may be no memory for it. An array is
+// freed before the arrays in it, and these in the order of their usual allocation: fastest for the
+// allocator.
 void XOValue::destroyContent() noexcept
 {
   if (isString())
@@ -150,7 +151,8 @@ XOValue& XOValue::throwOutOfRange(int index) const
                           std::to_string(getSize()));
 }
 
-// Arrays wait in a list until they are compared: strangers decide how deep they are nested.
+// Keeps a list of arrays to compare instead of recursing: untrusted input decides how deep they
+// nest.
 bool operator==(const XOValue& left, const XOValue& right)
 {
   std::vector<std::pair<const XOValue*, const XOValue*>> waiting;
@@ -204,12 +206,12 @@ struct Printed
 {
   const XOValue* array;
   const XOValue* next;
-  bool isNested; ///< arrays are in it
+  bool isNested; ///< it contains arrays
 };
 
 void breakLine(std::ostream& out, bool isNested, std::size_t depth)
 {
-  // Further in, lines of nothing but blanks would make the text grow with the square of the depth.
+  // Without this bound, the blanks would make the output grow with the square of the depth.
   constexpr std::size_t deepest = 50;
   if (isNested)
   {
@@ -218,7 +220,8 @@ void breakLine(std::ostream& out, bool isNested, std::size_t depth)
 }
 } // namespace
 
-// Arrays of which a part is printed wait in a list: strangers decide how deep they are nested.
+// Keeps a list of half-printed arrays instead of recursing: untrusted input decides how deep they
+// nest.
 std::ostream& operator<<(std::ostream& out, const XOValue& value)
 {
   std::vector<Printed> waiting;

@@ -26,17 +26,18 @@ namespace XO
 /// const std::string& uuid = std::as_const(pair)[1];
 /// \endcode
 ///
-/// Values come from strangers, so that reading never fails: past the end of an array, and inside a
-/// value that is no array, there is an empty value, and a value read as another kind than its own
-/// gives an empty text, false or the size 0. Writing there throws.
+/// Values come from untrusted sources, so reading never fails: an index past the end of an array,
+/// or into a value that is no array, gives an empty value; a value read as another kind gives an
+/// empty text, false or the size 0. Writing to such an index throws.
 ///
 /// A copy shares nothing with its source. An empty value, a bool and a text of up to 15 bytes need
 /// no memory beside the value itself; an array needs one allocation, which holds its values. A value
-/// moved from is empty. A value may be assigned a part of itself, and a part a copy of the whole; but
-/// the whole must not be moved into a part of it, as swapping the two does: it would hold itself and
-/// never be freed. However deep arrays are nested, copying, comparing, printing and destroying take no
-/// more of the stack, and destroying takes no memory. Threads may read one value at once; who writes
-/// must be alone, where distinct elements count as distinct values.
+/// moved from is empty. A value may be assigned a part of itself, and a part may be assigned a copy
+/// of the whole. But the whole must not be moved into a part of itself, not even by swapping the
+/// two: it would contain itself and never be freed. Copying, comparing, printing and destroying use
+/// no more stack for deeper nesting, and destroying allocates nothing. Threads may read one value
+/// at once; a thread that writes must be the only user of that value. Distinct elements are
+/// distinct values.
 ///
 /// When memory runs out, std::bad_alloc is thrown, and the value is as it was.
 class XOVALUE_EXPORT XOValue
@@ -58,7 +59,7 @@ public:
     new (&content.text) std::string(std::move(text));
   }
   explicit XOValue(std::string_view text) : XOValue(std::string(text)) {}
-  /// A text from a NUL-terminated one; a null pointer gives an empty text.
+  /// A text from a NUL-terminated string; a null pointer gives an empty text.
   XOValue(const char* text) : XOValue(std::string(text != nullptr ? text : "")) {}
   /// A bool, and nothing that merely converts to one, as pointers do.
   template <typename Bool, IfBool<Bool> = 0>
@@ -66,7 +67,7 @@ public:
   {
     content.flag = flag;
   }
-  XOValue(int) = delete; ///< there are no numbers; and a 0 is no null pointer
+  XOValue(int) = delete; ///< there are no numbers, and 0 must not convert to a null pointer
   XOValue(std::nullptr_t) = delete;
 
   /// Makes this a copy of another value, which may be a part of this one.
@@ -78,7 +79,7 @@ public:
     takeFrom(taken);
     return *this;
   }
-  /// Makes this a text: of a std::string or a NUL-terminated one.
+  /// Makes this a text, from a std::string, a string view or a NUL-terminated string.
   template <typename Text, IfText<Text> = 0>
   XOValue& operator=(const Text& text)
   {
@@ -100,7 +101,7 @@ public:
   bool isBool() const noexcept { return kind == Kind::Bool; }
   bool isArray() const noexcept { return kind == Kind::Array; }
 
-  /// The text; an empty one that lives to the end of the program when this is no text.
+  /// The text; when this is no text, an empty one that lives to the end of the program.
   /// \{
   const std::string& toString() const noexcept;
   operator const std::string&() const noexcept { return toString(); }
@@ -133,8 +134,8 @@ public:
   /// value that is no array.
   XOValue& operator[](int index) { return has(index) ? begin()[index] : throwOutOfRange(index); }
 
-  /// The values of the array, for loops; none when this is no array. Like references to elements, what
-  /// these give is good until the array is assigned to, given a size or destroyed.
+  /// The values of the array, for loops; none when this is no array. Like references to elements,
+  /// these pointers are valid until the array is assigned to, given a size or destroyed.
   /// \{
   const XOValue* begin() const noexcept { return isArray() ? valuesOf(content.array) : nullptr; }
   const XOValue* end() const noexcept { return begin() + getSize(); }
@@ -156,11 +157,11 @@ private:
     String,
     Array
   };
-  /// What stands before the values of an array, in the same memory.
+  /// The header of an array; its values follow in the same allocation.
   struct Array
   {
     int size;
-    Array* next; ///< while arrays are destroyed: the one after this
+    Array* next; ///< the array to destroy after this one; used only while destroying
   };
   union Content
   {
@@ -192,9 +193,9 @@ private:
   Content content;
 };
 
-/// Prints the value in the form of JSON, the empty value as null. An array that holds arrays takes
-/// a line for each of its values, indented by 2, but for what is nested more than 50 deep. Bytes that
-/// are no UTF-8 go out as they are.
+/// Prints the value as JSON, the empty value as null. An array that contains arrays has a line for
+/// each of its values, indented by 2 for each level up to the 50th. Invalid UTF-8 is printed as it
+/// is.
 XOVALUE_EXPORT std::ostream& operator<<(std::ostream& out, const XOValue& value);
 
 } // namespace XO

@@ -119,7 +119,7 @@ private:
 
   std::shared_ptr<Job> take()
   {
-    // Apart from the results, since a list of files that comes from a pipe may have to be waited for.
+    // Not the mutex of the results, since reading a list of files from a pipe may block.
     const std::lock_guard<std::mutex> turn(filesMutex);
     {
       std::unique_lock<std::mutex> lock(mutex);
@@ -178,7 +178,7 @@ private:
   std::deque<std::shared_ptr<Job>> unprinted; // in the order of files
   Progress progress;
   ExitCode code = Done;
-  bool isFull = false; // standard output takes no more, of which main() tells
+  bool isFull = false; // standard output takes no more; main() reports that
 };
 } // namespace
 

@@ -22,7 +22,7 @@ public:
   CommandLine& operator=(const CommandLine&) = delete;
 
   CLI::App app;
-  /// What the verb gave.
+  /// The exit code of the verb.
   ExitCode code = Done;
 
 private:

@@ -10,16 +10,16 @@ namespace tool
 {
 namespace
 {
-/// A text in more places than this is not tried in all of them, which could take the time of the
-/// square of their number: each takes the next that is free.
+/// A text in more places than this is not tried in all of them, which could take quadratic time:
+/// each occurrence takes the next free place.
 constexpr std::size_t mostPlaces = 32;
 
-/// The longest chain of pairs, whose first indexes do not decrease, in which the second increase
-/// (patience sorting).
+/// The longest chain of pairs in which the second indexes increase (patience sorting). The first
+/// indexes in \p pairs must not decrease.
 IndexPairs increasing(const IndexPairs& pairs)
 {
-  // Of the chains of each length, the last pair of that which can best be continued; of each pair,
-  // the one before it in its chain.
+  // ends: for each length, the last pair of the chain that is easiest to continue. previous: for
+  // each pair, the pair before it in its chain.
   std::vector<std::size_t> ends;
   std::vector<std::size_t> previous(pairs.size());
   for (std::size_t i = 0; i < pairs.size(); ++i)
@@ -61,7 +61,7 @@ IndexPairs commonSubsequence(const std::vector<std::string>& first,
                                    .first -
                                first.rbegin());
 
-  // A chain has one pair of each index, since those of one in the first list come last to first.
+  // The places of a text are listed from last to first, so a chain uses each first index only once.
   std::unordered_map<std::string_view, std::vector<std::size_t>> places;
   for (std::size_t i = second.size() - tail; i-- > head;)
   {

@@ -13,9 +13,9 @@ namespace tool
 /// Indexes into a first and a second list.
 using IndexPairs = std::vector<std::pair<std::size_t, std::size_t>>;
 
-/// Pairs equal texts of two lists so that both indexes increase: as many as can be unless a text is
-/// in more than 32 places, else nearly so. Takes time in proportion to n log n, whatever the lists
-/// are.
+/// Pairs equal texts of two lists so that both indexes increase: as many as possible, or nearly as
+/// many when a text is in more than 32 places. Takes time in proportion to n log n, whatever the
+/// lists are.
 IndexPairs commonSubsequence(const std::vector<std::string>& first,
                              const std::vector<std::string>& second);
 

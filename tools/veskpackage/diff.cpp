@@ -27,7 +27,7 @@ void printText(const Difference& difference)
   }
 }
 
-/// One side of all differences is null where it has no such field.
+/// "before" or "after" is null where that manifest has no such field.
 void printJson(const std::vector<Difference>& all)
 {
   std::cout << '[';

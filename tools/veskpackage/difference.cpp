@@ -25,8 +25,8 @@ struct Element
 };
 using Elements = std::vector<Element>;
 
-/// By what the elements of two lists are paired: each further way serves for what the one before
-/// has left over between its pairs.
+/// How the elements of two lists are paired. Each way is applied to the elements that the one
+/// before it has left over between its pairs.
 enum class PairedBy
 {
   Content,

@@ -18,25 +18,26 @@ struct FieldValue
   vesk::AnyConstReference value;
 };
 
-/// A part that two values do not have alike. The two paths differ in indexes when elements were
-/// added or removed in front.
+/// A part in which two values differ. The two paths have different indexes when elements were added
+/// or removed in front.
 struct Difference
 {
   FieldValue before;
   FieldValue after;
 
-  /// Where it is for people: in the second value, or in the first what only that has.
+  /// The path to show to people: the one in the second value, or in the first if only that has the
+  /// part.
   const FieldPath& path() const { return after.value.isValid() ? after.path : before.path; }
 };
 
-/// In what two values of one type differ: structs by their members, maps by their keys, in the order
-/// in which they hold them. Elements of lists are compared with those that they have become: first
-/// equal ones in the same order, between these structs whose first member is equal (it tells what
-/// they are), and what is left over there in turn; a moved element is one that is removed and one
-/// that is added. It takes time in proportion to n log n. The views are of the two values' parts.
+/// The differences between two values of one type. Structs are compared by members and maps by
+/// keys, in their order. Elements of lists are paired before they are compared: first equal
+/// elements in the same order; between those, structs whose first member, which identifies them, is
+/// equal; and what is left over, in order. A moved element is reported as removed and added. Takes
+/// time in proportion to n log n. The views refer to parts of the two values.
 ///
-/// Members go by their friendly names. Values of different types differ as a whole; those of a type
-/// that nothing is known of never do.
+/// Paths have the friendly names of members. Values of different types differ as a whole; values of
+/// a type of unknown kind never differ.
 std::vector<Difference> differences(const vesk::AnyConstReference& before,
                                     const vesk::AnyConstReference& after);
 

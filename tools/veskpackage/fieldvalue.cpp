@@ -111,8 +111,8 @@ View partOf(const View& whole, const FieldPath& path, std::size_t depth)
 void setPart(const AnyReference& whole, const FieldPath& path, std::size_t depth,
              const std::string& text);
 
-/// Adds the part to which the step at a depth leads. It is complete before, so that nothing has
-/// changed when there is an error in it.
+/// Adds the part to which the step at a depth leads. It is built completely before it is added, so
+/// that an error in it changes nothing.
 void addPart(const AnyReference& whole, const FieldPath& path, std::size_t depth,
              const std::string& text)
 {

@@ -134,8 +134,8 @@ void writeMainPage(const std::string& folder, const CLI::App& app,
   writeExitStatus(page);
 }
 
-/// What can stand behind an option, as words: a choice, which CLI11 describes as "{one,two}", or a
-/// rule's tag.
+/// The values that an option takes, separated by blanks: the choices, which CLI11 describes as
+/// "{one,two}", or the tags of rules.
 std::string valuesOf(const CLI::Option& option)
 {
   if (option.get_option_text().substr(0, 3) == "TAG")

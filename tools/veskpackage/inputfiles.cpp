@@ -119,7 +119,7 @@ std::optional<std::string> InputFiles::nextInFolders()
 
 bool InputFiles::enter(const std::string& path)
 {
-  std::error_code error; // of a file, or of a folder that must not be read
+  std::error_code error; // set for a file, and for a folder without the right to read it
   filesystem::directory_iterator entry(path, error);
   if (error)
   {

@@ -25,7 +25,7 @@ public:
 private:
   std::optional<std::string> nextNamed();
   std::optional<std::string> nextInFolders();
-  /// Goes into a folder next; false when it is none that can be read.
+  /// Continues with the files in a folder; false when \p path is not a readable folder.
   bool enter(const std::string& path);
 
   const Inputs& named;

@@ -91,7 +91,8 @@ OrderedJson jsonOf(const vesk::AnyConstReference& value)
   return nullptr;
 }
 
-/// Escapes the control characters that JSON lets stand, U+007F to U+009F: terminals act on them.
+/// Escapes the control characters that JSON leaves as they are, U+007F to U+009F: terminals act on
+/// them.
 std::string withEscapedControls(const std::string& json)
 {
   std::string escaped;

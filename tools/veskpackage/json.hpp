@@ -12,9 +12,10 @@ namespace tool
 {
 
 /// Any value that the type system describes as JSON: structs and maps with string keys as objects,
-/// members in published order; other maps as arrays of pairs; bytes that are no UTF-8 as U+FFFD; what
-/// nothing is known of, and what JSON has no number for, as null. Indented by \p indentation, on one
-/// line when that is negative. A struct is given \p furtherMembers behind its own.
+/// members in published order; other maps as arrays of pairs; bytes that are no UTF-8 as U+FFFD;
+/// values of unknown kind, and numbers that JSON cannot express, as null. Indented by
+/// \p indentation, on one line when that is negative. \p furtherMembers are added behind a struct's
+/// own.
 std::string
 toJson(const vesk::AnyConstReference& value, int indentation,
        const std::vector<std::pair<std::string, vesk::AnyConstReference>>& furtherMembers = {});

@@ -40,8 +40,8 @@ bool writeTo(QFileDevice& file, const std::string& content)
   return true;
 }
 
-/// Gives why it did not work, or nothing. The disk's own refusal may come only when all is on it, and
-/// the toolkit does not ask.
+/// Returns why it failed, or an empty text. Some write errors appear only when the data reaches the
+/// disk, and the toolkit does not wait for that.
 QString replaceFile(const QString& path, const std::string& content)
 {
   QSaveFile file(path);
@@ -49,7 +49,7 @@ QString replaceFile(const QString& path, const std::string& content)
   {
     return file.errorString();
   }
-  if (fdatasync(file.handle()) != 0 && errno != EINVAL) // which says that there is nothing to sync
+  if (fdatasync(file.handle()) != 0 && errno != EINVAL) // EINVAL: there is nothing to sync
   {
     return qt_error_string(errno);
   }

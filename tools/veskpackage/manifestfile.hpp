@@ -29,8 +29,8 @@ struct Manifest
 /// Larger files are refused: in memory, a parsed manifest can take 90 times its size.
 inline constexpr int mostMebibytes = 32;
 
-/// All that is in \p file, or comes from standard input when that is "-". When it cannot be read or is
-/// too large, gives none and says why.
+/// The content of \p file, or of standard input when that is "-". When it cannot be read or is too
+/// large, returns none, and \p trouble says why.
 std::optional<QByteArray> readBytes(const std::string& file, std::string& trouble);
 
 /// Loads the manifest in \p file, or from standard input when that is "-"; where asked for, also by
@@ -43,7 +43,7 @@ ExitCode forEachManifest(const Inputs& inputs,
                          const std::function<ExitCode(Manifest& manifest, std::ostream& out,
                                                       std::ostream& complaints)>& work);
 
-/// What a file with this content gives; it must be a manifest.
+/// The package read from a file with this content, which must be a manifest.
 vesk::PackageInfo packageIn(const std::string& content);
 
 /// What PackageInfo::saveToManifestFile() writes.
@@ -54,7 +54,7 @@ std::string manifestOf(const vesk::PackageInfo& package);
 bool writeFile(const std::string& content, const std::string& file, std::ostream& out,
                std::ostream& complaints);
 
-/// Where a manifest goes that is written anew.
+/// Where a manifest is written to.
 struct Target
 {
   std::string output = "-"; ///< a file or standard output
@@ -62,9 +62,9 @@ struct Target
   bool isForced = false;    ///< also where something is lost
 };
 
-/// Writes \p manifest where it is to go; one from standard input goes to \p out. Where it takes the
-/// place of the file that it was read from and something would be lost that the file has, says what,
-/// and does so only when it is forced.
+/// Writes \p manifest to \p target; one from standard input goes to \p out. When it would replace
+/// the file that it was read from, and lose something that the file has, prints what, and does not
+/// write unless it is forced to.
 ExitCode writeManifest(const Manifest& manifest, const Target& target, std::ostream& out,
                        std::ostream& complaints);
 

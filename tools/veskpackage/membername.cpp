@@ -11,8 +11,8 @@ namespace tool
 {
 namespace
 {
-/// Whether one may have been mistyped for the other: but for a character or two in one place, and
-/// less than half of them, they are the same.
+/// Whether one may be a typing error for the other: they differ in one place only, by at most two
+/// characters and less than half of the longer name.
 bool areAlike(const std::string& left, const std::string& right)
 {
   const auto& [shorter, longer] =

@@ -13,8 +13,8 @@ namespace tool
 /// in a package's variant form. Most are called as they are registered.
 std::string friendlyName(const std::string& memberName);
 
-/// The member of a struct that the step at a depth names, in either way. Throws FieldError when there
-/// is none.
+/// The member of a struct that the step at a depth names, by its registered or its friendly name.
+/// Throws FieldError when there is none.
 std::size_t memberIndex(const vesk::StructTypeInterface& type, const FieldPath& path,
                         std::size_t depth);
 

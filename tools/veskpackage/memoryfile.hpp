@@ -18,7 +18,7 @@ public:
 
   QByteArray content;
 
-  // Past QFile, which would go to the disk.
+  // Bypass QFile, which would access the disk.
   // NOLINTBEGIN(bugprone-parent-virtual-call)
   bool open(OpenMode mode) override { return QIODevice::open(mode | Unbuffered); }
   void close() override { QIODevice::close(); }

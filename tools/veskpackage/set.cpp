@@ -10,7 +10,7 @@ namespace
 {
 using Assignments = std::vector<std::pair<FieldPath, std::string>>;
 
-/// The first field that was set, but that what is written does not give back; empty when all do.
+/// The first field that was set but differs once written and read again; empty when there is none.
 std::string notKept(const vesk::PackageInfo& edited, const vesk::PackageInfo& written,
                     const Assignments& assignments)
 {

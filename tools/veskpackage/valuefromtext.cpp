@@ -14,7 +14,7 @@ using vesk::TypeKind;
 
 namespace
 {
-using Json = nlohmann::json; // the ordered kind walks all members to find one
+using Json = nlohmann::json; // ordered_json would search all members to find one
 
 template <typename Interface>
 const Interface& describedAs(const AnyReference& value)
@@ -27,7 +27,7 @@ bool isNumber(const vesk::TypeInterface& type)
   return type.kind() == TypeKind::Integer || type.kind() == TypeKind::Float;
 }
 
-/// What sets a value of a type.
+/// Says what text a value of a type can be set to.
 std::string expected(const vesk::TypeInterface& type)
 {
   switch (type.kind())

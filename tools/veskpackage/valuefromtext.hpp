@@ -9,9 +9,10 @@
 namespace tool
 {
 
-/// A value of a type: for strings the text as it is, for all else what it says in JSON. Objects make
-/// structs, whose further members get their default, and maps. Throws FieldError when the type takes
-/// nothing of the kind; \p path is where the value will be.
+/// Converts a text to a value of a type: for a string takes it as it is, for all else parses it as
+/// JSON. JSON objects become structs, whose other members get their default, or maps. Throws
+/// FieldError when the text does not suit the type; \p path, where the value will be, is for its
+/// message.
 vesk::AnyValue valueFromText(const vesk::TypeInterface& type, const std::string& text,
                              FieldPath path);
 
