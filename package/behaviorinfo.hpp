@@ -87,7 +87,7 @@ public:
   /// name, in any order; unknown ones are skipped, and repeated ones add to maps and lists.
   /// Adjacent equal permissions become one; whether they are supported is not checked. Any other
   /// value gives an empty behavior; a part of the wrong kind is read as an empty value.
-  explicit BehaviorInfo(const XO::XOValue& value);
+  BehaviorInfo(const XO::XOValue& value);
   ~BehaviorInfo();
 
   std::string path() const;

@@ -52,7 +52,7 @@ public:
   /// A dialog from its variant form: an array of exactly 3 pairs [name, value], identified by
   /// position. Any other value gives a default dialog; a part of the wrong kind is read as an empty
   /// value.
-  explicit DialogInfo(const XO::XOValue& value);
+  DialogInfo(const XO::XOValue& value);
   ~DialogInfo();
 
   std::string topicName() const;

@@ -47,7 +47,7 @@ public:
   LanguageInfo operator=(const LanguageInfo& other);
   /// A language pack from its variant form: an array of 5 pairs [name, value], identified by
   /// position. What is missing or of the wrong kind is read as an empty value.
-  explicit LanguageInfo(const XO::XOValue& value);
+  LanguageInfo(const XO::XOValue& value);
   ~LanguageInfo();
 
   /// Where the pack lies, relative to the package.

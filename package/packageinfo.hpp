@@ -137,7 +137,7 @@ public:
   /// are read as well. Pairs are identified by position; their names are ignored. Any other value
   /// gives an empty package; a part of the wrong kind is read as an empty value. Never throws for a
   /// bad value.
-  explicit PackageInfo(const XO::XOValue& value);
+  PackageInfo(const XO::XOValue& value);
   /// Copies the texts, sections and contents that a package has, whether loadManifest() has read
   /// them or a caller has stored them. Web content is dropped, repeated supported languages are
   /// kept once, and there are no description languages, since loadManifest() skips them. Throws
@@ -241,9 +241,10 @@ public:
   /// a message in the log category "veskpackage", at the level of errors, says why and where. A
   /// manifest that would cost the parser too much stack, memory or time is treated as not
   /// well-formed: elements nested more than 256 deep, elements with more than 1,024 attributes,
-  /// more than 32 namespace prefixes declared at once, and a document type with more than 256
-  /// nested parentheses or 256 entities, or whose entities hold more than 1,048,576 characters or
-  /// 1,024 references or bring in more than 1,048,576 characters. External entities are never read.
+  /// in a text more than 32 namespace prefixes declared at once, and a document type with more than
+  /// 256 nested parentheses or 256 entities, or whose entities hold more than 1,048,576 characters
+  /// or 1,024 references or bring in more than 1,048,576 characters. External entities are never
+  /// read.
   /// \{
 
   /// Reads the file at \p path (UTF-8).

@@ -35,6 +35,10 @@ XOValue resized(const XOValue& value, int size)
 
 TEST(Variant, HasTheLayoutThatModulesRelyOn)
 {
+  static_assert(std::is_convertible_v<const XOValue&, PackageInfo> &&
+                std::is_convertible_v<const XOValue&, BehaviorInfo> &&
+                std::is_convertible_v<const XOValue&, DialogInfo> &&
+                std::is_convertible_v<const XOValue&, LanguageInfo>);
   EXPECT_EQ(printed(variantOf(filled<PackageInfo>())) + "\n",
             contentOf(GOLDEN_FILES "/filled.variant.json"));
   EXPECT_EQ(printed(variantOf(PackageInfo())), "[]");

@@ -10,7 +10,8 @@ namespace vesk
 
 BehaviorInfo::BehaviorInfo(const XO::XOValue& value) : BehaviorInfo()
 {
-  for (int i = 0; i < value.getSize(); ++i)
+  const int size = isArray(value) ? value.getSize() : 0;
+  for (int i = 0; i < size; ++i)
   {
     const std::string& name = value[i][0];
     forEachMember<BehaviorInfoPrivate>(
@@ -29,7 +30,7 @@ void BehaviorInfo::toXOValue(XO::XOValue& out) const { writePairs(*record, out);
 
 DialogInfo::DialogInfo(const XO::XOValue& value) : DialogInfo()
 {
-  if (value.getSize() == static_cast<int>(describedMembers<DialogInfoPrivate>))
+  if (isArray(value) && value.getSize() == static_cast<int>(describedMembers<DialogInfoPrivate>))
   {
     readPairs(*record, value);
   }

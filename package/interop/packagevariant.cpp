@@ -94,7 +94,8 @@ namespace vesk
 
 PackageInfo::PackageInfo(const XO::XOValue& value) : PackageInfo()
 {
-  if (value.getSize() >= pairsBeforeDialogs && value.getSize() <= pairsWithDescriptionLanguages)
+  if (isArray(value) && value.getSize() >= pairsBeforeDialogs &&
+      value.getSize() <= pairsWithDescriptionLanguages)
   {
     fromXOValue(*this, value);
   }

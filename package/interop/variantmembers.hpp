@@ -13,6 +13,9 @@
 namespace vesk
 {
 
+/// Whether the value has a size that counts values: other libraries may count a text's characters.
+inline bool isArray(const XO::XOValue& value) { return value.isValid() && value.isArray(); }
+
 inline void writeValue(const std::string& text, XO::XOValue& out) { out = text; }
 
 inline void writeValue(bool flag, XO::XOValue& out) { out = flag; }

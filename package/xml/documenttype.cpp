@@ -51,6 +51,8 @@ private:
 class LimitHandler : public QXmlDefaultHandler
 {
 public:
+  explicit LimitHandler(Namespaces namespaces) : elements(namespaces) {}
+
   /// Watches what the parser reads; false when that goes beyond a limit.
   bool watch(QChar c)
   {
@@ -180,9 +182,9 @@ private:
 };
 } // namespace
 
-std::optional<LoadError> checkLimitsWithDocumentType(const QString& text)
+std::optional<LoadError> checkLimitsWithDocumentType(const QString& text, Namespaces namespaces)
 {
-  LimitHandler handler;
+  LimitHandler handler(namespaces);
   WatchedSource source(text, handler);
   QXmlSimpleReader reader;
   reader.setFeature(QStringLiteral("http://xml.org/sax/features/namespaces"), false);

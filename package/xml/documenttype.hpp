@@ -3,6 +3,7 @@
 #define PACKAGE_XML_DOCUMENTTYPE_HPP
 
 #include <package/loaderror.hpp>
+#include <package/xml/openelements.hpp>
 
 #include <QString>
 
@@ -15,7 +16,7 @@ namespace vesk
 /// goes beyond the limits. Only the parser knows what entities expand to, so the parser is watched.
 /// A document that is malformed before it reaches a limit is not refused here: the parse that
 /// builds the tree stops at the same place.
-std::optional<LoadError> checkLimitsWithDocumentType(const QString& text);
+std::optional<LoadError> checkLimitsWithDocumentType(const QString& text, Namespaces namespaces);
 
 } // namespace vesk
 

@@ -17,6 +17,8 @@ namespace vesk
 class MarkupScanner
 {
 public:
+  explicit MarkupScanner(Namespaces namespaces) : elements(namespaces) {}
+
   /// Scans the next piece. Gives the index in it of the character that goes beyond a limit, or -1.
   /// What follows that character, or the start of a document type, is not looked at.
   int scan(const QString& piece);

@@ -9,13 +9,23 @@
 namespace vesk
 {
 
+/// Whether a parser looks at namespaces, which alone makes it slow for many prefixes.
+enum class Namespaces
+{
+  Ignored,
+  Processed
+};
+
 /// The elements that are open at a place of a document, as far as the limits concern them.
 /// Functions that add something return the limit that this exceeds, or null.
 class OpenElements
 {
 public:
   // Reserved here, since the toolkit's parser leaks if an allocation throws while it runs.
-  OpenElements() { prefixesOfOpen.reserve(limits::depth.most + 1); }
+  explicit OpenElements(Namespaces processing) : namespaces(processing)
+  {
+    prefixesOfOpen.reserve(limits::depth.most + 1);
+  }
 
   const Limit* enter()
   {
@@ -30,6 +40,10 @@ public:
   /// A namespace prefix that the element entered last declares.
   const Limit* addPrefix()
   {
+    if (namespaces == Namespaces::Ignored)
+    {
+      return nullptr;
+    }
     ++prefixesOfOpen.back();
     return passed(++prefixes, limits::prefixes);
   }
@@ -49,6 +63,7 @@ private:
     return count > static_cast<std::size_t>(limit.most) ? &limit : nullptr;
   }
 
+  Namespaces namespaces;
   std::vector<std::size_t> prefixesOfOpen; // from the root on, how many each declares
   std::size_t prefixes = 0;                // all of them
   std::size_t attributes = 0;              // of the element entered last

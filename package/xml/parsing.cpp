@@ -19,8 +19,19 @@ namespace
 class LimitedSource : public QXmlInputSource
 {
 public:
-  explicit LimitedSource(QIODevice& input) : device(&input) { readProlog(); }
-  explicit LimitedSource(const QString& text) : undecided(text) { readProlog(); }
+  LimitedSource(QIODevice& input, Namespaces processing)
+      : namespaces(processing), device(&input), scanner(processing)
+  {
+    readProlog();
+  }
+
+  LimitedSource(const QString& text, Namespaces processing)
+      : namespaces(processing), undecided(text), scanner(processing)
+  {
+    readProlog();
+  }
+
+  const Namespaces namespaces;
 
   /// The error, if the document type or its entities exceed a limit.
   const std::optional<LoadError>& documentTypeRefusal() const { return documentTypeError; }
@@ -52,7 +63,7 @@ private:
       {
         prolog += piece;
       }
-      documentTypeError = checkLimitsWithDocumentType(prolog);
+      documentTypeError = checkLimitsWithDocumentType(prolog, namespaces);
     }
   }
 
@@ -98,7 +109,7 @@ private:
   bool parserAtEnd = false;
 };
 
-std::optional<QDomDocument> parse(LimitedSource& source, bool namespaceProcessing, LoadError& error)
+std::optional<QDomDocument> parse(LimitedSource& source, LoadError& error)
 {
   if (source.documentTypeRefusal())
   {
@@ -109,7 +120,8 @@ std::optional<QDomDocument> parse(LimitedSource& source, bool namespaceProcessin
   QString message;
   int line = 0;
   int column = 0;
-  if (document.setContent(&source, namespaceProcessing, &message, &line, &column))
+  if (document.setContent(&source, source.namespaces == Namespaces::Processed, &message, &line,
+                          &column))
   {
     return document;
   }
@@ -122,14 +134,14 @@ std::optional<QDomDocument> parse(LimitedSource& source, bool namespaceProcessin
 
 std::optional<QDomDocument> parseXml(QIODevice& device, LoadError& error)
 {
-  LimitedSource source(device);
-  return parse(source, false, error);
+  LimitedSource source(device, Namespaces::Ignored);
+  return parse(source, error);
 }
 
 std::optional<QDomDocument> parseXml(const QString& text, LoadError& error)
 {
-  LimitedSource source(text);
-  return parse(source, true, error);
+  LimitedSource source(text, Namespaces::Processed);
+  return parse(source, error);
 }
 
 std::optional<QDomDocument> parseDevice(QIODevice& device, LoadError& error)
