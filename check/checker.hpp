@@ -48,13 +48,13 @@ private:
   void checkEntry(const QDomElement& entry, const CheckedElement& checked);
   void checkLanguage(const QDomElement& entry, const CheckedElement& checked,
                      const QString& language, const QString& part);
-  void checkListed(const QDomElement& entry, const format::Element& format,
+  void checkListed(const QDomElement& entry, const CheckedElement& checked,
                    const QString& language);
   void checkPath(const QDomElement& element, const CheckedAttribute& attribute,
                  const QString& path);
   /// Whether there is a file or folder at this path or, unless \p isWhole, a file whose path is
   /// this one with an extension added.
-  bool exists(const QString& path, bool isWhole);
+  bool findFile(const QString& path, bool isWhole);
 
   /// The names of entries seen so far, for lists whose entries must have different names.
   using Lists = std::map<const CheckedElement*, std::set<QString>>;

@@ -18,6 +18,7 @@ CheckedElement checkedElement(const format::Element& element, const std::string&
   for (const format::Element& child : element.children)
   {
     checked.children.push_back(checkedElement(child, path + '/' + child.name));
+    checked.children.back().keeps = element.field.keeps;
   }
   const auto own = std::find_if(ownChecks().begin(), ownChecks().end(),
                                 [&path](const auto& check) { return check.first == path; });

@@ -33,6 +33,8 @@ struct CheckedElement
   QString name;
   std::vector<CheckedAttribute> attributes = {};
   std::vector<CheckedElement> children = {};
+  /// Of an entry of a list: which of its texts stay when the package is trimmed.
+  format::Keeps keeps = format::Keeps::All;
   OwnCheck ownCheck = nullptr; ///< null where there is none
 };
 

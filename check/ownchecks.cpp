@@ -16,9 +16,10 @@ const ManifestNames& n() { return manifestNames(); }
 
 void checkIdentity(Checker& checker, const QDomElement& package)
 {
-  for (const QString& attribute : {QString(n().uuid), QString(n().version)})
+  for (const format::Attribute& needed : format::package().attributes)
   {
-    if (package.attribute(attribute).isEmpty())
+    const QString attribute = QString::fromStdString(needed.name);
+    if (needed.isRequired && package.attribute(attribute).isEmpty())
     {
       checker.report(RuleId::MissingIdentity, package,
                      QStringLiteral("the package has no %1").arg(attribute), '@' + attribute);

@@ -30,10 +30,7 @@ void Checker::checkValues(const QDomElement& element, const CheckedElement& chec
     {
     case format::Type::Language:
       checkLanguage(element, checked, value, '@' + attribute.name);
-      if (checked.format.holds == format::Holds::Text)
-      {
-        checkListed(element, checked.format, value);
-      }
+      checkListed(element, checked, value);
       break;
     case format::Type::Path:
     case format::Type::PathStem:
@@ -85,12 +82,14 @@ void Checker::checkLanguage(const QDomElement& entry, const CheckedElement& chec
   }
 }
 
-void Checker::checkListed(const QDomElement& entry, const format::Element& format,
+void Checker::checkListed(const QDomElement& entry, const CheckedElement& checked,
                           const QString& language)
 {
-  const bool isDescription = format.several == format::Several::LastOfKeyCounts;
-  if (!language.isEmpty() && !(isDescription ? packageLanguages.isDescribed(language)
-                                             : packageLanguages.isSupported(language)))
+  const bool isDescription = checked.keeps == format::Keeps::DescriptionLanguages;
+  const bool isListed = checked.keeps == format::Keeps::All || language.isEmpty() ||
+                        (isDescription ? packageLanguages.isDescribed(language)
+                                       : packageLanguages.isSupported(language));
+  if (!isListed)
   {
     report(RuleId::UnlistedLanguage, entry,
            QStringLiteral("the package does not list the language %1 among the %2 languages")
@@ -114,14 +113,14 @@ void Checker::checkPath(const QDomElement& element, const CheckedAttribute& attr
     report(RuleId::PathOutsidePackage, element,
            QStringLiteral("the path %1 leaves the package").arg(quoted(path)), part);
   }
-  else if (!packageFolder.isEmpty() && !exists(packageFolder + '/' + path, isWhole))
+  else if (!packageFolder.isEmpty() && !findFile(packageFolder + '/' + path, isWhole))
   {
     report(RuleId::MissingFile, element,
            QStringLiteral("the package has no file or folder %1").arg(quoted(path)), part);
   }
 }
 
-bool Checker::exists(const QString& path, bool isWhole)
+bool Checker::findFile(const QString& path, bool isWhole)
 {
   const QFileInfo file(path);
   if (file.exists() || isWhole)

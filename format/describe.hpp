@@ -18,16 +18,31 @@ namespace vesk::format
 
 inline const ManifestNames& n() { return manifestNames(); }
 
+inline Keeps keptOf(vesk::Keeps keeps)
+{
+  switch (keeps)
+  {
+  case vesk::Keeps::DescriptionLanguages:
+    return Keeps::DescriptionLanguages;
+  case vesk::Keeps::SupportedLanguages:
+    return Keeps::SupportedLanguages;
+  case vesk::Keeps::All:
+    break;
+  }
+  return Keeps::All;
+}
+
 template <typename Record, typename Value>
 Field fieldOf(const RecordMember<Record, Value>& member)
 {
-  return {StructDescription<Record>::publicName, member.name, std::string(member.variantName)};
+  return {StructDescription<Record>::publicName, member.name, std::string(member.variantName),
+          keptOf(member.keeps)};
 }
 
 template <typename Record, typename Value>
 Field fieldOf(const Member<Record, Value>& member)
 {
-  return {StructDescription<Record>::name, member.name, member.name};
+  return {StructDescription<Record>::name, member.name, member.name, Keeps::All};
 }
 
 /// The names that the table of a record has for a member.

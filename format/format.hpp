@@ -44,24 +44,33 @@ enum class Written
   Never
 };
 
-/// What a field of a record is called.
+/// What trimming a package to its languages keeps of a field.
+enum class Keeps
+{
+  All,
+  DescriptionLanguages,
+  SupportedLanguages
+};
+
+/// A field of a record.
 struct Field
 {
   std::string record;     ///< the type of the record, as in "::vesk::BehaviorInfo"
   std::string registered; ///< the member's name in the type system: "langToName"
   std::string name; ///< the member's name for people, in the variant form and field paths: "names"
+  Keeps keeps = Keeps::All;
 };
 
 /// What elements and attributes have in common. All text is UTF-8.
 struct Entry
 {
   std::string name;
-  std::string meaning; ///< what it is for, in sentences
-  std::string absent;  ///< what it means that there is none, in a few words
-  std::string example; ///< a value; of an element, its text
-  Type type = Type::Text;
+  std::string meaning;            ///< what it is for, in sentences
+  std::string absent;             ///< what it means that there is none, in a few words
+  std::string example;            ///< a value; of an element, its text
+  Type type = Type::Text;         ///< of an element, the type of its text
   std::vector<std::string> usual; ///< values that programs know; a Text may have others, too
-  /// Without it, or where it is empty, a manifest is not valid. The readers do not mind.
+  /// Whether the schemas refuse a manifest that lacks it, or has it empty. The readers do not mind.
   bool isRequired = false;
   Written written = Written::UnlessEmpty;
   Readers readers = Readers::Both;
@@ -137,8 +146,7 @@ VESKPACKAGE_FORMAT_EXPORT const Element* find(std::string_view path);
 /// first. Empty when there is none.
 VESKPACKAGE_FORMAT_EXPORT std::vector<const Element*> homesOf(std::string_view name);
 
-/// Every field that a manifest holds, in the order of the format; a field that several elements
-/// fill is listed several times.
+/// Every field that a manifest holds, in the order of the format.
 VESKPACKAGE_FORMAT_EXPORT std::vector<Field> fields();
 
 /// Where a manifest holds a field, given by the type of its record and its registered name.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "support.hpp"
 
+#include <format/format.hpp>
 #include <tools/veskpackage/difference.hpp>
 #include <tools/veskpackage/json.hpp>
 #include <vesk/log.hpp>
@@ -92,26 +93,7 @@ const vesk::PackageInfo& examplePackage()
   static const auto& package = *[]
   {
     auto* const example = new vesk::PackageInfo;
-    require(loadFile(*example, R"(<package uuid="u" version="1" author="a" organization="o" date="d"
-      typeVersion="t" channel="c"><names><name lang="en">n</name></names>
-      <descriptions><description lang="en">d</description></descriptions>
-      <supportedLanguages><language>en</language></supportedLanguages>
-      <descriptionLanguages><language>en</language></descriptionLanguages>
-      <contents><behaviorContent path="b"><userRequestable/><nature>solitary</nature>
-        <names><name lang="en">n</name></names>
-        <descriptions><description lang="en">d</description></descriptions>
-        <tags><tag lang="en">t</tag><tag lang="en">u</tag></tags>
-        <triggerSentences><sentence lang="en">s</sentence></triggerSentences>
-        <loadingResponses><sentence lang="en">r</sentence></loadingResponses>
-        <autonomous><condition purpose="p">c</condition></autonomous>
-        <permissions><canStandUp/></permissions></behaviorContent>
-        <dialogContent topicName="t" typeVersion="1"><topic language="en" path="d"/></dialogContent>
-        <languageContent path="l"><engine name="e" version="1"/><locale>en</locale>
-          <names><name lang="en">n</name></names></languageContent></contents>
-      <requirements><mirelRequirement minVersion="1" maxVersion="2"/><robotRequirement model="m"
-        minHeadVersion="1" maxHeadVersion="2" minBodyVersion="3" maxBodyVersion="4"/></requirements>
-      <services><service name="s" execStart="x" autorun="true"/></services>
-      <executableFiles><file path="f"/></executableFiles></package>)"),
+    require(loadFile(*example, vesk::format::exampleOf(vesk::format::package())),
             "the example is no manifest");
     example->setInstaller("i");
     example->setPath("p");

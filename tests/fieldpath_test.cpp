@@ -30,7 +30,7 @@ void expectVariantNames(const AnyConstReference& value, const XO::XOValue& varia
     const std::string& name = value.memberNames()[i];
     const XO::XOValue& pair = variant[static_cast<int>(i)];
     const std::string& variantName = pair[0];
-    EXPECT_EQ(friendlyName(name), variantName.empty() ? name : variantName);
+    EXPECT_EQ(friendlyName(*value.type(), name), variantName.empty() ? name : variantName);
     const AnyConstReference member = value.member(i);
     if (member.type()->kind() == TypeKind::List && !member.element(0).is<std::string>())
     {

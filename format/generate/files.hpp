@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <stdexcept>
+
 /// What is made from the description of the format. The same bytes every time.
 
 /// The schema in RELAX NG.
@@ -24,7 +26,7 @@ QString dictionary(const QString& document);
 
 /// Replaces parts of a document. A part is between a line that starts with \p begin and ends with
 /// \p close, and the next line \p end. It is replaced by what \p make returns for the text between
-/// \p begin and \p close.
+/// \p begin and \p close. Throws std::runtime_error when the last part has no end.
 template <typename Make>
 QString withParts(const QString& document, const QString& begin, const QString& close,
                   const QString& end, Make make)
@@ -43,6 +45,10 @@ QString withParts(const QString& document, const QString& begin, const QString& 
       isInPart = true;
       result += make(line.mid(begin.size(), line.size() - begin.size() - close.size()));
     }
+  }
+  if (isInPart)
+  {
+    throw std::runtime_error("a part that is made has no line " + end.toStdString());
   }
   result.chop(1);
   return result;

@@ -85,11 +85,19 @@ private:
             }
             if (entry.type != Type::Flag)
             {
-              add("text");
+              addAnyText(entry);
             }
           });
     }
-    else if (entry.isRequired)
+    else
+    {
+      addAnyText(entry);
+    }
+  }
+
+  void addAnyText(const Entry& entry)
+  {
+    if (entry.isRequired)
     {
       add("ref", {{"name", "notEmpty"}});
     }

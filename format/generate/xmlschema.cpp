@@ -82,7 +82,10 @@ private:
         [&]
         {
           addDocumentation(element.meaning);
-          addUsual(element);
+          if (!isNested(element)) // else its type takes any text
+          {
+            addUsual(element);
+          }
         });
   }
 
@@ -104,8 +107,10 @@ private:
             }
           });
     };
-    const auto addKnownOrAny = [&] {
-      add("xs:union", {{"memberTypes", "xs:string"}}, [&] { add("xs:simpleType", {}, addKnown); });
+    const auto addKnownOrAny = [&]
+    {
+      add("xs:union", {{"memberTypes", simpleTypeOf(entry)}},
+          [&] { add("xs:simpleType", {}, addKnown); });
     };
     entry.type == Type::Flag ? add("xs:simpleType", {}, addKnown)
                              : add("xs:simpleType", {}, addKnownOrAny);
@@ -199,7 +204,7 @@ private:
           [&, &child = *single.front()]
           {
             addRepeatable();
-            add("xs:sequence", optional,
+            add("xs:sequence", child.isRequired ? Attributes() : optional,
                 [&]
                 {
                   addElement(child, place + '.' + child.name, {});

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <package/manifest2/packageinfo2.hpp>
 #include <package/manifest2/sectionaccess.hpp>
+#include <package/xml/names.hpp>
 
 #include <stdexcept>
 
@@ -10,9 +11,9 @@ namespace
 {
 /// A copy of one value of the contents; empty where it is absent.
 template <typename Content>
-Content contentOf(const PackageInfo2& info, const char* key)
+Content contentOf(const PackageInfo2& info, const std::string& key)
 {
-  return *ValueAt<Content>(*ValueAt<Values>(info.sections, keys::contents), key);
+  return *ValueAt<Content>(*ValueAt<Values>(info.sections, manifestNames().contents), key);
 }
 
 template <typename Value>
@@ -27,13 +28,16 @@ Value& stored(AnyValue& value)
 
 /// The stored value; if there is none, stores an empty one first.
 template <typename Value>
-Value& seeded(Values& values, const char* key)
+Value& seeded(Values& values, const std::string& key)
 {
   return stored<Value>(values.try_emplace(key, Value()).first->second);
 }
 } // namespace
 
-Values PackageInfo2::contents() const { return *ValueAt<Values>(sections, keys::contents); }
+Values PackageInfo2::contents() const
+{
+  return *ValueAt<Values>(sections, manifestNames().contents);
+}
 
 std::vector<BehaviorInfo> PackageInfo2::behaviors() const
 {
@@ -52,7 +56,7 @@ std::vector<LanguageInfo> PackageInfo2::languages() const
 
 WebInfo PackageInfo2::web() const { return contentOf<WebInfo>(*this, keys::web); }
 
-Values& PackageInfo2::contents() { return seeded<Values>(sections, keys::contents); }
+Values& PackageInfo2::contents() { return seeded<Values>(sections, manifestNames().contents); }
 
 std::vector<BehaviorInfo>& PackageInfo2::behaviors()
 {

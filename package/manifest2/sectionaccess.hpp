@@ -11,17 +11,9 @@
 namespace vesk
 {
 
+/// The keys in the contents. Those of the sections are the names of their elements.
 namespace keys
 {
-// in the sections: the names of their elements
-constexpr const char* names = "names";
-constexpr const char* descriptions = "descriptions";
-constexpr const char* services = "services";
-constexpr const char* executableFiles = "executableFiles";
-constexpr const char* requirements = "requirements";
-constexpr const char* supportedLanguages = "supportedLanguages";
-constexpr const char* contents = "contents";
-// in the contents
 constexpr const char* behaviors = "behaviors";
 constexpr const char* dialogs = "dialogs";
 constexpr const char* languages = "languages";

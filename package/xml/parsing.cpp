@@ -89,9 +89,17 @@ private:
     {
       return std::exchange(undecided, QString());
     }
-    const qint64 size = device->read(chunk.data(), std::exchange(chunkSize, laterChunkSize));
-    return size > 0 ? fromRawData(QByteArray::fromRawData(chunk.data(), static_cast<int>(size)))
-                    : QString();
+    QString piece;
+    while (piece.isEmpty()) // as it is when a read returned only a part of a character
+    {
+      const qint64 size = device->read(chunk.data(), std::exchange(chunkSize, laterChunkSize));
+      if (size <= 0)
+      {
+        break;
+      }
+      piece = fromRawData(QByteArray::fromRawData(chunk.data(), static_cast<int>(size)));
+    }
+    return piece;
   }
 
   // The toolkit looks for the encoding in the first 1024 bytes, its own chunk size. Larger chunks
@@ -146,20 +154,26 @@ std::optional<QDomDocument> parseXml(const QString& text, LoadError& error)
 
 std::optional<QDomDocument> parseDevice(QIODevice& device, LoadError& error)
 {
-  std::optional<QDomDocument> document = parseXml(device, error);
-  const auto* const file = qobject_cast<const QFileDevice*>(&device);
-  if (file == nullptr)
+  auto* const file = qobject_cast<QFileDevice*>(&device);
+  const std::string path = file != nullptr ? fromQString(file->fileName()) : std::string();
+  if (!device.isReadable())
   {
-    return document;
+    error = {path, "is not open for reading"};
+    return std::nullopt;
   }
-  if (file->error() != QFileDevice::NoError)
+  if (file != nullptr)
   {
-    error = {{}, "cannot be read: " + fromQString(file->errorString())};
-    document.reset();
+    file->unsetError(); // from earlier operations
+  }
+  std::optional<QDomDocument> document = parseXml(device, error);
+  if (file != nullptr && file->error() != QFileDevice::NoError)
+  {
+    error = {path, "cannot be read: " + fromQString(file->errorString())};
+    return std::nullopt;
   }
   if (!document)
   {
-    error.path = fromQString(file->fileName());
+    error.path = path;
   }
   return document;
 }
@@ -169,7 +183,8 @@ std::optional<QDomDocument> parseFile(const std::string& path, LoadError& error)
   QFile file(toQString(path));
   if (!file.open(QIODevice::ReadOnly))
   {
-    error = {path, "cannot be opened for reading: " + fromQString(file.errorString())};
+    error = {fromQString(file.fileName()),
+             "cannot be opened for reading: " + fromQString(file.errorString())};
     return std::nullopt;
   }
   return parseDevice(file, error);

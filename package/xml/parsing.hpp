@@ -26,8 +26,8 @@ std::optional<QDomDocument> parseXml(QIODevice& device, LoadError& error);
 /// The same with a text, and with namespace processing.
 std::optional<QDomDocument> parseXml(const QString& text, LoadError& error);
 
-/// As parseXml(), but a file that cannot be read to its end is an error, and a file's errors have its
-/// path.
+/// As parseXml(), but a device that is not open, and a file that cannot be read to its end, are
+/// errors. A file's errors have its path.
 std::optional<QDomDocument> parseDevice(QIODevice& device, LoadError& error);
 
 /// The same with the file at \p path.

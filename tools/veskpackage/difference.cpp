@@ -134,7 +134,7 @@ private:
     const std::vector<std::string>& names = before.memberNames();
     for (std::size_t i = 0; i < names.size(); ++i)
     {
-      compareParts(friendlyName(names[i]), before.member(i), after.member(i));
+      compareParts(friendlyName(*before.type(), names[i]), before.member(i), after.member(i));
     }
   }
 

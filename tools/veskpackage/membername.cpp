@@ -5,7 +5,9 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <optional>
+#include <utility>
 
 namespace tool
 {
@@ -24,20 +26,23 @@ bool areAlike(const std::string& left, const std::string& right)
   return differing <= 2 && static_cast<std::size_t>(differing) * 2 < longer.size();
 }
 
-const std::vector<vesk::format::Field>& knownFields()
+/// The names of fields for people, by record and registered name.
+std::map<std::pair<std::string, std::string>, std::string> friendlyNames()
 {
-  static const std::vector<vesk::format::Field> fields = vesk::format::fields();
-  return fields;
+  std::map<std::pair<std::string, std::string>, std::string> names;
+  for (const vesk::format::Field& field : vesk::format::fields())
+  {
+    names[{field.record, field.registered}] = field.name;
+  }
+  return names;
 }
 } // namespace
 
-std::string friendlyName(const std::string& memberName)
+std::string friendlyName(const vesk::TypeInterface& record, const std::string& memberName)
 {
-  const std::vector<vesk::format::Field>& fields = knownFields();
-  const auto known = std::find_if(fields.begin(), fields.end(),
-                                  [&memberName](const vesk::format::Field& field)
-                                  { return field.registered == memberName; });
-  return known == fields.end() ? memberName : known->name;
+  static const auto names = friendlyNames();
+  const auto known = names.find({record.name(), memberName});
+  return known == names.end() ? memberName : known->second;
 }
 
 std::size_t memberIndex(const vesk::StructTypeInterface& type, const FieldPath& path,
@@ -51,7 +56,7 @@ std::size_t memberIndex(const vesk::StructTypeInterface& type, const FieldPath& 
   std::vector<std::string> names;
   for (const std::string& memberName : type.memberNames())
   {
-    names.push_back(friendlyName(memberName));
+    names.push_back(friendlyName(type, memberName));
   }
   const auto found = std::find(names.begin(), names.end(), name);
   if (found == names.end())

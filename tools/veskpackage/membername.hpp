@@ -11,7 +11,7 @@ namespace tool
 
 /// What a registered member is called for people, as "names" for "langToName": the name that it has
 /// in a package's variant form. Most are called as they are registered.
-std::string friendlyName(const std::string& memberName);
+std::string friendlyName(const vesk::TypeInterface& record, const std::string& memberName);
 
 /// The member of a struct that the step at a depth names, by its registered or its friendly name.
 /// Throws FieldError when there is none.
