@@ -16,6 +16,9 @@ struct Registrar
   /// The category of the second reader. It exists once the library is loaded, so that programs can
   /// set its level before they read anything.
   log::Category manifestCategory = log::addCategory("vesk.package.info");
+
+  /// Whether every registration succeeded.
+  bool isComplete = false;
 };
 
 extern const Registrar registrar;

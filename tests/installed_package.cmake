@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
 # Builds and runs examples against the library that is installed in PREFIX, as a CMake project and with
-# pkg-config. Without a PREFIX the build is installed into a folder first.
+# pkg-config; the runtime libraries may be installed elsewhere, in RUNTIME. Without a PREFIX the build is installed into a folder first.
 if(SANITIZE)
   set(flags "-fsanitize=${SANITIZE}")
 endif()
@@ -24,9 +24,12 @@ if(NOT DEFINED PREFIX)
   run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${PREFIX})
 endif()
 
+if(RUNTIME)
+  set(ENV{LD_LIBRARY_PATH} ${RUNTIME}/${LIB_DIR})
+endif()
 run(${CMAKE_COMMAND} -G ${GENERATOR} -S ${EXAMPLES_DIR} -B ${WORK_DIR}/build
     -Dveskpackage_DIR=${PREFIX}/${LIB_DIR}/cmake/veskpackage
-    -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_FLAGS=${flags})
+    -DCMAKE_PREFIX_PATH=${RUNTIME} -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_FLAGS=${flags})
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
 expect_edits(${WORK_DIR}/build/edit)
 run(${WORK_DIR}/build/sections ${EXAMPLES_DIR}/manifests/office-assistant.xml)
@@ -34,7 +37,7 @@ if(NOT out MATCHES "contents: map.*web content: web/tablet\nbehavior: reception/
   message(FATAL_ERROR "sections printed ${out}")
 endif()
 
-set(ENV{PKG_CONFIG_PATH} ${PREFIX}/${LIB_DIR}/pkgconfig)
+set(ENV{PKG_CONFIG_PATH} ${PREFIX}/${LIB_DIR}/pkgconfig:${RUNTIME}/${LIB_DIR}/pkgconfig)
 run(pkg-config --cflags --libs veskpackage)
 separate_arguments(options UNIX_COMMAND "${flags} ${out}")
 run(${CXX} -std=c++17 -fPIC ${EXAMPLES_DIR}/edit.cpp -o ${WORK_DIR}/edit ${options}

@@ -4,6 +4,7 @@
 
 #include <package/behaviorinfo_p.hpp>
 #include <package/dialoginfo_p.hpp>
+#include <package/interop/registration.hpp>
 #include <package/languageinfo_p.hpp>
 #include <package/manifest2/webinfo.hpp>
 #include <package/packageinfo_p.hpp>
@@ -49,6 +50,7 @@ std::string failure(const AnyConstReference& source, const AnyReference& target)
 
 TEST(Registration, KnowsTheRecordsByNameInOrder)
 {
+  EXPECT_TRUE(arePackageTypesRegistered());
   const std::vector<std::string> names = registeredNames();
   ASSERT_GE(names.size(), 8U);
   EXPECT_THAT(std::vector<std::string>(names.begin(), names.begin() + 8),
