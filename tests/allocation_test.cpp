@@ -244,5 +244,7 @@ TEST(Allocation, MayFailAnywhere)
                              [&](DialogInfo& d) { d = other.dialogs().front(); });
   failEverywhere<LanguageInfo>("descriptor", Afterwards::Unchanged, package.languages().front(),
                                [&](LanguageInfo& l) { l = other.languages().front(); });
+  EXPECT_THROW((untilFailure = 1, variant.arraySetSize(1)), std::bad_alloc);
+  EXPECT_EQ(variant.getSize(), 20);
   failToDescribeEverywhere(std::make_integer_sequence<int, 16>());
 }

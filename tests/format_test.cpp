@@ -22,50 +22,91 @@ namespace
 using Texts = std::set<std::string>;
 using TextsByField = std::map<std::string, Texts>;
 
-template <typename ElementOrConst, typename Visit>
-void visitElements(ElementOrConst& element, const std::string& path, const Visit& visit)
+std::string nameOf(const Field& field) { return field.record + ' ' + field.registered; }
+
+/// Checks the description of an element and of those below.
+void expectDescribed(const Element& element, const std::string& path)
 {
-  visit(element, path);
-  for (auto& child : element.children)
+  const auto check = [](const Entry& entry, const std::string& place)
   {
-    visitElements(child, path + '/' + child.name, visit);
+    EXPECT_THAT(entry.meaning, testing::EndsWith(".")) << place;
+    EXPECT_THAT(entry.absent, testing::Not(IsEmpty())) << place;
+  };
+  check(element, path);
+  EXPECT_EQ(element.example.empty(), element.holds != Holds::Text) << path;
+  EXPECT_EQ(find(path), &element);
+  for (const Attribute& attribute : element.attributes)
+  {
+    check(attribute, path + "/@" + attribute.name);
+    EXPECT_FALSE(attribute.example.empty()) << path << attribute.name;
+    EXPECT_EQ(attribute.field.name.empty(), attribute.role != Role::Own) << path;
+  }
+  for (const Element& child : element.children)
+  {
+    expectDescribed(child, path + '/' + child.name);
   }
 }
 
-std::string nameOf(const Field& field) { return field.record + ' ' + field.registered; }
-
-/// Gives every attribute and text a unique value, and adds it to what is expected in its field;
-/// keys and values of a list or map belong to the field of that list or map.
-void numberExamples(Element& element, const std::string& fieldAround, TextsByField& expected,
-                    int& count)
+/// Gives every attribute and text a unique value, except that flags stay as they are, and puts two
+/// more of its kind behind every child. Of these three the first two have the same key.
+void fillThrice(Element& element, const std::string& key, int& count)
 {
-  const std::string field = element.field.name.empty() ? fieldAround : nameOf(element.field);
-  const auto number = [&](Entry& entry, const std::string& heldBy)
-  {
-    if (entry.type != Type::Flag)
-    {
-      entry.example = "text " + std::to_string(++count);
-    }
-    expected[heldBy].insert(entry.example);
-  };
+  const auto unique = [&count] { return "text " + std::to_string(++count); };
   for (Attribute& attribute : element.attributes)
   {
-    number(attribute, attribute.role == Role::Own ? nameOf(attribute.field) : field);
-  }
-  if (element.holds == Holds::Text)
-  {
-    number(element, field);
-  }
-  if (element.holds == Holds::Presence)
-  {
-    expected[field] = {"true"};
-  }
-  for (Element& child : element.children)
-  {
-    numberExamples(child, element.holds == Holds::Entries ? field : std::string(), expected, count);
-    if (element.holds == Holds::Names)
+    if (attribute.type != Type::Flag)
     {
-      expected[field].insert(child.name);
+      attribute.example = attribute.role == Role::Key ? key : unique();
+    }
+  }
+  element.example = element.holds == Holds::Text ? unique() : "";
+  std::vector<Element> children;
+  const std::string firstKey = unique();
+  for (const Element& child : element.children)
+  {
+    for (const std::string& keyOfChild : {firstKey, firstKey, unique()})
+    {
+      fillThrice(children.emplace_back(child), keyOfChild, count);
+    }
+  }
+  element.children = std::move(children);
+}
+
+/// Adds to the fields what a reader finds in an element that fillThrice() has filled. Keys and values
+/// of a list or map belong to the field of that list or map. Of three children of a kind, the first
+/// ones may be replaced.
+void expectTexts(const Element& element, const std::string& fieldAround, Readers reader,
+                 TextsByField& expected)
+{
+  const std::string field = element.field.name.empty() ? fieldAround : nameOf(element.field);
+  const auto isRead = [reader](const Entry& entry)
+  { return entry.readers == Readers::Both || entry.readers == reader; };
+  std::map<Several, std::size_t> replaced{
+      {Several::CountForOneReader, reader == Readers::LoadManifest ? 2 : 0},
+      {Several::LastCounts, 2},
+      {Several::LastOfKeyCounts, 1}};
+  for (const Attribute& attribute : element.attributes)
+  {
+    if (isRead(attribute))
+    {
+      expected[attribute.role == Role::Own ? nameOf(attribute.field) : field].insert(
+          attribute.example);
+    }
+  }
+  if (element.holds == Holds::Text || element.holds == Holds::Presence)
+  {
+    expected[field].insert(element.holds == Holds::Text ? element.example : "true");
+  }
+  for (std::size_t i = 0; i < element.children.size(); ++i)
+  {
+    const Element& child = element.children[i];
+    if (isRead(child) && i % 3 >= replaced[child.several])
+    {
+      expectTexts(child, element.holds == Holds::Entries ? field : "", reader, expected);
+      if (element.holds == Holds::Names)
+      {
+        expected[field].insert(child.name);
+      }
     }
   }
 }
@@ -103,7 +144,8 @@ void collectTexts(const AnyConstReference& value, const std::string& field, Text
   }
 }
 
-/// The elements of a manifest and their attributes, as paths in the order in which they stand.
+/// The elements of a manifest, their attributes and their texts, as paths in the order in which they
+/// stand.
 std::vector<std::string> pathsIn(const std::string& manifest)
 {
   std::vector<std::string> paths;
@@ -123,6 +165,10 @@ std::vector<std::string> pathsIn(const std::string& manifest)
       }
       paths.insert(paths.end(), attributes.begin(), attributes.end());
     }
+    if (xml.isCharacters() && !xml.isWhitespace())
+    {
+      paths.push_back(open.back() + "/text()");
+    }
     if (xml.isEndElement())
     {
       open.pop_back();
@@ -130,6 +176,77 @@ std::vector<std::string> pathsIn(const std::string& manifest)
   }
   EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
   return paths;
+}
+
+/// A manifest that holds what a path leads to, and nothing else.
+std::string manifestWith(const std::string& path)
+{
+  QString manifest;
+  QXmlStreamWriter xml(&manifest);
+  for (const QString& step : QString::fromStdString(path).split('/').mid(1))
+  {
+    if (step.startsWith('@'))
+    {
+      xml.writeAttribute(step.mid(1), "value");
+    }
+    else if (step == "text()")
+    {
+      xml.writeCharacters("text");
+    }
+    else
+    {
+      xml.writeStartElement(step);
+    }
+  }
+  xml.writeEndDocument();
+  return manifest.toStdString();
+}
+
+/// Adds the paths that are written at an element of the format and below for a package that was read
+/// from a manifest of the paths \p given.
+void expectWritten(const Element& element, const std::string& path, const Texts& given,
+                   std::vector<std::string>& expected)
+{
+  const auto isGiven = [&](const std::string& part) { return given.count(path + part) > 0; };
+  const Attribute* const key = attributeFor(element, Role::Key);
+  const bool hasContent = std::any_of(given.begin(), given.end(),
+                                      [&](const std::string& other)
+                                      {
+                                        return other.rfind(path + '/', 0) == 0 &&
+                                               (key == nullptr || other != path + "/@" + key->name);
+                                      });
+  const bool isComplete =
+      std::all_of(element.attributes.begin(), element.attributes.end(),
+                  [&](const Attribute& attribute) { return isGiven("/@" + attribute.name); });
+  const std::map<Written, bool> isWritten{{Written::Always, isGiven("") || !element.isRepeatable},
+                                          {Written::UnlessEmpty, hasContent},
+                                          {Written::UnlessIncomplete, isGiven("") && isComplete},
+                                          {Written::IfTrue, isGiven("")},
+                                          {Written::Never, false}};
+  if (!isWritten.at(element.written))
+  {
+    return;
+  }
+  expected.push_back(path);
+  Texts attributes; // which are written in the order of their names
+  for (const Attribute& attribute : element.attributes)
+  {
+    const std::string part = "/@" + attribute.name;
+    if (attribute.written == Written::Always ||
+        (attribute.written == Written::UnlessEmpty && isGiven(part)))
+    {
+      attributes.insert(path + part);
+    }
+  }
+  expected.insert(expected.end(), attributes.begin(), attributes.end());
+  if (isGiven("/text()"))
+  {
+    expected.push_back(path + "/text()");
+  }
+  for (const Element& child : element.children)
+  {
+    expectWritten(child, path + '/' + child.name, given, expected);
+  }
 }
 
 vesk::PackageInfo loaded(const std::string& manifest)
@@ -152,24 +269,7 @@ TEST(Format, IsWhatTheFilesMadeOfItSay)
 
 TEST(Format, SaysEverythingOfEveryElementAndAttribute)
 {
-  const auto check = [](const Entry& entry, const std::string& path)
-  {
-    EXPECT_THAT(entry.meaning, testing::EndsWith(".")) << path;
-    EXPECT_THAT(entry.absent, testing::Not(IsEmpty())) << path;
-  };
-  visitElements(package(), "/package",
-                [&](const Element& element, const std::string& path)
-                {
-                  check(element, path);
-                  EXPECT_EQ(element.example.empty(), element.holds != Holds::Text) << path;
-                  EXPECT_EQ(find(path), &element);
-                  for (const Attribute& attribute : element.attributes)
-                  {
-                    check(attribute, path + "/@" + attribute.name);
-                    EXPECT_FALSE(attribute.example.empty()) << path << attribute.name;
-                    EXPECT_EQ(attribute.field.name.empty(), attribute.role != Role::Own) << path;
-                  }
-                });
+  expectDescribed(package(), "/package");
   for (const char* const path : {"", "/", "package", "/package/", "/package/x", "/x"})
   {
     EXPECT_EQ(find(path), nullptr) << path;
@@ -178,99 +278,49 @@ TEST(Format, SaysEverythingOfEveryElementAndAttribute)
 
 TEST(Format, NamesTheFieldInWhichEachTextIsFound)
 {
-  Element format = package();
-  TextsByField expected;
-  int count = 0;
-  numberExamples(format, {}, expected, count);
-  const std::string manifest = exampleOf(format);
-  const vesk::PackageInfo package = loaded(manifest);
-  TextsByField found;
-  collectTexts(AnyConstReference(package), {}, found);
-
-  Texts notInManifests;
-  for (auto field = found.begin(); field != found.end();)
-  {
-    const std::size_t blank = field->first.find(' ');
-    if (placeOf(field->first.substr(0, blank), field->first.substr(blank + 1)).element == nullptr)
-    {
-      notInManifests.insert(field->first);
-    }
-    const bool holdsRecords = field->second.empty(); // or is no part of a manifest
-    field = holdsRecords ? found.erase(field) : std::next(field);
-  }
-  EXPECT_THAT(notInManifests,
-              testing::ElementsAre("::vesk::BehaviorInfo categories",
-                                   "::vesk::PackageInfo installer", "::vesk::PackageInfo path"));
-  const Texts web = expected["::vesk::WebInfo path"];
-  expected.erase("::vesk::WebInfo path");
-  EXPECT_EQ(found, expected);
+  TextsByField withoutTexts{{"::vesk::BehaviorInfo categories", {}}, // which no manifest holds
+                            {"::vesk::PackageInfo installer", {}},
+                            {"::vesk::PackageInfo path", {}}};
   for (const Field& field : fields())
   {
-    const Place place = placeOf(field.record, field.registered);
-    ASSERT_NE(place.element, nullptr) << nameOf(field);
-    const Entry& holder =
-        place.attribute != nullptr ? static_cast<const Entry&>(*place.attribute) : *place.element;
-    EXPECT_EQ(nameOf(holder.field), nameOf(field));
+    const auto [element, attribute] = placeOf(field.record, field.registered);
+    const Field held = attribute != nullptr ? attribute->field
+                       : element != nullptr ? element->field
+                                            : Field();
+    EXPECT_EQ(nameOf(held), nameOf(field));
+    withoutTexts[nameOf(field)];
   }
-
-  const TemporaryFolder folder;
-  const vesk::PackageInfo2 second = vesk::loadManifest(folder.file("m.xml", manifest));
-  EXPECT_THAT(web, testing::ElementsAre(second.web().path));
-  TextsByField foundBySecond;
-  collectTexts(AnyConstReference(vesk::PackageInfo(second)), {}, foundBySecond);
-  for (const auto& [field, texts] : expected)
+  Element format = package();
+  int count = 0;
+  fillThrice(format, {}, count);
+  const std::string manifest = exampleOf(format);
+  const vesk::PackageInfo2 info = vesk::loadManifest(TemporaryFolder().file("m.xml", manifest));
+  for (const Readers reader : {Readers::PackageInfo, Readers::LoadManifest})
   {
-    const Place place =
-        placeOf(field.substr(0, field.find(' ')), field.substr(field.find(' ') + 1));
-    const bool isRead = place.element->readers != Readers::PackageInfo;
-    EXPECT_EQ(foundBySecond[field], isRead ? texts : Texts()) << field;
+    const bool isSecond = reader == Readers::LoadManifest;
+    TextsByField found;
+    collectTexts(AnyConstReference(isSecond ? vesk::PackageInfo(info) : loaded(manifest)), {},
+                 found);
+    collectTexts(AnyConstReference(isSecond ? info.web() : vesk::WebInfo()), {}, found);
+    TextsByField expected = withoutTexts;
+    expectTexts(format, {}, reader, expected);
+    EXPECT_EQ(found, expected);
   }
 }
 
 TEST(Format, IsWrittenInItsOrderAndWhenItSays)
 {
-  EXPECT_THAT(vesk::check::checkText(exampleOf(package())), IsEmpty());
-  for (const bool areEmpty : {false, true})
+  std::vector<std::string> manifests{exampleOf(package())};
+  EXPECT_THAT(vesk::check::checkText(manifests.front()), IsEmpty());
+  for (const std::string& path : pathsIn(manifests.front()))
   {
-    Element format = package();
-    visitElements(format, {},
-                  [areEmpty](Element& element, const std::string&)
-                  {
-                    element.example = areEmpty ? "" : element.example;
-                    for (Attribute& attribute : element.attributes)
-                    {
-                      attribute.example = areEmpty ? "" : attribute.example;
-                    }
-                  });
-    const std::string manifest = exampleOf(format);
-    std::vector<std::string> expected = pathsIn(manifest);
-    const auto drop = [&expected](const std::string& path)
-    {
-      const auto isWithin = [&path](const std::string& other)
-      { return other.compare(0, path.size(), path) == 0; };
-      expected.erase(std::remove_if(expected.begin(), expected.end(), isWithin), expected.end());
-    };
-    const auto isWritten = [areEmpty](const Entry& entry)
-    {
-      return entry.written == Written::Always || entry.written == Written::IfTrue ||
-             (entry.written != Written::Never && !areEmpty);
-    };
-    visitElements(format, "/package",
-                  [&](const Element& element, const std::string& path)
-                  {
-                    const bool isGroup = !element.children.empty(); // which is never empty here
-                    if (!isGroup && !isWritten(element))
-                    {
-                      drop(path);
-                    }
-                    for (const Attribute& attribute : element.attributes)
-                    {
-                      if (!isWritten(attribute))
-                      {
-                        drop(path + "/@" + attribute.name);
-                      }
-                    }
-                  });
-    EXPECT_EQ(pathsIn(loaded(manifest).saveToManifestContent()), expected);
+    manifests.push_back(manifestWith(path));
+  }
+  for (const std::string& manifest : manifests)
+  {
+    const std::vector<std::string> given = pathsIn(manifest);
+    std::vector<std::string> expected;
+    expectWritten(package(), "/package", {given.begin(), given.end()}, expected);
+    EXPECT_EQ(pathsIn(loaded(manifest).saveToManifestContent()), expected) << manifest;
   }
 }

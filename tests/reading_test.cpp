@@ -41,6 +41,8 @@ TEST(Reading, AddsToWhatIsThereButSetsEveryRootAttribute)
   const std::string manifest = contentOf(GOLDEN_FILES "/oddities.xml");
   PackageInfo package = loaded(manifest);
   package.setPath("kept");
+  package.setName("name", "kept");
+  package.setDescription("description", "kept");
   ASSERT_TRUE(package.loadFromManifestContent(manifest));
   ASSERT_TRUE(package.loadFromManifestContent("<package uuid='x'/>"));
   EXPECT_EQ(package.uuid(), "x");
@@ -48,12 +50,13 @@ TEST(Reading, AddsToWhatIsThereButSetsEveryRootAttribute)
                 package.typeVersion() + package.channel(),
             "");
   EXPECT_EQ(package.path(), "kept");
+  EXPECT_EQ(package.name("kept") + ' ' + package.description("kept"), "name description");
   EXPECT_THAT((std::list{package.behaviors().size(), package.dialogs().size(),
                          package.languages().size(), package.robotRequirements().size()}),
               testing::Each(4U));
   EXPECT_EQ(package.services().size() + package.executableFiles().size(), 12U);
   EXPECT_EQ(package.supportedLanguages().size() + package.descriptionLanguages().size(), 5U);
-  EXPECT_EQ(package.names().size(), 4U);
+  EXPECT_EQ(package.names().size(), 5U);
 }
 
 TEST(Reading, ProcessesNamespacesInTextsButNotInFiles)
@@ -98,11 +101,14 @@ TEST(Reading, LogsWhyAFileOrTextCannotBeRead)
   EXPECT_FALSE(package.loadFromManifestContent(malformed));
   expectMessage(captured.messages.at(3), "Syntax error in " + malformed + place,
                 "loadFromManifestContent");
+  EXPECT_FALSE(package.loadFromManifestFile("/proc/self/mem")); // opens, but cannot be read
+  EXPECT_EQ(captured.messages.at(4).text,
+            "Syntax error in /proc/self/mem at line 1, column 1: unexpected end of file");
   EXPECT_EQ(package.saveToManifestContent(), before);
 
   vesk::log::addCategory("veskpackage").setLevel(vesk::log::Level::Fatal);
   EXPECT_FALSE(package.loadFromManifestFile(missing));
-  EXPECT_EQ(captured.messages.size(), 4U);
+  EXPECT_EQ(captured.messages.size(), 5U);
   vesk::log::addCategory("veskpackage").setLevel(vesk::log::Level::Info);
 }
 

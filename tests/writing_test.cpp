@@ -44,12 +44,6 @@ TEST(Writing, WritesEverySectionInOrderAndLeavesOutWhatIsEmpty)
   EXPECT_EQ(oddPackage().saveToManifestContent(), contentOf(GOLDEN_FILES "/oddities.content.xml"));
 }
 
-TEST(Writing, OfAnEmptyPackageGivesEmptyContents)
-{
-  EXPECT_EQ(PackageInfo().saveToManifestContent(),
-            "<?xml version='1.0' encoding='UTF-8'?>\n<package>\n <contents/>\n</package>\n");
-}
-
 TEST(Writing, GivesFalseSilentlyWhereNoFileCanBeOpened)
 {
   const CapturedLog captured;

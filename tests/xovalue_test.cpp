@@ -39,6 +39,7 @@ TEST(XOValue, ReadsAsEmptyWhatItIsNot)
     }
   }
   EXPECT_TRUE(array({}).isValid());
+  EXPECT_NE(flag, XOValue(false));
   XOValue negative(flag);
   EXPECT_THROW(negative.arraySetSize(-1), std::out_of_range);
   EXPECT_EQ(negative, flag);
