@@ -121,15 +121,13 @@ TEST(LoadErrors, TellWhyAFileCannotBeRead)
     EXPECT_FALSE(readManifestFile(path, info, errors[1]));
     QFile file(QString::fromStdString(path));
     const bool isOpen = file.open(QIODevice::ReadOnly);
-    if (isOpen)
+    EXPECT_FALSE(package.readManifestDevice(file, errors[2]));
+    EXPECT_FALSE(readManifestDevice(file, info, errors[3]));
+    EXPECT_FALSE(readManifestDevice(file, package, info, errors[4]));
+    for (std::size_t i = 0; i < errors.size(); ++i)
     {
-      EXPECT_FALSE(package.readManifestDevice(file, errors[2]));
-      EXPECT_FALSE(readManifestDevice(file, info, errors[3]));
-      EXPECT_FALSE(readManifestDevice(file, package, info, errors[4]));
-    }
-    for (std::size_t i = 0; i < (isOpen ? 5U : 2U); ++i)
-    {
-      EXPECT_EQ(described(errors[i]), path + '|' + why + "|0:0") << i;
+      const std::string reason = i < 2 || isOpen ? why : "is not open for reading";
+      EXPECT_EQ(described(errors[i]), path + '|' + reason + "|0:0") << i;
     }
   }
 }

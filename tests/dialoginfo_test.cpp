@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-// Dialogs and language packs.
 #include "support.hpp"
 
 #include <package/packageinfo.hpp>
@@ -7,7 +6,6 @@
 #include <QDomDocument>
 
 using vesk::DialogInfo;
-using vesk::LanguageInfo;
 
 TEST(Dialog, StartsWithATypeVersionThatAnElementWithoutOneTakesAway)
 {
@@ -40,13 +38,4 @@ TEST(Dialog, ComparesAllItHolds)
     EXPECT_FALSE(left == right);
     EXPECT_TRUE(left != right);
   }
-}
-
-TEST(Language, GivesNamesForExactlyTheirLanguage)
-{
-  LanguageInfo pack;
-  EXPECT_EQ(pack.name("de"), "");
-  pack.setName("Deutsch", "fr");
-  EXPECT_EQ(pack.name("de"), "");
-  EXPECT_EQ(printed(pack).find("  de -> "), std::string::npos);
 }
