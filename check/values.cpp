@@ -69,6 +69,7 @@ void Checker::checkLanguage(const QDomElement& entry, const CheckedElement& chec
   {
     report(RuleId::EmptyLanguage, entry, QStringLiteral("the entry has no language"), part);
   }
+  // Where all count, a language may have any number of texts.
   if (checked.format.several != format::Several::Count && !lists[&checked].insert(language).second)
   {
     report(RuleId::RepeatedLanguage, entry,
