@@ -127,7 +127,7 @@ TEST(LoadErrors, TellWhyAFileCannotBeRead)
     for (std::size_t i = 0; i < errors.size(); ++i)
     {
       const std::string reason = i < 2 || isOpen ? why : "is not open for reading";
-      EXPECT_EQ(described(errors[i]), path + '|' + reason + "|0:0") << i;
+      EXPECT_EQ(described(errors[i]), described({path, reason})) << i;
     }
   }
 }
