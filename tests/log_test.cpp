@@ -17,7 +17,8 @@ TEST(Log, HandsAMessageToHandlersInTheirOrderUntilTheyAreRemoved)
         throw std::runtime_error(message.text); // must not reach the writer
       });
   const auto second = vlog::addHandler([&](const vlog::Message&) { calls.emplace_back("second"); });
-  vlog::write(category, Level::Error, "text", "function", "file.cpp", 7);
+  VESK_LOG(category, Level::Error, "text");
+  const int line = __LINE__ - 1;
   EXPECT_TRUE(vlog::removeHandler(first));
   EXPECT_FALSE(vlog::removeHandler(first));
   vlog::write(category, Level::Error, "more");
@@ -26,9 +27,11 @@ TEST(Log, HandsAMessageToHandlersInTheirOrderUntilTheyAreRemoved)
 
   const vlog::Message& message = captured.messages.front();
   EXPECT_EQ(message.level, Level::Error);
-  EXPECT_EQ(message.category + message.text + message.function + message.file,
-            "test.ordertextfunctionfile.cpp");
-  EXPECT_EQ(message.line, 7);
+  EXPECT_EQ(message.category, "test.order");
+  EXPECT_EQ(message.text, "text");
+  EXPECT_EQ(message.function, "TestBody");
+  EXPECT_EQ(message.file, __FILE__);
+  EXPECT_EQ(message.line, line);
 }
 
 TEST(Log, LetsThroughWhatTheCategorysLevelAllows)
@@ -51,6 +54,23 @@ TEST(Log, LetsThroughWhatTheCategorysLevelAllows)
   EXPECT_EQ(levelsWritten(), 5U);
   EXPECT_EQ(vlog::addCategory("test.later").level(), Level::Debug);
   vlog::setLevel(Level::Info);
+}
+
+TEST(Log, MakesATextOnlyForACategoryThatTakesIt)
+{
+  CapturedLog captured;
+  int made = 0;
+  const auto text = [&made] { return std::to_string(++made); };
+  VESK_LOG(vlog::addCategory("test.macro"), Level::Debug, text());
+  VESK_LOG(vlog::addCategory("test.macro"), Level::Info, text());
+  EXPECT_EQ(made, 1);
+  EXPECT_EQ(captured.messages.size(), 1U);
+  std::string names;
+  for (int level = -1; level <= 6; ++level)
+  {
+    names += printed(static_cast<Level>(level)) + ' ';
+  }
+  EXPECT_EQ(names, "level -1 silent fatal error warning info debug level 6 ");
 }
 
 TEST(Log, WritesALineToStandardErrorByDefault)
@@ -77,4 +97,12 @@ TEST(Log, CanBeUsedFromHandlers)
   vlog::write(vlog::addCategory("test.outer"), Level::Info, "outer");
   vlog::removeHandler(handler);
   EXPECT_EQ(captured.messages.size(), 2U);
+
+  struct LogsAtItsEnd
+  {
+    ~LogsAtItsEnd() { vlog::write(vlog::addCategory("test.end"), Level::Info, "removed"); }
+  };
+  vlog::removeHandler(
+      vlog::addHandler([logging = std::make_shared<LogsAtItsEnd>()](const vlog::Message&) {}));
+  EXPECT_EQ(captured.messages.back().text, "removed");
 }

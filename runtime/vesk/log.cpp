@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "printing.hpp"
+
 #include <vesk/log.hpp>
 
 #include <algorithm>
@@ -8,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <ostream>
 #include <utility>
 #include <vector>
 
@@ -136,32 +139,23 @@ bool removeHandler(HandlerId id)
   return true;
 }
 
-void writeToStandardError(const Message& message)
+std::string nameOf(Level level)
 {
   static constexpr std::array names{"silent", "fatal", "error", "warning", "info", "debug"};
-  const auto level = static_cast<std::size_t>(message.level);
-  std::string text = level < names.size() ? names.at(level) : "level " + std::to_string(level);
-  text += ": " + message.category + ": ";
+  const auto number = static_cast<std::size_t>(level); // a negative one becomes too large as well
+  return number < names.size() ? names[number] : "level " + std::to_string(static_cast<int>(level));
+}
+
+std::ostream& operator<<(std::ostream& out, Level level) { return out << nameOf(level); }
+
+void writeToStandardError(const Message& message)
+{
+  std::string text = nameOf(message.level) + ": " + message.category + ": ";
   if (!message.function.empty())
   {
     text += message.function + ": ";
   }
-  text += message.text;
-  std::string line;
-  for (const char c : text)
-  {
-    if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F)
-    {
-      std::array<char, 5> escaped{};
-      static_cast<void>(std::snprintf(escaped.data(), escaped.size(), "\\x%02x", c));
-      line += escaped.data();
-    }
-    else
-    {
-      line += c;
-    }
-  }
-  line += '\n';
+  const std::string line = vesk::detail::withEscapedControls(text + message.text) + '\n';
   // One call, so that lines of several threads do not mix.
   static_cast<void>(std::fwrite(line.data(), 1, line.size(), stderr));
 }

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <iosfwd>
 #include <string>
 
 /// The runtime's log: messages of a category, at a level, handed to every handler.
@@ -30,6 +31,11 @@ enum class Level : int
   Info = 4, ///< the level of a new category
   Debug = 5
 };
+
+/// The level's name in lower case, as in "warning"; "level 7" for a number without one.
+VESK_EXPORT std::string nameOf(Level level);
+/// Prints the level's name.
+VESK_EXPORT std::ostream& operator<<(std::ostream& out, Level level);
 
 /// One message as a handler sees it. Text is UTF-8.
 struct Message
@@ -79,6 +85,24 @@ VESK_EXPORT void setLevel(Level level);
 VESK_EXPORT void write(Category category, Level level, const std::string& text,
                        const std::string& function = {}, const std::string& file = {},
                        int line = 0);
+
+/// Writes a message with the function, the source file and the line where it stands:
+///
+/// \code
+/// VESK_LOG(category, vesk::log::Level::Warning, "no battery at " + port);
+/// \endcode
+///
+/// The text is made only when the category accepts the level.
+#define VESK_LOG(messageCategory, messageLevel, messageText)                                       \
+  do                                                                                               \
+  {                                                                                                \
+    const ::vesk::log::Category veskCategory = (messageCategory);                                  \
+    const ::vesk::log::Level veskLevel = (messageLevel);                                           \
+    if (veskCategory.accepts(veskLevel))                                                           \
+    {                                                                                              \
+      ::vesk::log::write(veskCategory, veskLevel, (messageText), __func__, __FILE__, __LINE__);    \
+    }                                                                                              \
+  } while (false)
 
 /// What receives messages. It can be called from several threads at once, and what it throws is
 /// dropped, since logging must not change what a program does.
