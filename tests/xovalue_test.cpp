@@ -83,7 +83,9 @@ TEST(XOValue, IsAValue)
   XOValue moved(std::move(copy));
   EXPECT_FALSE(copy.isValid()); // NOLINT(bugprone-use-after-move): it says so
   EXPECT_EQ(moved[1][0], XOValue("changed"));
+  const XOValue copied(moved);
   const XOValue part(std::move(moved[1]));
+  EXPECT_EQ(copied, array({"en_US", array({"changed", "b"})}));
   EXPECT_EQ(moved, array({"en_US", {}}));
   moved.arraySetSize(1);
   EXPECT_EQ(moved, array({{}}));
