@@ -20,8 +20,8 @@ namespace
 /// A type, and the type of which it is a later version.
 struct Version
 {
-  TypeInterface* type;
-  TypeInterface* earlier;
+  const TypeInterface* type;
+  const TypeInterface* earlier;
 };
 
 /// Descriptions live to the end of the process, so the types are made once, always the same ones.
@@ -64,24 +64,28 @@ private:
     (add(vesk::typeOf<Types>(), vesk::typeOf<AnyValue>(), 1), ...);
   }
 
-  void add(TypeInterface* type, TypeInterface* earlier, int parts)
+  void add(const TypeInterface* type, const TypeInterface* earlier, int parts)
   {
     versions.push_back({type, earlier});
     partsOf[type] = parts;
   }
 
-  TypeInterface* anyType() { return versions[random() % versions.size()].type; }
+  const TypeInterface* anyType() { return versions[random() % versions.size()].type; }
 
   void addType()
   {
-    TypeInterface* const type = anyType();
+    const TypeInterface* const type = anyType();
     if (random() % 4 == 0)
     {
       add(vesk::describeList(type), type, 1);
     }
+    else if (random() % 8 == 0)
+    {
+      add(vesk::describeMap(vesk::typeOf<std::string>(), type), type, 1);
+    }
     else if (type->kind() == vesk::TypeKind::Struct)
     {
-      addVersionOf(*static_cast<vesk::StructTypeInterface*>(type));
+      addVersionOf(*static_cast<const vesk::StructTypeInterface*>(type));
     }
     else
     {
@@ -89,7 +93,7 @@ private:
     }
   }
 
-  void addVersionOf(vesk::StructTypeInterface& type)
+  void addVersionOf(const vesk::StructTypeInterface& type)
   {
     std::vector<vesk::RuntimeMember> members;
     for (std::size_t i = 0; i < type.memberNames().size(); ++i)
@@ -117,7 +121,7 @@ private:
   }
 
   void addStruct(const std::vector<vesk::RuntimeMember>& members,
-                 const std::vector<std::string>& added, TypeInterface* earlier)
+                 const std::vector<std::string>& added, const TypeInterface* earlier)
   {
     int parts = 1;
     std::set<std::string> names;
@@ -134,7 +138,7 @@ private:
   }
 
   std::mt19937 random{1}; // NOLINT(cert-msc51-cpp): always the same types
-  std::map<TypeInterface*, int> partsOf;
+  std::map<const TypeInterface*, int> partsOf;
 };
 
 const TypePool& pool()

@@ -69,10 +69,9 @@ private:
 
   void fillList(const AnyReference& list)
   {
-    const auto& type = static_cast<const vesk::ListTypeInterface&>(*list.type());
     for (int left = count(); left > 0; --left)
     {
-      fill(AnyReference(*type.elementType(), type.append(list.address())));
+      fill(list.append());
     }
   }
 
@@ -83,7 +82,9 @@ private:
     {
       AnyValue key(*type.keyType());
       fill(key);
-      fill(AnyReference(*type.valueType(), type.insert(map.address(), key.reference().address())));
+      AnyValue value(*type.valueType());
+      fill(value);
+      map.insert(key, value);
     }
   }
 

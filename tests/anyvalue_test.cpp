@@ -2,6 +2,9 @@
 #include "support.hpp"
 
 #include <vesk/anyvalue.hpp>
+#include <vesk/runtimetypes.hpp>
+
+#include <random>
 
 using namespace vesk;
 
@@ -26,8 +29,10 @@ struct OtherMotor
 struct OtherArm
 {
   std::list<OtherMotor> motors;
-  std::map<std::string, AnyValue> extra;
+  std::map<std::string, AnyValue> extra{{"of the default", 1}};
 };
+struct Undescribed
+{};
 struct Tree
 {
   std::vector<Tree> branches;
@@ -103,6 +108,12 @@ TEST(AnyValue, OwnsAValueOfAnyType)
   AnyValue nested(Arm{{}, Motor{"part", {}}});
   nested = nested.as<Arm>().extra; // a part of itself
   EXPECT_EQ(nested.as<Motor>().name, "part");
+  AnyValue list(std::vector<AnyValue>{1});
+  list.append(list);
+  list.insert(0, list.element(1));
+  EXPECT_EQ(printed(list), "[[1], 1, [1]]");
+  list.reset();
+  EXPECT_FALSE(list.isValid());
 }
 
 TEST(AnyValue, ReachesIntoItsValue)
@@ -115,7 +126,9 @@ TEST(AnyValue, ReachesIntoItsValue)
   EXPECT_EQ(value.as<Arm>().motors.at(0).name, "changed");
   EXPECT_EQ(value.as<Arm>().motors.at(1).limits, std::list<double>{7});
 
-  const AnyReference names(value.member("extra").as<AnyValue>());
+  EXPECT_THAT(value.memberNames(), testing::ElementsAre("motors", "extra"));
+
+  AnyValue& names = value.member("extra").as<AnyValue>();
   names.find("fr").set("Le bras");
   EXPECT_EQ(names.as<Names>()["fr"], "Le bras");
   EXPECT_FALSE(names.find("de").isValid());
@@ -124,15 +137,171 @@ TEST(AnyValue, ReachesIntoItsValue)
   EXPECT_EQ(std::as_const(value).member("extra").as<AnyValue>().find("en").as<std::string>(),
             "The arm");
   EXPECT_EQ(names.entries().at(1).first.as<std::string>(), "fr");
+}
 
-  EXPECT_THROW(value.member("wheels"), std::out_of_range);
-  EXPECT_THROW(value.member(2), std::out_of_range);
-  EXPECT_THROW(value.member("motors").element(2), std::out_of_range);
-  EXPECT_THROW(value.element(0), ConversionError);
-  EXPECT_THROW(value.size(), ConversionError);
-  EXPECT_THROW(value.find("x"), ConversionError);
-  EXPECT_THROW(names.member(0), ConversionError);
-  EXPECT_THROW(AnyValue().member("x"), ConversionError);
+TEST(AnyValue, SaysWhatItLacks)
+{
+  AnyValue arm(Arm{{Motor(), Motor()}, {}});
+  AnyValue runtime(*describeStruct("Runtime", {{"a", typeOf<int>()}}));
+  AnyValue list(*describeList(typeOf<int>()));
+  AnyValue map(*describeMap(typeOf<int>(), typeOf<bool>()));
+  AnyValue none;
+  const AnyReference motors = arm.member("motors");
+  const std::vector<std::pair<std::function<void()>, std::string>> lacking{
+      {[&] { arm.member("wheels"); }, "Arm has no member \"wheels\""},
+      {[&] { arm.member(99); }, "no member 99; there are 2"},
+      {[&] { runtime.member(1); }, "no member 1; there is 1"},
+      {[&] { motors.element(2); }, "no element 2; there are 2"},
+      {[&] { motors.erase(2); }, "no element 2; there are 2"},
+      {[&] { motors.insert(3, Motor()); }, "no place 3; there are 3"},
+      {[&] { list.element(0); }, "no element 0; there are 0"},
+      {[&] { list.erase(0); }, "no element 0; there are 0"},
+      {[&] { list.insert(1, 5); }, "no place 1; there is 1"},
+      {[&] { motors.erase(-1); }, "cannot convert int32 to uint64: -1 does not fit into uint64"},
+      {[&] { motors.append(5); }, "cannot convert int32 to Motor: int32 is no Motor"},
+      {[&] { map.find("x"); }, "cannot convert string to int32: string is no int32"},
+      {[&] { map.insert(1, 5); }, "cannot convert int32 to bool: int32 is no bool"},
+      {[&] { arm.element(0); }, "the value is Arm, no list"},
+      {[&] { map.append(); }, "the value is map<int32, bool>, no list"},
+      {[&] { arm.size(); }, "the value is Arm, no list or map"},
+      {[&] { arm.clear(); }, "the value is Arm, no list or map"},
+      {[&] { arm.find("x"); }, "the value is Arm, no map"},
+      {[&] { motors.member(0); }, "the value is list<Motor>, no struct"},
+      {[&] { none.member("x"); }, "the value is nothing, no struct"},
+      {[&] { none.set(5); }, "cannot convert int32 to nothing: there is no value to replace"},
+      {[&] { motors.as<Names>(); }, "the value is list<Motor>, not map<string, string>"}};
+  for (const auto& [action, message] : lacking)
+  {
+    EXPECT_EQ(thrown<std::exception>(action), message);
+  }
+  EXPECT_EQ(motors.size() + list.size() + map.size(), 2U);
+}
+
+// The same changes to a list of each kind, and to a plain vector.
+TEST(AnyValue, ChangesListsAsAVectorChanges)
+{
+  for (const TypeInterface* type : std::initializer_list<const TypeInterface*>{
+           typeOf<std::vector<int>>(), typeOf<std::list<double>>(), describeList(typeOf<int>())})
+  {
+    AnyValue list(*type);
+    std::vector<int> model;
+    std::mt19937 random{1}; // NOLINT(cert-msc51-cpp): always the same changes
+    for (int step = 0; step < 300; ++step)
+    {
+      const std::size_t place = random() % (model.size() + 1);
+      const auto at = model.begin() + static_cast<std::ptrdiff_t>(place);
+      switch (random() % 8)
+      {
+      case 0:
+        EXPECT_EQ(list.append().to<int>(), 0);
+        model.push_back(0);
+        break;
+      case 1:
+      case 2:
+        EXPECT_EQ(list.append(step).to<int>(), step);
+        model.push_back(step);
+        break;
+      case 3:
+      case 4:
+        EXPECT_EQ(list.insert(place, AnyValue(step)).to<int>(), step);
+        model.insert(at, step);
+        break;
+      case 5:
+        list.elements().empty() ? list.clear() : list.elements().back().set(step);
+        model.empty() ? model.clear() : static_cast<void>(model.back() = step);
+        break;
+      default:
+        if (at != model.end())
+        {
+          EXPECT_TRUE(list.erase(place));
+          model.erase(at);
+        }
+      }
+      ASSERT_EQ(list.to<std::vector<int>>(), model) << type->name() << " after " << step;
+    }
+    list.clear();
+    EXPECT_EQ(list.size(), 0U);
+  }
+}
+
+TEST(AnyValue, ChangesMapsAsAMapChanges)
+{
+  const auto* const text = typeOf<std::string>();
+  for (const TypeInterface* type : std::initializer_list<const TypeInterface*>{
+           typeOf<std::map<int, std::string>>(), describeMap(typeOf<int>(), text),
+           describeMap(typeOf<double>(), text), describeMap(text, text)})
+  {
+    AnyValue map(*type);
+    std::map<std::string, std::string> model;
+    for (const int number : {3, 1, 2, 1, -3, 9, -5, -1, 5, -9, 7, 1, 0, 3})
+    {
+      const std::string name = std::to_string(std::abs(number));
+      const AnyValue key =
+          type == describeMap(text, text) ? AnyValue(name) : AnyValue(std::abs(number));
+      const std::string value = "set by " + std::to_string(number);
+      EXPECT_EQ(map.find(key).isValid(), model.count(name) != 0);
+      if (number < 0)
+      {
+        EXPECT_EQ(map.erase(key), model.erase(name) != 0);
+      }
+      else
+      {
+        EXPECT_EQ(map.insert(key, value), AnyConstReference(value));
+        model[name] = value;
+      }
+      std::map<std::string, std::string> found;
+      for (const auto& [itsKey, itsValue] : map.entries())
+      {
+        const std::string shown = printed(itsKey);
+        found[shown.front() == '"' ? shown.substr(1, shown.size() - 2) : shown] =
+            itsValue.as<std::string>();
+      }
+      EXPECT_EQ(found, model) << type->name();
+    }
+    const AnyValue copy(map);
+    map.clear();
+    EXPECT_EQ(map.size(), 0U);
+    EXPECT_EQ(copy.size(), model.size());
+  }
+}
+
+TEST(AnyValue, PrintsAndComparesByContent)
+{
+  AnyValue inner(*describeStruct("Runtime", {{"a", typeOf<int>()}}));
+  const std::vector<std::pair<AnyValue, std::string>> values{
+      {{}, "nothing"},
+      {true, "true"},
+      {false, "false"},
+      {-5, "-5"},
+      {std::uint64_t(5), "5"},
+      {0.1, "0.1"},
+      {"a\"b\n\x7fé", R"("a\"b\x0a\x7fé")"},
+      {std::vector<int>(), "[]"},
+      {std::vector<int>{1, 2}, "[1, 2]"},
+      {std::list<int>{1, 2}, "[1, 2]"},
+      {std::vector<int>{1}, "[1]"},
+      {Names(), "{}"},
+      {Names{{"en", "x"}, {"fr", ""}}, R"({"en": "x", "fr": ""})"},
+      {Names{{"en", "x"}, {"de", ""}}, R"({"de": "", "en": "x"})"},
+      {Motor{"a", {2.5}}, "Motor{name: \"a\", limits: [2.5]}"},
+      {Motor{"b", {2.5}}, "Motor{name: \"b\", limits: [2.5]}"},
+      {Arm{{Motor{"a", {}}}, 5}, "Arm{motors: [Motor{name: \"a\", limits: []}], extra: 5}"},
+      {Arm{{Motor{"a", {}}}, {}}, "Arm{motors: [Motor{name: \"a\", limits: []}], extra: nothing}"},
+      {std::pair(1, true), "pair<int32, bool>{first: 1, second: true}"},
+      {inner, "Runtime{a: 0}"}};
+  for (const auto& [value, text] : values)
+  {
+    EXPECT_EQ(printed(value), text);
+    for (const auto& [other, otherText] : values)
+    {
+      EXPECT_EQ(AnyValue(value) == other, &value == &other) << text << " and " << otherText;
+      EXPECT_EQ(AnyValue(value) != other, &value != &other) << text << " and " << otherText;
+    }
+  }
+  const AnyValue undescribed{Undescribed()};
+  EXPECT_EQ(undescribed, undescribed);
+  EXPECT_NE(undescribed, AnyValue(undescribed));
+  EXPECT_EQ(printed(undescribed), "<(anonymous namespace)::Undescribed>");
 }
 
 TEST(AnyValue, ConvertsAtAnyDepth)
@@ -142,7 +311,7 @@ TEST(AnyValue, ConvertsAtAnyDepth)
   ASSERT_EQ(other.motors.size(), 2U);
   EXPECT_EQ(other.motors.front().limits, (std::vector<int>{1, 2}));
   EXPECT_EQ(other.motors.back().name.as<std::string>(), "b");
-  EXPECT_EQ(other.extra.at("en").as<std::string>(), "Arm");
+  EXPECT_EQ(printed(AnyConstReference(other.extra)), R"({"en": "Arm"})");
   const auto back = AnyConstReference(other).to<Arm>();
   EXPECT_EQ(back.motors.at(0).limits, (std::list<double>{1, 2}));
   EXPECT_EQ(back.motors.at(1).limits, std::list<double>()); // nothing of the default's own
@@ -174,10 +343,9 @@ TEST(AnyValue, SaysWhatCannotBeConverted)
   const AnyValue strange(std::map<std::string, AnyValue>{{"name", 1}, {"wheels", 2}});
   EXPECT_EQ(whyNot<Motor>(strange), "cannot convert map<string, dynamic> to Motor: without "
                                     "\"limits\" and with a surplus \"wheels\"");
-  EXPECT_EQ(whyNot<int>(AnyValue()), "cannot convert nothing to int32");
+  EXPECT_EQ(whyNot<int>(AnyValue()), "cannot convert nothing to int32: there is no value");
   EXPECT_EQ(whyNot<std::list<int>>(AnyValue(std::list<AnyValue>(1))),
             "cannot convert list<dynamic> to list<int32>: [0]: there is no value");
-  EXPECT_THROW(AnyReference().set(5), ConversionError);
   using Texts = std::map<int, std::string>;
   EXPECT_EQ(whyNot<Texts>(AnyValue(std::map<int, AnyValue>{{5, "x"}, {6, true}})),
             "cannot convert map<int32, dynamic> to map<int32, string>: [1]: bool is no string");
@@ -222,13 +390,20 @@ TEST(AnyValue, RefusesToCopyOrConvertWhatIsNestedDeep)
     return tree;
   };
   const AnyValue deepest = nested(127, inList);
-  EXPECT_EQ(AnyValue(deepest.reference()).size(), 1U);
+  EXPECT_EQ(AnyValue(deepest).size(), 1U);
+  const AnyValue deeper = nested(128, inList);
+  EXPECT_THROW(AnyValue{deeper}, ConversionError);
   const AnyValue deep = nested(200000, inList);
   AnyValue kept("kept");
   EXPECT_THROW(kept = deep, ConversionError);
   EXPECT_EQ(kept.as<std::string>(), "kept");
   EXPECT_EQ(nested(200000, inValue).to<std::string>(), "innermost");
-  EXPECT_THROW(deep.to<std::list<AnyValue>>(), ConversionError);
+  EXPECT_EQ(whyNot<std::list<AnyValue>>(deep),
+            "cannot convert list<dynamic> to list<dynamic>: [0]: cannot copy values nested more "
+            "than 128 deep");
+  EXPECT_EQ(nested(63, inList), nested(63, inList)); // a list and an AnyValue each
+  EXPECT_THROW(static_cast<void>(deep == deep), ConversionError);
+  EXPECT_THAT(printed(deep), testing::HasSubstr("[...]"));
   const AnyValue leaf(Tree{});
   EXPECT_EQ(inTree(inTree(leaf)).to<Tree>().branches.at(0).branches.size(), 1U);
   AnyValue tree(leaf);

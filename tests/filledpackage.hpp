@@ -24,20 +24,17 @@ void fill(const vesk::AnyReference& value, Values& values, const std::string& me
   case TypeKind::String:
     value.set(values.text(member));
     break;
-  case TypeKind::List: {
-    const auto* type = static_cast<const vesk::ListTypeInterface*>(value.type());
+  case TypeKind::List:
     for (int left = values.length(member); left > 0; --left)
     {
-      fill(vesk::AnyReference(*type->elementType(), type->append(value.address())), values, member);
+      fill(value.append(), values, member);
     }
     break;
-  }
   case TypeKind::Map: {
     const auto* type = static_cast<const vesk::MapTypeInterface*>(value.type());
     for (const std::string& key : values.keys())
     {
-      fill(vesk::AnyReference(*type->valueType(), type->insert(value.address(), &key)), values,
-           member);
+      fill(value.insert(key, vesk::AnyValue(*type->valueType())), values, member);
     }
     break;
   }

@@ -23,7 +23,7 @@ const StructTypeInterface& structOf(const TypeInterface* type)
 
 /// A description of a record with the members of \p type, but for the one named, and with a further
 /// one when that is given.
-TypeInterface* peerOf(const TypeInterface* type, const std::string& without,
+const TypeInterface* peerOf(const TypeInterface* type, const std::string& without,
                       const std::string& with = {})
 {
   std::vector<RuntimeMember> members;
@@ -124,9 +124,9 @@ TEST(Registration, PackagesMakeTheRoundTripThroughGenericValues)
 TEST(Registration, ExchangesBehaviorsWithPeersThatLackTheAddedField)
 {
   const auto behavior = filled<BehaviorInfo>();
-  TypeInterface* const peerBehavior = peerOf(typeOf<BehaviorInfo>(), "userRequestable");
+  const TypeInterface* const peerBehavior = peerOf(typeOf<BehaviorInfo>(), "userRequestable");
   AnyValue peer(*peerBehavior);
-  peer.reference().set(behavior);
+  peer.set(behavior);
   const auto read = peer.to<BehaviorInfo>();
   EXPECT_EQ(read.path(), behavior.path());
   EXPECT_EQ(read.tags("de"), behavior.tags("de"));
@@ -145,7 +145,7 @@ TEST(Registration, ExchangesBehaviorsWithPeersThatLackTheAddedField)
   }
   AnyValue peerPackage(*describeStruct("::peer::Package", members));
   const auto package = filled<PackageInfo>();
-  peerPackage.reference().set(package);
+  peerPackage.set(package);
   EXPECT_EQ(peerPackage.member("behaviors").size(), 3U);
   const auto back = peerPackage.to<PackageInfo>();
   ASSERT_EQ(back.behaviors().size(), 3U);
@@ -165,7 +165,7 @@ TEST(Registration, ExchangesBehaviorsWithPeersOfTheFirstVersion)
     members.push_back({name, type.memberTypes().at(type.memberIndex(name).value())});
   }
   AnyValue peer(*describeStruct("::peer::FirstBehavior", members));
-  peer.reference().set(filled<BehaviorInfo>());
+  peer.set(filled<BehaviorInfo>());
   EXPECT_EQ(peer.to<BehaviorInfo>().nature(), filled<BehaviorInfo>().nature());
 }
 

@@ -43,7 +43,7 @@ TEST(TypeSystem, TellsKindAndNameOfEachType)
       {typeOf<std::list<Point>>(), TypeKind::List, "list<Point>"},
       {typeOf<std::map<int, std::vector<AnyValue>>>(), TypeKind::Map, "map<int32, list<dynamic>>"},
       {typeOf<Point>(), TypeKind::Struct, "Point"},
-      {typeOf<Pair>(), TypeKind::Struct, "pair"},
+      {typeOf<Pair>(), TypeKind::Struct, "pair<list<Point>, bool>"},
       {typeOf<AnyValue>(), TypeKind::Dynamic, "dynamic"},
       {typeOf<std::vector<bool>>(), TypeKind::Unknown, "std::vector<bool, std::allocator<bool> >"},
       {typeOf<std::vector<Undescribed>>(), TypeKind::Unknown, {}},
@@ -58,8 +58,13 @@ TEST(TypeSystem, TellsKindAndNameOfEachType)
   const AnyValue held(Undescribed(7));
   EXPECT_EQ(AnyValue(held).as<Undescribed>().value, 7);
   EXPECT_EQ(held.to<Undescribed>().value, 7);
-  EXPECT_THROW(AnyValue(5).to<Undescribed>(), ConversionError);
-  EXPECT_THROW(AnyValue(Undescribed(1)).reference().set(5), ConversionError);
+  AnyValue changed(Undescribed(1));
+  changed.set(AnyValue(std::vector<AnyValue>{held}).element(0));
+  EXPECT_EQ(changed.as<Undescribed>().value, 7);
+  const std::string why = "cannot convert int32 to " + typeOf<Undescribed>()->name() +
+                          ": int32 is no " + typeOf<Undescribed>()->name();
+  EXPECT_EQ(thrown<ConversionError>([] { AnyValue(5).to<Undescribed>(); }), why);
+  EXPECT_EQ(thrown<ConversionError>([&changed] { changed.set(5); }), why);
   EXPECT_THROW(AnyValue(*typeOf<Undescribed>()), std::logic_error);
   const std::pair<const std::string, int> entry("key", 1);
   EXPECT_EQ(AnyValue(entry).type()->kind(), TypeKind::Unknown);
@@ -120,7 +125,12 @@ TEST(TypeSystem, DescribesStructsAtRunTime)
   EXPECT_THROW(describeStruct("S", {{"a", number}, {"a", number}}), std::invalid_argument);
   EXPECT_THROW(describeStruct("S", {{"a", nullptr}}), std::invalid_argument);
   EXPECT_THROW(describeList(nullptr), std::invalid_argument);
-  EXPECT_EQ(describeList(inner), describeList(inner));
+  EXPECT_THROW(describeMap(number, nullptr), std::invalid_argument);
+  EXPECT_THROW(describeMap(nullptr, number), std::invalid_argument);
+  EXPECT_THROW(describeMap(inner, number), std::invalid_argument);
+  EXPECT_EQ(describeList(AnyValue(*inner).type()), describeList(inner));
+  EXPECT_EQ(describeMap(number, inner), describeMap(number, inner));
+  EXPECT_NE(describeMap(number, inner), describeMap(number, number));
 
   AnyValue value(*describeStruct("Outer", {{"inner", inner}, {"list", describeList(inner)}}));
   value.member("inner").member("a").set(5);
@@ -133,12 +143,12 @@ TEST(TypeSystem, DescribesStructsAtRunTime)
   using Inners = std::vector<std::map<std::string, AnyValue>>;
   EXPECT_EQ(value.member("list").to<Inners>().at(1).at("b").as<std::string>(), "changed");
   // All values described at run time are stored alike, and yet are of different types.
-  EXPECT_THROW(AnyValue(*inner).reference().set(value), ConversionError);
+  EXPECT_THROW(AnyValue(*inner).set(value), ConversionError);
 }
 
 TEST(TypeSystem, RefusesToDescribeWhatUsesUpStackOrMemory)
 {
-  const auto depthOf = [](TypeInterface* type, const auto& around)
+  const auto depthOf = [](const TypeInterface* type, const auto& around)
   {
     const auto describe = [&] { type = around(type); };
     int depth = 0;
@@ -150,7 +160,9 @@ TEST(TypeSystem, RefusesToDescribeWhatUsesUpStackOrMemory)
     return depth;
   };
   EXPECT_EQ(depthOf(typeOf<int>(), describeList), 127);
-  const auto inTwo = [](TypeInterface* type) -> TypeInterface* {
+  const auto inMap = [](const TypeInterface* type) { return describeMap(typeOf<int>(), type); };
+  EXPECT_EQ(depthOf(typeOf<int>(), inMap), 127);
+  const auto inTwo = [](const TypeInterface* type) {
     return describeStruct("Two", {{"a", type}, {"b", type}});
   };
   EXPECT_EQ(depthOf(typeOf<int>(), inTwo), 15); // 2^15 values, and the structs around them

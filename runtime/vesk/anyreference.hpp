@@ -2,11 +2,12 @@
 #ifndef VESK_ANYREFERENCE_HPP
 #define VESK_ANYREFERENCE_HPP
 
+#include <vesk/conversion.hpp>
 #include <vesk/export.hpp>
 #include <vesk/typesystem.hpp>
 
 #include <cstddef>
-#include <stdexcept>
+#include <iosfwd>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -16,43 +17,18 @@
 namespace vesk
 {
 
-class AnyConstReference;
-class AnyReference;
-
-/// Thrown where a value is not of the type it is taken for, or cannot be converted. The message of a
-/// conversion names both types and the place in the source that could not be converted, as in
-/// `cannot convert peer::Package to ::vesk::PackageInfo: behaviors[2]: without "nature"`.
-class VESK_EXPORT ConversionError : public std::runtime_error
-{
-public:
-  using std::runtime_error::runtime_error;
-};
-
-/// Replaces the value that \p target refers to by a converted copy of \p source. If this throws,
-/// the value is unchanged.
-///
-/// A value of the same type is copied. Numbers convert if the target can hold them: integers
-/// exactly, floating point with rounding. Lists, maps and pairs convert element by element. An
-/// AnyValue converts as the value it holds, and any value converts to an AnyValue. Structs convert
-/// by the names of their members; both must have the same names, except where a struct's versioning
-/// allows otherwise. A map with string keys is treated as a struct whose members are its entries.
-/// All else, and values nested more than 128 deep, throw ConversionError.
-VESK_EXPORT void convert(const AnyConstReference& source, const AnyReference& target);
+class AnyArgument;
 
 namespace detail
 {
-/// Values may come from untrusted sources; deeper nesting could exhaust the stack.
-inline constexpr int deepestNesting = 128;
-
-/// Like convert(), but converts in place: when it throws, \p target is incomplete, to be discarded.
-VESK_EXPORT void convertAfresh(const AnyConstReference& source, const AnyReference& target);
-
 /// Excludes types that stand for another value: views, AnyValue, pointers, arrays, string views.
 template <typename Value>
 using IfPlain =
     std::enable_if_t<!std::is_base_of_v<AnyConstReference, std::remove_const_t<Value>> &&
+                         !std::is_base_of_v<AnyArgument, std::remove_const_t<Value>> &&
                          !std::is_same_v<AnyValue, std::remove_const_t<Value>> &&
-                         !std::is_pointer_v<Value> && !std::is_array_v<Value> &&
+                         !std::is_pointer_v<Value> && !std::is_null_pointer_v<Value> &&
+                         !std::is_array_v<Value> &&
                          !std::is_same_v<std::string_view, std::remove_const_t<Value>>,
                      int>;
 } // namespace detail
@@ -80,6 +56,8 @@ public:
   bool isValid() const { return viewedType != nullptr; }
   /// The type of the value; null when there is none.
   const TypeInterface* type() const { return viewedType; }
+  /// The name of the value's type; "nothing" when there is no value.
+  std::string typeName() const;
   /// Whether there is a value of this C++ type.
   template <typename Value>
   bool is() const
@@ -122,10 +100,14 @@ public:
   /// The value under \p key, after converting \p key to the map's key type; a view of nothing when
   /// there is no such key. Throws as entries() does, and ConversionError when the key does not
   /// convert.
-  /// \{
-  AnyConstReference find(const AnyConstReference& key) const;
-  AnyConstReference find(const std::string& key) const { return find(AnyConstReference(key)); }
-  /// \}
+  AnyConstReference find(const AnyArgument& key) const;
+
+protected:
+  bool isMap() const;
+  // These throw ConversionError when the value is of another kind.
+  const MapTypeInterface& mapType() const;
+  const ListTypeInterface& listType() const;
+  const ListTypeInterface& listTypeUnlessMap() const;
 
 private:
   const void* addressOf(const TypeInterface& wanted) const;
@@ -136,8 +118,54 @@ private:
   const void* viewed = nullptr;
 };
 
+/// Whether both values are of one type (see isSameType()) and of equal content: numbers, texts and
+/// bools by value, lists, maps and structs part by part, an AnyValue by the value it holds. Two views
+/// of nothing are equal. Values of a type of unknown kind are equal to themselves only. Throws
+/// ConversionError when equal values are nested more than 128 deep.
+/// \{
+VESK_EXPORT bool operator==(const AnyConstReference& left, const AnyConstReference& right);
+inline bool operator!=(const AnyConstReference& left, const AnyConstReference& right)
+{
+  return !(left == right);
+}
+/// \}
+
+/// Prints a value for people, on one line and at any length:
+/// `Motor{name: "left", limits: [1, 2.5]}`, maps as `{"en": "Arm"}`. Control characters in texts are
+/// printed as "\x0a" and the like, a value of unknown kind as its type's name in angle brackets,
+/// and what is nested more than 128 deep as "...".
+VESK_EXPORT std::ostream& operator<<(std::ostream& out, const AnyConstReference& value);
+
+/// A value as an argument of functions that copy it: any C++ value, a text in any of its forms, a view
+/// or an AnyValue. It is made where it is needed, and valid within that call only.
+class VESK_EXPORT AnyArgument
+{
+public:
+  AnyArgument(const AnyConstReference& value) : viewed(value) {}
+  AnyArgument(const AnyValue& value) : viewed(value) {}
+  template <typename Value, detail::IfPlain<Value> = 0>
+  AnyArgument(const Value& value) : viewed(value)
+  {}
+  /// A null pointer throws std::logic_error.
+  AnyArgument(const char* value) : text(value), viewed(text) {}
+  AnyArgument(std::string_view value) : text(value), viewed(text) {}
+  AnyArgument(std::nullptr_t) = delete;
+  AnyArgument(const AnyArgument&) = delete;
+  AnyArgument& operator=(const AnyArgument&) = delete;
+
+  const AnyConstReference& view() const { return viewed; }
+
+private:
+  std::string text;
+  AnyConstReference viewed;
+};
+
 /// A view through which the value can be changed as well. Otherwise it is like AnyConstReference,
 /// whose description of each function applies here, too.
+///
+/// What changes a value converts its arguments first, by the rules of convert(), to the type of the
+/// value or part: if that throws, nothing has changed. Views of a value's parts are invalid after the
+/// value has been replaced, or has more or fewer elements.
 class VESK_EXPORT AnyReference : public AnyConstReference
 {
 public:
@@ -171,25 +199,28 @@ public:
     return writable(AnyConstReference::element(index));
   }
   std::vector<std::pair<AnyConstReference, AnyReference>> entries() const;
-  AnyReference find(const AnyConstReference& key) const
-  {
-    return writable(AnyConstReference::find(key));
-  }
-  AnyReference find(const std::string& key) const { return find(AnyConstReference(key)); }
+  AnyReference find(const AnyArgument& key) const { return writable(AnyConstReference::find(key)); }
 
-  /// Replaces the value by a converted copy, by the rules of convert(); views of the value's parts
-  /// are invalid afterwards. If this throws, the value is unchanged. A null pointer throws
-  /// std::logic_error.
+  /// Replaces the value by a converted copy.
+  void set(const AnyArgument& value) const { convert(value.view(), *this); }
+
+  /// Appends an element to a list, a default one or a converted copy, and gives a view of it. Throws
+  /// ConversionError when the value is no list.
   /// \{
-  void set(const AnyConstReference& source) const { convert(source, *this); }
-  void set(const char* text) const { set(std::string(text)); }
-  void set(std::string_view text) const { set(std::string(text)); }
-  template <typename Value, detail::IfPlain<Value> = 0>
-  void set(const Value& value) const
-  {
-    convert(AnyConstReference(value), *this);
-  }
+  AnyReference append() const;
+  AnyReference append(const AnyArgument& element) const;
   /// \}
+
+  /// In a list, inserts a converted copy of \p value before the element at \p place, counted from 0;
+  /// the number of elements stands for the end. In a map, makes it the value under the key \p place,
+  /// instead of one that was there. Gives a view of the inserted value. Throws ConversionError when
+  /// the value is neither list nor map, and std::out_of_range when a list has no such place.
+  AnyReference insert(const AnyArgument& place, const AnyArgument& value) const;
+  /// Removes the element at \p place from a list, or the entry with the key \p place from a map.
+  /// False when a map has no such key; otherwise throws as insert() does.
+  bool erase(const AnyArgument& place) const;
+  /// Removes all elements of a list or map. Throws ConversionError when the value is neither.
+  void clear() const;
 
 private:
   // Only for parts that were reached through a writable view.
@@ -215,7 +246,7 @@ inline Value AnyConstReference::to() const // inline, so that libraries that use
   }
   else
   {
-    return as<Value>(); // throws, since the type differs
+    return *static_cast<const Value*>(detail::addressOfHeld(*this, *typeOf<Value>()));
   }
 }
 

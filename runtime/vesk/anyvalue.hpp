@@ -58,7 +58,9 @@ public:
                             std::is_same_v<Decayed, char*> ||
                             std::is_same_v<Decayed, std::string_view>;
     using Held = std::conditional_t<isText, std::string, Decayed>;
-    static_assert(!std::is_pointer_v<Held>, "a value owns what it holds");
+    static_assert(!std::is_null_pointer_v<Held>, "nullptr is no value; AnyValue() holds none");
+    static_assert(!std::is_pointer_v<Held>, "a pointer does not own what an AnyValue would hold");
+    static_assert(std::is_copy_constructible_v<Held>, "an AnyValue holds only what can be copied");
     held = typeOf<Held>();
     content = new Held(std::forward<Value>(value));
   }
@@ -67,6 +69,9 @@ public:
   AnyValue& operator=(const AnyValue& other);
   AnyValue& operator=(AnyValue&& other) noexcept;
   ~AnyValue();
+
+  /// Destroys the value; there is none afterwards.
+  void reset() noexcept { *this = AnyValue(); }
 
   /// A view of the value; a view of nothing when there is none.
   /// \{
@@ -80,7 +85,8 @@ public:
   }
   /// \}
 
-  /// Shortcuts for functions of reference(); AnyConstReference describes each, and has some more.
+  /// Shortcuts for the functions of reference(), which AnyConstReference and AnyReference describe.
+  /// Their operators == and != compare AnyValues, and << prints them.
   /// \{
   bool isValid() const { return held != nullptr; }
   const TypeInterface* type() const { return held; }
@@ -104,6 +110,8 @@ public:
   {
     return reference().to<Value>();
   }
+  void set(const AnyArgument& value) { reference().set(value); }
+  const std::vector<std::string>& memberNames() const { return reference().memberNames(); }
   AnyReference member(std::size_t index) { return reference().member(index); }
   AnyConstReference member(std::size_t index) const { return reference().member(index); }
   AnyReference member(const std::string& name) { return reference().member(name); }
@@ -113,8 +121,24 @@ public:
   std::vector<AnyConstReference> elements() const { return reference().elements(); }
   AnyReference element(std::size_t index) { return reference().element(index); }
   AnyConstReference element(std::size_t index) const { return reference().element(index); }
-  AnyReference find(const std::string& key) { return reference().find(key); }
-  AnyConstReference find(const std::string& key) const { return reference().find(key); }
+  std::vector<std::pair<AnyConstReference, AnyReference>> entries()
+  {
+    return reference().entries();
+  }
+  std::vector<std::pair<AnyConstReference, AnyConstReference>> entries() const
+  {
+    return reference().entries();
+  }
+  AnyReference find(const AnyArgument& key) { return reference().find(key); }
+  AnyConstReference find(const AnyArgument& key) const { return reference().find(key); }
+  AnyReference append() { return reference().append(); }
+  AnyReference append(const AnyArgument& element) { return reference().append(element); }
+  AnyReference insert(const AnyArgument& place, const AnyArgument& value)
+  {
+    return reference().insert(place, value);
+  }
+  bool erase(const AnyArgument& place) { return reference().erase(place); }
+  void clear() { reference().clear(); }
   /// \}
 
 private:

@@ -1,20 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "printing.hpp"
+
 #include <vesk/anyvalue.hpp>
+#include <vesk/conversion.hpp>
 
 #include <map>
-#include <sstream>
 #include <string_view>
 
 namespace vesk
 {
 namespace
 {
-/// Where a conversion is at, from the outermost value inwards.
+/// Where a conversion is at, from the outermost value inwards. Every failure is said here.
 class Place
 {
 public:
-  Place(const TypeInterface& source, const TypeInterface& target)
-      : sourceType(&source), targetType(&target)
+  Place(const AnyConstReference& source, const AnyConstReference& target)
+      : outermostSource(&source), outermostTarget(&target)
   {}
   Place(const Place& outer, const std::string& member)
       : parent(&outer), name(&member), depth(outer.depth + 1)
@@ -33,9 +35,23 @@ public:
       root = root->parent;
     }
     const std::string steps = path();
-    throw ConversionError("cannot convert " + root->sourceType->name() + " to " +
-                          root->targetType->name() + ": " + steps + (steps.empty() ? "" : ": ") +
-                          reason);
+    throw ConversionError("cannot convert " + root->outermostSource->typeName() + " to " +
+                          root->outermostTarget->typeName() + ": " + steps +
+                          (steps.empty() ? "" : ": ") + reason);
+  }
+
+  /// Copies values by \p copy, which fails when they hold values nested too deep.
+  template <typename Copy>
+  void copying(const Copy& copy) const
+  {
+    try
+    {
+      copy();
+    }
+    catch (const ConversionError& error)
+    {
+      fail(error.what());
+    }
   }
 
 private:
@@ -51,8 +67,8 @@ private:
     return steps;
   }
 
-  const TypeInterface* sourceType = nullptr;
-  const TypeInterface* targetType = nullptr;
+  const AnyConstReference* outermostSource = nullptr;
+  const AnyConstReference* outermostTarget = nullptr;
   const Place* parent = nullptr;
   const std::string* name = nullptr;
   std::size_t index = 0;
@@ -88,9 +104,7 @@ void convertNumber(const AnyReference& target, const AnyConstReference& source, 
       static_cast<const NumberTypeInterface&>(*source.type()).number(source.address());
   if (!static_cast<const NumberTypeInterface&>(*target.type()).setNumber(target.address(), number))
   {
-    std::ostringstream text;
-    std::visit([&text](auto value) { text << value; }, number);
-    place.fail(text.str() + " does not fit into " + target.type()->name());
+    place.fail(detail::printed(number) + " does not fit into " + target.typeName());
   }
 }
 
@@ -98,18 +112,18 @@ void convertList(const AnyReference& target, const AnyConstReference& source, co
 {
   const auto& type = static_cast<const ListTypeInterface&>(*target.type());
   const TypeInterface& elementType = *type.elementType();
-  type.clear(target.address());
+  target.clear();
   std::size_t index = 0;
   for (const AnyConstReference& element : source.elements())
   {
+    const Place here(place, index);
     if (isSameType(*element.type(), elementType))
     {
-      type.appendCopy(target.address(), element.address());
+      here.copying([&] { type.insertCopy(target.address(), index, element.address()); });
     }
     else
     {
-      convertInto(AnyReference(elementType, type.append(target.address())), element,
-                  Place(place, index));
+      convertInto(target.append(), element, here);
     }
     ++index;
   }
@@ -236,13 +250,22 @@ void convertStructToMap(const AnyReference& target, const AnyConstReference& sou
   }
 }
 
+/// What an AnyValue holds, or an AnyValue in it; any other value itself.
+AnyConstReference held(AnyConstReference source)
+{
+  while (source.isValid() && source.type()->kind() == TypeKind::Dynamic)
+  {
+    source = source.as<AnyValue>();
+  }
+  return source;
+}
+
 void convertInto(const AnyReference& target, AnyConstReference source, const Place& place)
 {
   const TypeInterface& to = *target.type();
-  while (source.isValid() && source.type()->kind() == TypeKind::Dynamic &&
-         to.kind() != TypeKind::Dynamic)
+  if (to.kind() != TypeKind::Dynamic)
   {
-    source = source.as<AnyValue>();
+    source = held(source);
   }
   if (!source.isValid())
   {
@@ -255,11 +278,11 @@ void convertInto(const AnyReference& target, AnyConstReference source, const Pla
   const TypeInterface& from = *source.type();
   if (isSameType(from, to))
   {
-    to.assign(target.address(), source.address());
+    place.copying([&] { to.assign(target.address(), source.address()); });
   }
   else if (to.kind() == TypeKind::Dynamic)
   {
-    target.as<AnyValue>() = AnyValue(source);
+    place.copying([&] { target.as<AnyValue>() = AnyValue(source); });
   }
   else if (isNumber(from) && isNumber(to))
   {
@@ -290,32 +313,40 @@ void convertInto(const AnyReference& target, AnyConstReference source, const Pla
 
 void detail::convertAfresh(const AnyConstReference& source, const AnyReference& target)
 {
-  if (!source.isValid())
+  convertInto(target, source, Place(source, target));
+}
+
+const void* detail::addressOfHeld(const AnyConstReference& source, const TypeInterface& wanted)
+{
+  const AnyConstReference value = held(source);
+  if (!value.isValid() || !isSameType(*value.type(), wanted))
   {
-    throw ConversionError("cannot convert nothing to " + target.type()->name());
+    Place(source, {wanted, nullptr}).fail(value.typeName() + " is no " + wanted.name());
   }
-  convertInto(target, source, Place(*source.type(), *target.type()));
+  return value.address();
 }
 
 void convert(const AnyConstReference& source, const AnyReference& target)
 {
   if (!target.isValid())
   {
-    throw ConversionError("there is no value to convert into");
+    Place(source, target).fail("there is no value to replace");
   }
   const TypeInterface& type = *target.type();
   if (source.isValid() && isSameType(*source.type(), type))
   {
     type.assign(target.address(), source.address());
-    return;
   }
-  if (type.kind() == TypeKind::Unknown) // it may have no default value
+  else if (type.kind() == TypeKind::Unknown) // it may have no default value
   {
-    throw ConversionError("nothing converts to " + type.name());
+    type.assign(target.address(), detail::addressOfHeld(source, type));
   }
-  AnyValue converted(type);
-  detail::convertAfresh(source, converted);
-  type.assign(target.address(), converted.reference().address());
+  else
+  {
+    AnyValue converted(type);
+    detail::convertAfresh(source, converted);
+    type.assign(target.address(), converted.reference().address());
+  }
 }
 
 } // namespace vesk

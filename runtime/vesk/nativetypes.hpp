@@ -154,7 +154,7 @@ class ListType : public NativeType<List, ListTypeInterface>
   using Element = typename List::value_type;
 
 public:
-  TypeInterface* elementType() const override { return typeOf<Element>(); }
+  const TypeInterface* elementType() const override { return typeOf<Element>(); }
 
   std::size_t size(const void* list) const override { return this->of(list).size(); }
 
@@ -171,22 +171,34 @@ public:
 
   void* element(void* list, std::size_t index) const override
   {
-    if (index >= size(list))
-    {
-      throw std::out_of_range("no element " + std::to_string(index) + " in a list of " +
-                              std::to_string(size(list)));
-    }
-    return &*std::next(this->of(list).begin(), static_cast<std::ptrdiff_t>(index));
+    detail::requireIndex("element", index, size(list));
+    return &*at(list, index);
   }
 
   void* append(void* list) const override { return &this->of(list).emplace_back(); }
 
-  void appendCopy(void* list, const void* element) const override
+  void* insertCopy(void* list, std::size_t index, const void* element) const override
   {
-    this->of(list).push_back(*static_cast<const Element*>(element));
+    detail::requireIndex("place", index, size(list) + 1);
+    return &*this->of(list).insert(at(list, index), *static_cast<const Element*>(element));
+  }
+
+  void erase(void* list, std::size_t index) const override
+  {
+    detail::requireIndex("element", index, size(list));
+    this->of(list).erase(at(list, index));
   }
 
   void clear(void* list) const override { this->of(list).clear(); }
+
+private:
+  static typename List::iterator at(void* list, std::size_t index)
+  {
+    List& elements = ListType::of(list);
+    return index == elements.size()
+               ? elements.end()
+               : std::next(elements.begin(), static_cast<std::ptrdiff_t>(index));
+  }
 };
 
 template <typename Map>
@@ -196,8 +208,8 @@ class MapType : public NativeType<Map, MapTypeInterface>
   using Value = typename Map::mapped_type;
 
 public:
-  TypeInterface* keyType() const override { return typeOf<Key>(); }
-  TypeInterface* valueType() const override { return typeOf<Value>(); }
+  const TypeInterface* keyType() const override { return typeOf<Key>(); }
+  const TypeInterface* valueType() const override { return typeOf<Value>(); }
 
   std::size_t size(const void* map) const override { return this->of(map).size(); }
 
@@ -221,6 +233,19 @@ public:
   void* insert(void* map, const void* key) const override
   {
     return &this->of(map)[*static_cast<const Key*>(key)];
+  }
+
+  void* insertCopy(void* map, const void* key, const void* value) const override
+  {
+    Value copied(*static_cast<const Value*>(value));
+    return &this->of(map)
+                .insert_or_assign(*static_cast<const Key*>(key), std::move(copied))
+                .first->second;
+  }
+
+  bool erase(void* map, const void* key) const override
+  {
+    return this->of(map).erase(*static_cast<const Key*>(key)) != 0;
   }
 
   void clear(void* map) const override { this->of(map).clear(); }

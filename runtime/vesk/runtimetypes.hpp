@@ -15,7 +15,7 @@ namespace vesk
 struct RuntimeMember
 {
   std::string name;
-  TypeInterface* type = nullptr;
+  const TypeInterface* type = nullptr;
 };
 
 /// Describes a struct that this program has no class for, as when a peer says how its version of a
@@ -28,10 +28,15 @@ VESK_EXPORT StructTypeInterface* describeStruct(const std::string& name,
                                                 const std::vector<RuntimeMember>& members,
                                                 const std::vector<std::string>& addedFields = {});
 
-/// Describes a list of elements of a type that may have been described while the program runs. The
-/// same type gives the same description. Throws std::invalid_argument when \p elementType is null, and
-/// when described types are more than 128 deep within each other.
-VESK_EXPORT ListTypeInterface* describeList(TypeInterface* elementType);
+/// Describes a list of elements, or a map, of types that may have been described while the program
+/// runs. The same types give the same description. Keys are texts, numbers or bools, and stand in
+/// their order. Throws std::invalid_argument when a type is null, when that of the keys is another,
+/// and when described types are more than 128 deep within each other. Any thread may call these.
+/// \{
+VESK_EXPORT ListTypeInterface* describeList(const TypeInterface* elementType);
+VESK_EXPORT MapTypeInterface* describeMap(const TypeInterface* keyType,
+                                          const TypeInterface* valueType);
+/// \}
 
 } // namespace vesk
 

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <tuple>
-#include <utility>
 
 namespace vesk
 {
@@ -47,15 +46,6 @@ constexpr Member<Struct, Value> member(const char* name, Value Struct::*pointer)
 /// (see StructVersioningDelegateAddFields).
 template <typename Struct>
 struct StructDescription;
-
-template <typename First, typename Second>
-struct StructDescription<std::pair<First, Second>>
-{
-  static constexpr auto name = "pair";
-  static constexpr auto members =
-      std::make_tuple(member("first", &std::pair<First, Second>::first),
-                      member("second", &std::pair<First, Second>::second));
-};
 
 } // namespace vesk
 

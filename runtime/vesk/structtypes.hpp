@@ -16,6 +16,20 @@
 
 namespace vesk
 {
+
+/// A pair is named with its types, as in "pair<string, int32>".
+template <typename First, typename Second>
+struct StructDescription<std::pair<First, Second>>
+{
+  static std::string name()
+  {
+    return "pair<" + typeOf<First>()->name() + ", " + typeOf<Second>()->name() + '>';
+  }
+  static constexpr auto members =
+      std::make_tuple(member("first", &std::pair<First, Second>::first),
+                      member("second", &std::pair<First, Second>::second));
+};
+
 namespace detail
 {
 template <typename Description, typename = void>
@@ -65,7 +79,17 @@ class StructType : public NativeType<Struct, StructTypeInterface>
 public:
   StructType() : versioning(detail::AddedFields<Description>::names()) {}
 
-  std::string name() const override { return Description::name; }
+  std::string name() const override
+  {
+    if constexpr (std::is_function_v<decltype(Description::name)>)
+    {
+      return Description::name();
+    }
+    else
+    {
+      return Description::name;
+    }
+  }
 
   // The tables are never destroyed: values of static lifetime may be used at the program's end.
 
@@ -77,12 +101,12 @@ public:
     return names;
   }
 
-  const std::vector<TypeInterface*>& memberTypes() const override
+  const std::vector<const TypeInterface*>& memberTypes() const override
   {
     static const auto& types = *new auto(std::apply(
         [](const auto&... members)
         {
-          return std::vector<TypeInterface*>{
+          return std::vector<const TypeInterface*>{
               typeOf<std::decay_t<decltype(std::declval<Struct&>().*members.pointer)>>()...};
         },
         Description::members));
@@ -92,7 +116,8 @@ public:
   void* member(void* value, std::size_t index) const override
   {
     static constexpr auto accesses = makeAccesses(Indexes());
-    return accesses.at(index)(this->of(value));
+    detail::requireIndex("member", index, accesses.size());
+    return accesses[index](this->of(value));
   }
 
   bool convertFrom(void* value, const MemberDifference& difference) const override
@@ -136,7 +161,10 @@ public:
 
   const std::vector<std::string>& memberNames() const override { return record.memberNames(); }
 
-  const std::vector<TypeInterface*>& memberTypes() const override { return record.memberTypes(); }
+  const std::vector<const TypeInterface*>& memberTypes() const override
+  {
+    return record.memberTypes();
+  }
 
   void* member(void* value, std::size_t index) const override
   {

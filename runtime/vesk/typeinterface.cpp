@@ -2,6 +2,7 @@
 #include <vesk/typeinterface.hpp>
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace vesk
 {
@@ -11,6 +12,15 @@ TypeInterface::~TypeInterface() = default;
 bool isSameType(const TypeInterface& left, const TypeInterface& right)
 {
   return &left == &right || (left.info() == right.info() && left.info() != typeid(void));
+}
+
+void detail::requireIndex(const char* what, std::size_t index, std::size_t count)
+{
+  if (index >= count)
+  {
+    throw std::out_of_range(std::string("no ") + what + ' ' + std::to_string(index) +
+                            (count == 1 ? "; there is " : "; there are ") + std::to_string(count));
+  }
 }
 
 std::string ListTypeInterface::name() const { return "list<" + elementType()->name() + ">"; }

@@ -70,6 +70,12 @@ protected:
 /// only when both references are to one description.
 VESK_EXPORT bool isSameType(const TypeInterface& left, const TypeInterface& right);
 
+namespace detail
+{
+/// Throws std::out_of_range, as in "no member 99; there are 20", unless \p index is below \p count.
+VESK_EXPORT void requireIndex(const char* what, std::size_t index, std::size_t count);
+} // namespace detail
+
 /// A number of any native type.
 using Number = std::variant<std::int64_t, std::uint64_t, double>;
 
@@ -91,7 +97,7 @@ public:
   TypeKind kind() const override { return TypeKind::List; }
   std::string name() const override;
 
-  virtual TypeInterface* elementType() const = 0;
+  virtual const TypeInterface* elementType() const = 0;
   virtual std::size_t size(const void* list) const = 0;
   /// The addresses of all elements, in order.
   virtual std::vector<void*> elements(void* list) const = 0;
@@ -99,8 +105,11 @@ public:
   virtual void* element(void* list, std::size_t index) const = 0;
   /// Appends a default element and gives its address.
   virtual void* append(void* list) const = 0;
-  /// Appends a copy of \p element.
-  virtual void appendCopy(void* list, const void* element) const = 0;
+  /// Inserts a copy of \p element before the one at \p index, or at the end if that is the list's
+  /// size, and gives its address. Throws std::out_of_range when \p index is greater.
+  virtual void* insertCopy(void* list, std::size_t index, const void* element) const = 0;
+  /// Removes an element. Throws as element() does.
+  virtual void erase(void* list, std::size_t index) const = 0;
   virtual void clear(void* list) const = 0;
 };
 
@@ -111,8 +120,8 @@ public:
   TypeKind kind() const override { return TypeKind::Map; }
   std::string name() const override;
 
-  virtual TypeInterface* keyType() const = 0;
-  virtual TypeInterface* valueType() const = 0;
+  virtual const TypeInterface* keyType() const = 0;
+  virtual const TypeInterface* valueType() const = 0;
   virtual std::size_t size(const void* map) const = 0;
   /// The addresses of all keys and their values, in the map's order.
   virtual std::vector<std::pair<const void*, void*>> entries(void* map) const = 0;
@@ -120,6 +129,10 @@ public:
   virtual void* find(void* map, const void* key) const = 0;
   /// The address of the value under \p key; a default value is inserted first if there is none.
   virtual void* insert(void* map, const void* key) const = 0;
+  /// Makes a copy of \p value the value under \p key, and gives its address.
+  virtual void* insertCopy(void* map, const void* key, const void* value) const = 0;
+  /// Removes the value under \p key; false when there is none.
+  virtual bool erase(void* map, const void* key) const = 0;
   virtual void clear(void* map) const = 0;
 };
 
@@ -138,7 +151,7 @@ public:
   TypeKind kind() const override { return TypeKind::Struct; }
 
   virtual const std::vector<std::string>& memberNames() const = 0;
-  virtual const std::vector<TypeInterface*>& memberTypes() const = 0;
+  virtual const std::vector<const TypeInterface*>& memberTypes() const = 0;
   std::optional<std::size_t> memberIndex(const std::string& memberName) const;
 
   /// The address of a member. Throws std::out_of_range when there is none at \p index.

@@ -122,19 +122,16 @@ void addPart(const AnyReference& whole, const FieldPath& path, std::size_t depth
     {
       failMissing(whole, path, depth);
     }
-    const auto& type = describedAs<vesk::ListTypeInterface>(whole);
-    AnyValue element(*type.elementType());
+    AnyValue element(*describedAs<vesk::ListTypeInterface>(whole).elementType());
     setPart(element, path, depth + 1, text);
-    type.appendCopy(whole.address(), element.reference().address());
+    whole.append(element);
   }
   else
   {
     const auto& type = describedAs<vesk::MapTypeInterface>(whole);
     AnyValue item(*type.valueType());
     setPart(item, path, depth + 1, text);
-    const AnyValue key = valueFromText(*type.keyType(), std::get<std::string>(path[depth]), path);
-    type.valueType()->assign(type.insert(whole.address(), key.reference().address()),
-                             item.reference().address());
+    whole.insert(valueFromText(*type.keyType(), std::get<std::string>(path[depth]), path), item);
   }
 }
 

@@ -69,12 +69,11 @@ bool fillNumber(const AnyReference& target, const Json& json)
 
 void fillList(const AnyReference& list, const Json& json, FieldPath& path)
 {
-  const auto& type = describedAs<vesk::ListTypeInterface>(list);
-  type.clear(list.address());
+  list.clear();
   for (const Json& element : json)
   {
-    path.emplace_back(type.size(list.address()));
-    fill(AnyReference(*type.elementType(), type.append(list.address())), element, path);
+    path.emplace_back(list.size());
+    fill(list.append(), element, path);
     path.pop_back();
   }
 }
@@ -82,13 +81,13 @@ void fillList(const AnyReference& list, const Json& json, FieldPath& path)
 void fillMap(const AnyReference& map, const Json& json, FieldPath& path)
 {
   const auto& type = describedAs<vesk::MapTypeInterface>(map);
-  type.clear(map.address());
+  map.clear();
   for (const auto& [name, item] : json.items())
   {
     path.emplace_back(name);
-    const AnyValue key = valueFromText(*type.keyType(), name, path);
-    fill(AnyReference(*type.valueType(), type.insert(map.address(), key.reference().address())),
-         item, path);
+    AnyValue value(*type.valueType());
+    fill(value, item, path);
+    map.insert(valueFromText(*type.keyType(), name, path), value);
     path.pop_back();
   }
 }
