@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QTextStream>
 
+#include <source/document.hpp>
 #include <stdexcept>
 
 namespace
@@ -46,6 +47,16 @@ void loadFileToolkit(benchmark::State& state)
   {
     QDomDocument document;
     parse(document, manifest.path);
+    benchmark::DoNotOptimize(document);
+  }
+}
+
+void parseSource(benchmark::State& state)
+{
+  const ManifestFile manifest(state);
+  while (state.KeepRunning())
+  {
+    const auto document = vesk::source::Document::parse(contentOf(manifest.path));
     benchmark::DoNotOptimize(document);
   }
 }
@@ -132,6 +143,7 @@ void saveFile(benchmark::State& state)
 } // namespace
 
 BENCHMARK(loadFileToolkit)->Apply(behaviorCounts);
+BENCHMARK(parseSource)->Apply(behaviorCounts);
 BENCHMARK(loadFile)->Apply(behaviorCounts);
 BENCHMARK(loadSections)->Apply(behaviorCounts);
 BENCHMARK(check)->Apply(behaviorCounts);

@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <source/document.hpp>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -36,7 +37,8 @@ long peakOf(const std::function<bool()>& work)
 
 int main()
 {
-  std::printf("%10s %14s %14s %8s\n", "behaviors", "toolkit KiB", "load KiB", "ratio");
+  std::printf("%10s %14s %14s %8s %14s %8s\n", "behaviors", "toolkit KiB", "load KiB", "ratio",
+              "source KiB", "ratio");
   const long idle = peakOf([] { return true; });
   for (const int behaviors : {100, 10000})
   {
@@ -62,9 +64,15 @@ int main()
                             return package.loadFromManifestFile(path.toStdString());
                           }) -
                       idle;
+    const long source =
+        peakOf([&path]
+               { return !vesk::source::Document::parse(contentOf(path)).error().has_value(); }) -
+        idle;
     QFile::remove(path);
-    std::printf("%10d %14ld %14ld %8.2f\n", behaviors, toolkit, load,
-                static_cast<double>(load) / static_cast<double>(toolkit));
+    const auto ratio = [toolkit](long kib)
+    { return static_cast<double>(kib) / static_cast<double>(toolkit); };
+    std::printf("%10d %14ld %14ld %8.2f %14ld %8.2f\n", behaviors, toolkit, load, ratio(load),
+                source, ratio(source));
   }
   return 0;
 }

@@ -46,3 +46,13 @@ void writeSampleManifest(const QString& path, int behaviors)
     throw std::runtime_error("cannot write " + path.toStdString());
   }
 }
+
+std::string contentOf(const QString& path)
+{
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly))
+  {
+    throw std::runtime_error("cannot read " + path.toStdString());
+  }
+  return file.readAll().toStdString();
+}

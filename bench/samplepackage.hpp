@@ -19,4 +19,7 @@ QString sampleManifestPath(int behaviors);
 /// Writes the sample package's manifest to \p path.
 void writeSampleManifest(const QString& path, int behaviors);
 
+/// The bytes of a file.
+std::string contentOf(const QString& path);
+
 #endif

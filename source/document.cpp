@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "treebuilder.hpp"
+
+#include <source/document.hpp>
+#include <utility>
+
+namespace vesk::source
+{
+namespace
+{
+constexpr std::string_view mark = "\xEF\xBB\xBF";
+constexpr std::size_t mostBytes = 0x7FFFFFFF;
+
+LineEnd lineEndOf(std::string_view text)
+{
+  const std::size_t end = text.find_first_of("\r\n");
+  if (end == std::string_view::npos || text[end] == '\n')
+  {
+    return LineEnd::Lf;
+  }
+  return text.substr(end, 2) == "\r\n" ? LineEnd::CrLf : LineEnd::Cr;
+}
+
+bool isUtf16(std::string_view name)
+{
+  return name.substr(0, 6) == "UTF-16" || name.substr(0, 6) == "utf-16";
+}
+
+/// Where a part of a text stands; at the beginning when it is no part.
+Range rangeIn(std::string_view text, std::string_view part)
+{
+  if (part.empty())
+  {
+    return {};
+  }
+  const auto begin = static_cast<std::uint32_t>(part.data() - text.data());
+  return {begin, begin + static_cast<std::uint32_t>(part.size())};
+}
+
+/// Whether the declaration agrees with what the first bytes have said; it must not decide then.
+bool agrees(std::string_view declared, const Encoding& encoding)
+{
+  return declared.empty() || declared == encoding.name ||
+         (isUtf16(declared) && isUtf16(encoding.name)) ||
+         (Encoding{std::string(declared), false}.isUtf8() && encoding.isUtf8());
+}
+} // namespace
+
+struct Document::Contents
+{
+  std::string text;
+  Encoding encoding;
+  LineEnd lineEnd = LineEnd::Lf;
+  Arena arena;
+  const Node* first = nullptr;
+  std::optional<Error> error;
+};
+
+Document::Document(std::unique_ptr<Contents> parsed) : contents(std::move(parsed)) {}
+Document::Document(Document&& other) noexcept = default;
+Document& Document::operator=(Document&& other) noexcept = default;
+Document::~Document() = default;
+
+Document Document::parse(std::string bytes)
+{
+  auto parsed = std::make_unique<Contents>();
+  parsed->encoding = encodingOf(bytes);
+  const Encoding& encoding = parsed->encoding;
+  parsed->text = std::move(bytes);
+  if (parsed->text.size() > mostBytes)
+  {
+    parsed->error = Error{"a text of more than 2 GiB", {}};
+    return Document(std::move(parsed));
+  }
+  std::optional<Error> undecoded;
+  if (!encoding.isUtf8())
+  {
+    Decoded decoded = decode(parsed->text, encoding);
+    const bool isDecided = encoding.hasMark || decoded.text.substr(0, 5) == "<?xml";
+    if (!decoded.isKnown || !isDecided)
+    {
+      parsed->error = Error{decoded.isKnown ? "the text is not in " + encoding.name
+                                            : "nobody knows the encoding " + encoding.name,
+                            rangeIn(parsed->text, declaredEncoding(parsed->text))};
+      return Document(std::move(parsed));
+    }
+    parsed->text = std::move(decoded.text);
+    if (decoded.faultyByte)
+    {
+      const auto end = static_cast<std::uint32_t>(parsed->text.size());
+      undecoded = Error{"bytes that are no text in " + encoding.name, {end, end}};
+    }
+  }
+  const std::string_view text = parsed->text;
+  parsed->lineEnd = lineEndOf(text);
+  const std::size_t base = text.substr(0, mark.size()) == mark ? mark.size() : 0;
+  const std::string_view declared = declaredEncoding(text.substr(base));
+  if (!agrees(declared, encoding))
+  {
+    parsed->error = Error{"the declaration says " + std::string(declared) +
+                              ", but the text begins as one in " + encoding.name,
+                          rangeIn(text, declared)};
+    return Document(std::move(parsed));
+  }
+  TreeBuilder builder(text, static_cast<std::uint32_t>(base), parsed->arena);
+  builder.parse();
+  parsed->first = builder.first();
+  parsed->error = undecoded ? undecoded : builder.error();
+  return Document(std::move(parsed));
+}
+
+const std::optional<Error>& Document::error() const { return contents->error; }
+
+const Node* Document::root() const
+{
+  for (const Node& node : nodes())
+  {
+    if (node.isElement())
+    {
+      return &node;
+    }
+  }
+  return nullptr;
+}
+
+Node::ChildRange Document::nodes() const { return Node::ChildRange(contents->first); }
+
+std::string_view Document::text() const { return contents->text; }
+
+const Encoding& Document::encoding() const { return contents->encoding; }
+
+LineEnd Document::lineEnd() const { return contents->lineEnd; }
+
+} // namespace vesk::source

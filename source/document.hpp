@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef SOURCE_DOCUMENT_HPP
+#define SOURCE_DOCUMENT_HPP
+
+#include <memory>
+#include <optional>
+#include <source/encoding.hpp>
+#include <source/export.hpp>
+#include <source/tree.hpp>
+#include <string>
+#include <string_view>
+
+namespace vesk::source
+{
+
+/// How the lines of a text end.
+enum class LineEnd
+{
+  Lf,   ///< "\n", also for a text of one line
+  CrLf, ///< "\r\n"
+  Cr    ///< "\r"
+};
+
+/// Why a text is not well-formed, and where.
+struct Error
+{
+  std::string message;
+  Range range; ///< what the message is about; of size 0 at the end of the text
+};
+
+/// An XML text with the tree of its nodes, each of which knows where it stands.
+///
+/// The parser is strict: it takes what XML 1.0 takes, and nothing that merely can be understood. It
+/// does not validate, reads nothing but the text it is given, and does not expand entities that the
+/// document type declares, but those in attributes' values. Nesting, attributes and entities are
+/// limited (limits.hpp), and so is the text, to 2 GiB: time, stack and memory stay in proportion to
+/// it, whatever it contains.
+///
+/// A document never changes, and any number of threads may read it. It is moved without moving its
+/// nodes.
+class VESKPACKAGE_SOURCE_EXPORT Document
+{
+public:
+  /// Parses the bytes of a file. Never fails: when the text is not well-formed, error() says why, and
+  /// the tree holds what stands before that place, with the elements that are open there.
+  static Document parse(std::string bytes);
+
+  Document(Document&& other) noexcept;
+  Document& operator=(Document&& other) noexcept;
+  ~Document();
+
+  /// Why the text is not well-formed; none when it is.
+  const std::optional<Error>& error() const;
+
+  /// The root element; null when the text ends before it.
+  const Node* root() const;
+  /// All that stands outside of elements, the root element among them; blanks are left out.
+  Node::ChildRange nodes() const;
+
+  /// The text in UTF-8, with its byte order mark where it has one. All ranges are places in it.
+  std::string_view text() const;
+  /// A part of the text.
+  std::string_view text(const Range& range) const
+  {
+    return text().substr(range.begin, range.size());
+  }
+
+  /// How the bytes that were parsed stand for the text.
+  const Encoding& encoding() const;
+  /// Of the first line.
+  LineEnd lineEnd() const;
+
+private:
+  struct Contents;
+  explicit Document(std::unique_ptr<Contents> parsed);
+
+  std::unique_ptr<Contents> contents;
+};
+
+} // namespace vesk::source
+
+#endif
