@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "treebuilder.hpp"
 
+#include <algorithm>
+#include <cctype>
 #include <source/document.hpp>
 #include <utility>
 
@@ -21,9 +23,13 @@ LineEnd lineEndOf(std::string_view text)
   return text.substr(end, 2) == "\r\n" ? LineEnd::CrLf : LineEnd::Cr;
 }
 
-bool isUtf16(std::string_view name)
+/// "UTF-16" for "utf-16le", which may be declared without the order of bytes.
+std::string familyOf(std::string_view encoding)
 {
-  return name.substr(0, 6) == "UTF-16" || name.substr(0, 6) == "utf-16";
+  std::string family(encoding.substr(0, 6));
+  std::transform(family.begin(), family.end(), family.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+  return family == "UTF-16" || family == "UTF-32" ? family : std::string(encoding);
 }
 
 /// Where a part of a text stands; at the beginning when it is no part.
@@ -40,8 +46,7 @@ Range rangeIn(std::string_view text, std::string_view part)
 /// Whether the declaration agrees with what the first bytes have said; it must not decide then.
 bool agrees(std::string_view declared, const Encoding& encoding)
 {
-  return declared.empty() || declared == encoding.name ||
-         (isUtf16(declared) && isUtf16(encoding.name)) ||
+  return declared.empty() || familyOf(declared) == familyOf(encoding.name) ||
          (Encoding{std::string(declared), false}.isUtf8() && encoding.isUtf8());
 }
 } // namespace
@@ -49,6 +54,7 @@ bool agrees(std::string_view declared, const Encoding& encoding)
 struct Document::Contents
 {
   std::string text;
+  std::string undecoded; // the bytes of the text, if it is not in UTF-8
   Encoding encoding;
   LineEnd lineEnd = LineEnd::Lf;
   Arena arena;
@@ -84,7 +90,7 @@ Document Document::parse(std::string bytes)
                             rangeIn(parsed->text, declaredEncoding(parsed->text))};
       return Document(std::move(parsed));
     }
-    parsed->text = std::move(decoded.text);
+    parsed->undecoded = std::exchange(parsed->text, std::move(decoded.text));
     if (decoded.faultyByte)
     {
       const auto end = static_cast<std::uint32_t>(parsed->text.size());
@@ -126,6 +132,11 @@ const Node* Document::root() const
 Node::ChildRange Document::nodes() const { return Node::ChildRange(contents->first); }
 
 std::string_view Document::text() const { return contents->text; }
+
+std::string_view Document::bytes() const
+{
+  return contents->undecoded.empty() ? contents->text : contents->undecoded;
+}
 
 const Encoding& Document::encoding() const { return contents->encoding; }
 

@@ -65,7 +65,9 @@ public:
     return text().substr(range.begin, range.size());
   }
 
-  /// How the bytes that were parsed stand for the text.
+  /// The bytes that were parsed; the same as text() when that is how they are encoded.
+  std::string_view bytes() const;
+  /// How the bytes stand for the text.
   const Encoding& encoding() const;
   /// Of the first line.
   LineEnd lineEnd() const;

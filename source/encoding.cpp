@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "characters.hpp"
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -109,19 +111,6 @@ std::size_t convert(const Converter& converter, std::string_view from, std::stri
   return from.size() - left;
 }
 
-/// The length of the UTF-8 character at the beginning of a text, and its number.
-std::pair<std::size_t, std::uint32_t> firstCharacter(std::string_view text)
-{
-  const auto lead = static_cast<unsigned char>(text.front());
-  const std::size_t length = lead < 0x80U ? 1 : lead < 0xE0U ? 2 : lead < 0xF0U ? 3 : 4;
-  std::uint32_t number = length == 1 ? lead : lead & (0xFFU >> (length + 1));
-  for (const char c : text.substr(1, length - 1))
-  {
-    number = number << 6U | (static_cast<unsigned char>(c) & 0x3FU);
-  }
-  return {length, number};
-}
-
 std::string referenceTo(std::uint32_t character)
 {
   std::array<char, 16> text{};
@@ -187,13 +176,13 @@ std::string encode(std::string_view text, const Encoding& encoding)
     {
       return bytes;
     }
-    const auto [length, number] = firstCharacter(text);
-    if (number < 0x80 || text.size() < length) // ASCII is in every encoding of XML
+    const auto [number, size] = characterAt(text, 0);
+    if (size <= 1) // ASCII is in every encoding of XML
     {
       throw std::invalid_argument("a text that is no UTF-8");
     }
     convert(converter, referenceTo(number), bytes);
-    text.remove_prefix(length);
+    text.remove_prefix(size);
   }
 }
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "characters.hpp"
 #include "treebuilder.hpp"
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <source/lines.hpp>
 
 namespace vesk::source
@@ -37,41 +37,6 @@ std::string quoted(std::string_view text) { return '"' + std::string(text) + '"'
 std::string inLine(std::string_view text, std::size_t offset)
 {
   return " in line " + std::to_string(Lines(text).placeOf(offset).line);
-}
-
-/// The bytes of the UTF-8 character at a place; 0 when there is none.
-std::size_t characterAt(std::string_view text, std::size_t offset, std::uint32_t& number)
-{
-  const auto lead = static_cast<unsigned char>(text[offset]);
-  const std::size_t size = lead < 0x80U                    ? 1
-                           : lead >= 0xC2U && lead < 0xE0U ? 2
-                           : lead >= 0xE0U && lead < 0xF0U ? 3
-                           : lead >= 0xF0U && lead < 0xF5U ? 4
-                                                           : 0;
-  if (size == 0 || offset + size > text.size())
-  {
-    return 0;
-  }
-  number = size == 1 ? lead : lead & (0xFFU >> (size + 1));
-  for (std::size_t i = 1; i < size; ++i)
-  {
-    const auto next = static_cast<unsigned char>(text[offset + i]);
-    if ((next & 0xC0U) != 0x80U)
-    {
-      return 0;
-    }
-    number = number << 6U | (next & 0x3FU);
-  }
-  constexpr std::array<std::uint32_t, 5> least{0, 0, 0x80, 0x800, 0x10000};
-  const bool isSurrogate = number >= 0xD800 && number < 0xE000;
-  return number < least[size] || number > 0x10FFFF || isSurrogate ? 0 : size;
-}
-
-std::string codeOf(std::uint32_t number)
-{
-  std::array<char, 16> code{};
-  const int size = std::snprintf(code.data(), code.size(), "U+%04X", number);
-  return {code.data(), static_cast<std::size_t>(size)};
 }
 
 /// What is wrong at a place in the tag that begins at \p begin; empty when that cannot be told, or the
@@ -129,14 +94,13 @@ Error refusalOfToken(std::string_view text, std::uint32_t offset)
   {
     return {"the text ends too early", {offset, offset}};
   }
-  std::uint32_t number = 0;
-  const std::size_t size = characterAt(text, offset, number);
+  const auto [number, size] = characterAt(text, offset);
   const Range range{offset, offset + static_cast<std::uint32_t>(size == 0 ? 1 : size)};
   if (size == 0)
   {
     return {"bytes that are no text in UTF-8", range};
   }
-  if ((number < 0x20 && !isBlank(text[offset])) || number == 0xFFFE || number == 0xFFFF)
+  if (!isXmlCharacter(number))
   {
     return {"the character " + codeOf(number) + " is not allowed in XML", range};
   }
@@ -244,8 +208,8 @@ Error refusal(std::string_view text, XML_Error code, std::uint32_t offset,
     {
       return {"there is no element", {size, size}};
     }
-    return {"the element " + quoted(open.back()->name) + ", which begins" +
-                inLine(text, open.back()->range.begin) + ", is not closed",
+    return {"the element " + quoted(open.back()->name()) + ", which begins" +
+                inLine(text, open.back()->range().begin) + ", is not closed",
             {size, size}};
   case XML_ERROR_INVALID_TOKEN:
     return refusalOfToken(text, offset);
@@ -257,8 +221,8 @@ Error refusal(std::string_view text, XML_Error code, std::uint32_t offset,
     return {"the text ends within a character", {offset, size}};
   case XML_ERROR_TAG_MISMATCH:
     return {"\"</" + name + ">\"" + inLine(text, offset) + " does not close \"<" +
-                std::string(open.back()->name) + ">\"" + inLine(text, open.back()->range.begin),
-            {offset, offset + nameSize}};
+                std::string(open.back()->name()) + ">\"" + inLine(text, open.back()->range().begin),
+            {offset - 2, offset + nameSize}};
   case XML_ERROR_DUPLICATE_ATTRIBUTE:
     return {"the attribute " + quoted(name) + " stands twice", {offset, offset + nameSize}};
   case XML_ERROR_JUNK_AFTER_DOC_ELEMENT:

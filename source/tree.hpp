@@ -41,48 +41,54 @@ enum class Kind : std::uint8_t
 };
 
 /// An attribute as it stands in a start tag.
-struct Attribute
+class Attribute
 {
-  std::string_view name;
+public:
+  std::string_view name() const { return {nameData, nameSize}; }
   /// With references resolved and each line end or tab turned into a blank, as XML demands.
-  std::string_view value;
-  Range nameRange;
-  Range valueRange; ///< between the quotes
-
+  std::string_view value() const { return {valueData, valueSize}; }
+  Range nameRange() const { return {begin, begin + nameSize}; }
+  Range valueRange() const { return standing; } ///< between the quotes
   /// From the name to the closing quote.
-  Range range() const { return {nameRange.begin, valueRange.end + 1}; }
+  Range range() const { return {begin, standing.end + 1}; }
+
+private:
+  friend class TreeBuilder;
+
+  const char* nameData = nullptr;
+  const char* valueData = nullptr;
+  std::uint32_t nameSize = 0;
+  std::uint32_t valueSize = 0;
+  std::uint32_t begin = 0;
+  Range standing;
 };
 
 /// A node of the tree.
-struct Node
+class Node
 {
-  Kind kind = Kind::Element;
-  std::uint32_t attributeCount = 0;
-  Range range;    ///< the whole node, of an element from its start tag to its end tag
-  Range startTag; ///< of an element; the same as `range` when it is empty, as in `<a/>`
-  Range endTag;   ///< of an element; of size 0 when it is empty, as in `<a/>`
-  std::string_view name;
-  std::string_view value;
-  const Node* parent = nullptr; ///< null for what stands outside of the root element
-  const Node* firstChild = nullptr;
-  const Node* next = nullptr; ///< the next node with the same parent
-  const Attribute* firstAttribute = nullptr;
+public:
+  Kind kind() const { return itsKind; }
+  bool isElement() const { return itsKind == Kind::Element; }
+  bool isElement(std::string_view itsName) const { return isElement() && name() == itsName; }
 
-  bool isElement() const { return kind == Kind::Element; }
-  bool isElement(std::string_view itsName) const { return isElement() && name == itsName; }
+  std::string_view name() const { return {nameData, nameSize}; }
+  std::string_view value() const { return isElement() ? std::string_view() : valueView(); }
 
-  /// The attribute of this name; null when the element has none.
-  const Attribute* attribute(std::string_view itsName) const
-  {
-    for (const Attribute& candidate : attributes())
-    {
-      if (candidate.name == itsName)
-      {
-        return &candidate;
-      }
-    }
-    return nullptr;
-  }
+  /// The whole node, of an element from its start tag to its end tag.
+  Range range() const { return whole; }
+  /// Of an element; the same as range() when it is empty, as in `<a/>`.
+  Range startTag() const { return {whole.begin, inner.begin}; }
+  /// Of an element; of size 0 when it is empty, as in `<a/>`.
+  Range endTag() const { return {inner.end, whole.end}; }
+
+  /// Null for what stands outside of the root element.
+  const Node* parent() const { return itsParent; }
+  /// The next node with the same parent; null for the last.
+  const Node* next() const { return itsNext; }
+  const Node* firstChild() const { return itsFirstChild; }
+  /// All children, in order.
+  class ChildRange;
+  ChildRange children() const;
 
   /// All attributes of an element, in the order in which they stand.
   struct AttributeRange
@@ -91,12 +97,46 @@ struct Node
     const Attribute* last;
     const Attribute* begin() const { return first; }
     const Attribute* end() const { return last; }
+    bool empty() const { return first == last; }
   };
-  AttributeRange attributes() const { return {firstAttribute, firstAttribute + attributeCount}; }
+  AttributeRange attributes() const
+  {
+    return isElement() ? AttributeRange{firstAttribute, firstAttribute + count}
+                       : AttributeRange{nullptr, nullptr};
+  }
+  /// The attribute of this name; null when there is none.
+  const Attribute* attribute(std::string_view itsName) const
+  {
+    for (const Attribute& candidate : attributes())
+    {
+      if (candidate.name() == itsName)
+      {
+        return &candidate;
+      }
+    }
+    return nullptr;
+  }
 
-  /// All children, in order.
-  class ChildRange;
-  ChildRange children() const;
+private:
+  friend class TreeBuilder;
+
+  std::string_view valueView() const { return {valueData, count}; }
+
+  // Packed, since a text has many nodes.
+  Kind itsKind = Kind::Element;
+  std::uint32_t nameSize = 0;
+  std::uint32_t count = 0; // of attributes, or of the bytes of the value
+  Range whole;
+  Range inner; // of an element: between its tags
+  const char* nameData = nullptr;
+  union
+  {
+    const char* valueData = nullptr;
+    const Attribute* firstAttribute; // of an element
+  };
+  const Node* itsParent = nullptr;
+  const Node* itsFirstChild = nullptr;
+  const Node* itsNext = nullptr;
 };
 
 /// The nodes from one on that have the same parent.
@@ -111,7 +151,7 @@ public:
     const Node* operator->() const { return current; }
     Iterator& operator++()
     {
-      current = current->next;
+      current = current->next();
       return *this;
     }
     bool operator!=(const Iterator& other) const { return current != other.current; }
@@ -128,7 +168,7 @@ private:
   const Node* first;
 };
 
-inline Node::ChildRange Node::children() const { return ChildRange(firstChild); }
+inline Node::ChildRange Node::children() const { return ChildRange(itsFirstChild); }
 
 } // namespace vesk::source
 

@@ -96,12 +96,13 @@ void TreeBuilder::endOpenNodes(std::uint32_t offset)
 {
   if (documentType != nullptr)
   {
-    documentType->range.end = std::max(documentType->range.begin, offset);
+    documentType->whole.end = std::max(documentType->whole.begin, offset);
   }
   for (auto level = open.begin() + 1; level != open.end(); ++level)
   {
-    level->node->range.end = std::max(level->node->startTag.end, offset);
-    level->node->endTag = {level->node->range.end, level->node->range.end};
+    Node& node = *level->node;
+    node.whole.end = std::max(node.inner.begin, offset);
+    node.inner.end = node.whole.end;
   }
 }
 
@@ -128,16 +129,15 @@ void TreeBuilder::declaration(const char*, const char*, int)
 {
   constexpr std::uint32_t begin = 5; // of "<?xml"
   const Range range = current();
-  add(Kind::Declaration, range).value = textOf({range.begin + begin, range.end - 2});
+  setValue(add(Kind::Declaration, range), textOf({range.begin + begin, range.end - 2}));
 }
 
 void TreeBuilder::startDocumentType(const char* name, const char*, const char*, int)
 {
   const Node* const before = open.back().lastChild;
-  const std::size_t begin = text.find("<!DOCTYPE", before != nullptr ? before->range.end : base);
+  const std::size_t begin = text.find("<!DOCTYPE", before != nullptr ? before->whole.end : base);
   documentType = &add(Kind::DocumentType, {static_cast<std::uint32_t>(begin), 0});
-  const std::size_t nameBegin = text.find(name, begin + std::strlen("<!DOCTYPE"));
-  documentType->name = text.substr(nameBegin, std::strlen(name));
+  setName(*documentType, text.find(name, begin + std::strlen("<!DOCTYPE")), std::strlen(name));
 }
 
 void TreeBuilder::declareEntity(const char* name, int isParameter, const char* value, int size,
@@ -163,13 +163,13 @@ void TreeBuilder::endDocumentType()
 {
   Node& node = *documentType;
   documentType = nullptr;
-  node.range.end = current().end;
-  const auto nameEnd =
-      static_cast<std::uint32_t>(node.name.data() + node.name.size() - text.data());
-  node.value = textOf({nameEnd, node.range.end - 1});
+  node.whole.end = current().end;
+  const std::string_view name = node.name();
+  const auto nameEnd = static_cast<std::uint32_t>(name.data() + name.size() - text.data());
+  setValue(node, textOf({nameEnd, node.whole.end - 1}));
   std::size_t deepest = 0;
   std::size_t depth = 0;
-  for (const char c : node.value)
+  for (const char c : node.value())
   {
     depth += c == '(' ? 1 : 0;
     depth -= c == ')' && depth > 0 ? 1 : 0;
@@ -184,8 +184,8 @@ void TreeBuilder::startElement(const char* name, const char** attributes)
   hasRoot = true;
   const Range tag = current();
   Node& element = add(Kind::Element, tag);
-  element.startTag = tag;
-  element.name = text.substr(tag.begin + 1, std::strlen(name));
+  element.inner = {tag.end, tag.end};
+  setName(element, tag.begin + 1, std::strlen(name));
   readAttributes(element, attributes);
   open.push_back({&element, nullptr});
   failIfMore(limits::depth, open.size() - 1);
@@ -195,8 +195,9 @@ void TreeBuilder::endElement(const char*)
 {
   finishText();
   Node& element = *open.back().node;
-  element.endTag = current();
-  element.range.end = element.endTag.end;
+  const Range tag = current();
+  element.inner.end = tag.begin;
+  element.whole.end = tag.end;
   open.pop_back();
 }
 
@@ -218,7 +219,7 @@ void TreeBuilder::characters(const char* piece, int size)
   {
     collected += value;
   }
-  textNode->range.end = range.end;
+  textNode->whole.end = range.end;
 }
 
 void TreeBuilder::startCData()
@@ -231,8 +232,8 @@ void TreeBuilder::startCData()
 void TreeBuilder::endCData()
 {
   const Range end = current();
-  textNode->value = valueOfText(end.begin);
-  textNode->range.end = end.end;
+  setValue(*textNode, valueOfText(end.begin));
+  textNode->whole.end = end.end;
   textNode = nullptr;
 }
 
@@ -243,7 +244,7 @@ void TreeBuilder::comment(const char* value)
   {
     finishText();
     const Range range = current();
-    add(Kind::Comment, range).value = kept(value, range.begin + begin);
+    setValue(add(Kind::Comment, range), kept(value, range.begin + begin));
   }
 }
 
@@ -254,10 +255,9 @@ void TreeBuilder::instruction(const char* name, const char* value)
     finishText();
     const Range range = current();
     Node& node = add(Kind::Instruction, range);
-    node.name = text.substr(range.begin + 2, std::strlen(name));
-    const std::size_t valueBegin =
-        text.find_first_not_of(blanks, range.begin + 2 + node.name.size());
-    node.value = kept(value, static_cast<std::uint32_t>(valueBegin));
+    setName(node, range.begin + 2, std::strlen(name));
+    const std::size_t valueBegin = text.find_first_not_of(blanks, range.begin + 2 + node.nameSize);
+    setValue(node, kept(value, static_cast<std::uint32_t>(valueBegin)));
   }
 }
 
@@ -273,23 +273,35 @@ void TreeBuilder::rest(const char* piece, int size)
   const std::string_view name(piece + 1, static_cast<std::size_t>(size) - 2);
   if (entities.find(name) == entities.end())
   {
-    fail("nothing declares the entity \"" + std::string(name) + '"', current());
+    fail("nothing declares the entity \"" + std::string(textOf(current())) + '"', current());
     return;
   }
   Node& node = add(Kind::Reference, current());
-  node.name = text.substr(node.range.begin + 1, name.size());
+  setName(node, node.whole.begin + 1, name.size());
 }
 
 Node& TreeBuilder::add(Kind kind, const Range& range)
 {
   Node& node = *arena.make<Node>();
-  node.kind = kind;
-  node.range = range;
+  node.itsKind = kind;
+  node.whole = range;
   Open& level = open.back();
-  node.parent = open.size() > 1 ? level.node : nullptr;
-  (level.lastChild == nullptr ? level.node->firstChild : level.lastChild->next) = &node;
+  node.itsParent = open.size() > 1 ? level.node : nullptr;
+  (level.lastChild == nullptr ? level.node->itsFirstChild : level.lastChild->itsNext) = &node;
   level.lastChild = &node;
   return node;
+}
+
+void TreeBuilder::setName(Node& node, std::size_t begin, std::size_t size)
+{
+  node.nameData = text.data() + begin;
+  node.nameSize = static_cast<std::uint32_t>(size);
+}
+
+void TreeBuilder::setValue(Node& node, std::string_view value)
+{
+  node.valueData = value.data();
+  node.count = static_cast<std::uint32_t>(value.size());
 }
 
 std::string_view TreeBuilder::textOf(const Range& range) const
@@ -309,41 +321,43 @@ void TreeBuilder::readAttributes(Node& element, const char** values)
   const auto specified = static_cast<std::size_t>(XML_GetSpecifiedAttributeCount(parser.get())) / 2;
   failIfMore(limits::attributes, specified);
   auto* const attributes = arena.make<Attribute>(specified);
-  std::size_t at = element.startTag.begin + 1 + element.name.size();
+  std::size_t at = element.whole.begin + 1 + element.nameSize;
   for (std::size_t i = 0; i < specified; ++i)
   {
     Attribute& attribute = attributes[i];
-    const std::size_t nameBegin = text.find_first_not_of(blanks, at);
-    attribute.name = text.substr(nameBegin, std::strlen(values[2 * i]));
-    attribute.nameRange = {static_cast<std::uint32_t>(nameBegin),
-                           static_cast<std::uint32_t>(nameBegin + attribute.name.size())};
-    const std::size_t quote = text.find_first_of("\"'", attribute.nameRange.end);
+    const std::size_t begin = text.find_first_not_of(blanks, at);
+    attribute.begin = static_cast<std::uint32_t>(begin);
+    attribute.nameData = text.data() + begin;
+    attribute.nameSize = static_cast<std::uint32_t>(std::strlen(values[2 * i]));
+    const std::size_t quote = text.find_first_of("\"'", begin + attribute.nameSize);
     at = text.find(text[quote], quote + 1) + 1;
-    attribute.valueRange = {static_cast<std::uint32_t>(quote + 1),
-                            static_cast<std::uint32_t>(at - 1)};
+    attribute.standing = {static_cast<std::uint32_t>(quote + 1),
+                          static_cast<std::uint32_t>(at - 1)};
     const std::string_view value = values[2 * i + 1];
-    const std::string_view standing = textOf(attribute.valueRange);
-    attribute.value = value == standing ? standing : arena.copy(value);
+    const std::string_view standing = textOf(attribute.standing);
+    const std::string_view itsValue = value == standing ? standing : arena.copy(value);
+    attribute.valueData = itsValue.data();
+    attribute.valueSize = static_cast<std::uint32_t>(itsValue.size());
     broughtIn += value.size() - std::min(value.size(), standing.size());
   }
   failIfMore(limits::broughtInText, broughtIn);
   element.firstAttribute = attributes;
-  element.attributeCount = static_cast<std::uint32_t>(specified);
+  element.count = static_cast<std::uint32_t>(specified);
 }
 
 void TreeBuilder::finishText()
 {
   if (textNode != nullptr)
   {
-    textNode->value = valueOfText(textNode->range.end);
+    setValue(*textNode, valueOfText(textNode->whole.end));
     textNode = nullptr;
   }
 }
 
 std::uint32_t TreeBuilder::beginOfText() const
 {
-  const bool isCData = textNode->kind == Kind::CData;
-  return textNode->range.begin + (isCData ? static_cast<std::uint32_t>(beginOfCData.size()) : 0);
+  const bool isCData = textNode->itsKind == Kind::CData;
+  return textNode->whole.begin + (isCData ? static_cast<std::uint32_t>(beginOfCData.size()) : 0);
 }
 
 std::string_view TreeBuilder::valueOfText(std::uint32_t end)

@@ -25,7 +25,7 @@ public:
 
   /// To be called once; the results are there afterwards.
   void parse();
-  const Node* first() const { return outermost.firstChild; }
+  const Node* first() const { return outermost.firstChild(); }
   const std::optional<Error>& error() const { return found; }
 
 private:
@@ -56,6 +56,8 @@ private:
   void rest(const char* piece, int size);
 
   Node& add(Kind kind, const Range& range);
+  void setName(Node& node, std::size_t begin, std::size_t size);
+  static void setValue(Node& node, std::string_view value);
   std::string_view textOf(const Range& range) const;
   /// The value as a part of the text, if it stands there at \p begin, else as a copy.
   std::string_view kept(std::string_view value, std::uint32_t begin);

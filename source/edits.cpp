@@ -1,0 +1,197 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "layout.hpp"
+
+#include <algorithm>
+#include <source/edits.hpp>
+#include <stdexcept>
+
+namespace vesk::source
+{
+namespace
+{
+constexpr std::string_view beginOfCData = "<![CDATA[";
+constexpr std::string_view endOfCData = "]]>";
+
+std::string withLineEnds(std::string_view text, LineEnd lineEnd)
+{
+  const std::string_view end = lineEnd == LineEnd::Lf     ? "\n"
+                               : lineEnd == LineEnd::CrLf ? "\r\n"
+                                                          : "\r";
+  std::string result;
+  for (const char c : text)
+  {
+    result += c == '\n' ? end : std::string_view(&c, 1);
+  }
+  return result;
+}
+
+std::string edited(std::string_view text, std::vector<Edit> edits, LineEnd lineEnd)
+{
+  std::stable_sort(edits.begin(), edits.end(),
+                   [](const Edit& left, const Edit& right)
+                   { return left.range.begin < right.range.begin; });
+  std::string result;
+  std::size_t done = 0;
+  for (const Edit& edit : edits)
+  {
+    if (edit.range.begin < done || edit.range.end < edit.range.begin ||
+        edit.range.end > text.size())
+    {
+      throw std::invalid_argument("edits that overlap, or reach beyond the text");
+    }
+    result += text.substr(done, edit.range.begin - done);
+    result += withLineEnds(edit.text, lineEnd);
+    done = edit.range.end;
+  }
+  result += text.substr(done);
+  return result;
+}
+
+/// What a tag that is empty in itself has at its end, with the blanks before.
+Range endOfEmptyTag(const Document& document, const Node& element)
+{
+  const std::string_view tag = document.text(element.startTag());
+  const std::size_t last = tag.find_last_not_of(" \t\r\n", tag.size() - 3);
+  return {element.startTag().begin + static_cast<std::uint32_t>(last) + 1, element.startTag().end};
+}
+} // namespace
+
+std::string apply(const Document& document, std::vector<Edit> edits)
+{
+  const Encoding& encoding = document.encoding();
+  std::string text = edited(document.text(), std::move(edits), document.lineEnd());
+  if (encoding.isUtf8())
+  {
+    return text;
+  }
+  if (encode(document.text(), encoding) != document.bytes())
+  {
+    throw std::runtime_error("the bytes of this file cannot be told from its text in " +
+                             encoding.name);
+  }
+  return encode(text, encoding);
+}
+
+void Editor::setAttribute(const Node& element, std::string_view name, std::string_view value,
+                          const Attribute* after)
+{
+  const std::string_view text = document.text();
+  if (const Attribute* attribute = element.attribute(name))
+  {
+    const char quote = text[attribute->valueRange().end];
+    collected.push_back({attribute->valueRange(), escapedValue(value, quote)});
+    return;
+  }
+  const Attribute* const before =
+      after == nullptr && !element.attributes().empty() ? element.attributes().end() - 1 : after;
+  std::uint32_t place =
+      element.startTag().begin + 1 + static_cast<std::uint32_t>(element.name().size());
+  std::string blanks = " ";
+  char quote = '"';
+  if (before != nullptr)
+  {
+    place = before->range().end;
+    quote = text[before->valueRange().end];
+    const std::size_t begin = text.find_last_not_of(" \t\r\n", before->nameRange().begin - 1) + 1;
+    const std::string_view standing = text.substr(begin, before->nameRange().begin - begin);
+    blanks.clear();
+    for (std::size_t i = 0; i < standing.size(); ++i)
+    {
+      const bool isOfCrLf = standing[i] == '\n' && i > 0 && standing[i - 1] == '\r';
+      blanks += isOfCrLf ? "" : std::string(1, standing[i] == '\r' ? '\n' : standing[i]);
+    }
+  }
+  collected.push_back(
+      {{place, place},
+       blanks + std::string(name) + '=' + quote + escapedValue(value, quote) + quote});
+}
+
+void Editor::removeAttribute(const Attribute& attribute)
+{
+  const std::size_t last =
+      document.text().find_last_not_of(" \t\r\n", attribute.nameRange().begin - 1);
+  collected.push_back({{static_cast<std::uint32_t>(last + 1), attribute.range().end}, {}});
+}
+
+void Editor::setText(const Node& element, std::string_view text)
+{
+  std::string written = escapedText(text);
+  if (element.endTag().size() == 0)
+  {
+    if (!text.empty())
+    {
+      collected.push_back({endOfEmptyTag(document, element),
+                           '>' + written + "</" + std::string(element.name()) + '>'});
+    }
+    return;
+  }
+  bool isWritten = false;
+  for (const Node& child : element.children())
+  {
+    if (child.kind() != Kind::Text && child.kind() != Kind::CData)
+    {
+      continue;
+    }
+    const bool staysCData = !isWritten && child.kind() == Kind::CData && !text.empty() &&
+                            text.find(endOfCData) == std::string_view::npos;
+    collected.push_back(
+        {child.range(),
+         isWritten    ? std::string()
+         : staysCData ? std::string(beginOfCData) + std::string(text) + std::string(endOfCData)
+                      : written});
+    isWritten = true;
+  }
+  if (!isWritten && !text.empty())
+  {
+    collected.push_back({{element.startTag().end, element.startTag().end}, std::move(written)});
+  }
+}
+
+void Editor::insert(const Node& parent, const Node* after, const std::vector<NewElement>& elements)
+{
+  const std::string step = stepOfIndentation(document);
+  // As the neighbour stands; the first child as its parent stands.
+  std::optional<std::string> indentation;
+  const Node* neighbour = after;
+  for (const Node* child = parent.firstChild(); neighbour == nullptr && child != nullptr;
+       child = child->next())
+  {
+    neighbour = child->isElement() ? child : nullptr;
+  }
+  if (neighbour != nullptr)
+  {
+    indentation = indentationOf(document, *neighbour);
+  }
+  else if (const auto outer = indentationOf(document, parent))
+  {
+    indentation = *outer + step;
+  }
+  else if (parent.parent() == nullptr && document.text().find_first_of("\r\n") != std::string::npos)
+  {
+    indentation = step;
+  }
+  std::string xml;
+  for (const NewElement& element : elements)
+  {
+    xml += (indentation ? '\n' + *indentation : "") + asXml(element, indentation, step);
+  }
+  if (parent.endTag().size() == 0)
+  {
+    const std::string end = indentation ? '\n' + indentationOf(document, parent).value_or("") : "";
+    collected.push_back({endOfEmptyTag(document, parent),
+                         '>' + xml + end + "</" + std::string(parent.name()) + '>'});
+    return;
+  }
+  const bool isFirstOfAll =
+      indentation && after == nullptr && parent.startTag().end == parent.endTag().begin;
+  const std::uint32_t place = after == nullptr ? parent.startTag().end
+                              : indentation    ? endWithComments(*after, document.text())
+                                               : after->range().end;
+  collected.push_back(
+      {{place, place},
+       xml + (isFirstOfAll ? '\n' + indentationOf(document, parent).value_or("") : "")});
+}
+
+void Editor::remove(const Node& node) { collected.push_back({rangeToRemove(document, node), {}}); }
+
+} // namespace vesk::source

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef SOURCE_EDITS_HPP
+#define SOURCE_EDITS_HPP
+
+#include <source/document.hpp>
+#include <source/export.hpp>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vesk::source
+{
+
+/// A part of a document's text, and what shall stand there instead: XML in UTF-8 with "\n" at the ends
+/// of its lines. An empty range is a place between two characters, where something is put in.
+struct Edit
+{
+  Range range;
+  std::string text;
+};
+inline bool operator==(const Edit& left, const Edit& right)
+{
+  return left.range == right.range && left.text == right.text;
+}
+
+/// The bytes of the document's file after all edits, which are made at once: their ranges are places
+/// in the document as it is. What is put in at one place stands in the order of the edits. It gets
+/// the document's line ends and its encoding; characters that the encoding lacks become references.
+/// All other bytes stay as they are.
+///
+/// Throws std::invalid_argument when ranges overlap or reach beyond the text, and std::runtime_error
+/// when the document's encoding does not give back the bytes that were read, as when a file in
+/// ISO-2022-JP has needless escape sequences.
+VESKPACKAGE_SOURCE_EXPORT std::string apply(const Document& document, std::vector<Edit> edits);
+
+/// An element that is to be put into a document.
+struct NewElement
+{
+  std::string name;
+  std::vector<std::pair<std::string, std::string>> attributes; ///< names and values
+  std::string text;                                            ///< in front of the children
+  std::vector<NewElement> children;
+};
+
+/// Collects edits of a document by what they shall do to its nodes. The document must outlive it. The
+/// edits look like their surroundings: quotes, indentation, one element a line or all on one line.
+///
+/// Values and texts are given as they are meant, and are escaped here. One with a character that XML
+/// cannot hold, such as U+0001, throws std::invalid_argument. Each node is to be edited once: the
+/// edits of two calls that change the same place overlap, which apply() refuses.
+class VESKPACKAGE_SOURCE_EXPORT Editor
+{
+public:
+  explicit Editor(const Document& edited) : document(edited) {}
+
+  /// Gives an attribute of an element this value. A new one goes behind \p after, or behind the last
+  /// one if that is null.
+  void setAttribute(const Node& element, std::string_view name, std::string_view value,
+                    const Attribute* after = nullptr);
+  /// Removes an attribute with the blanks before it.
+  void removeAttribute(const Attribute& attribute);
+
+  /// Replaces the texts and CDATA sections within an element, but none in elements within it; comments
+  /// and all else stay. A text in a CDATA section stays in one where it can.
+  void setText(const Node& element, std::string_view text);
+
+  /// Puts elements into another one, behind its child \p after and the comments that follow that in
+  /// its line, or in front of all children if it is null.
+  void insert(const Node& parent, const Node* after, const std::vector<NewElement>& elements);
+  /// Removes a node; with its line, when it stands there alone.
+  void remove(const Node& node);
+
+  const std::vector<Edit>& edits() const { return collected; }
+  /// See source::apply().
+  std::string apply() const { return source::apply(document, collected); }
+
+private:
+  const Document& document;
+  std::vector<Edit> collected;
+};
+
+} // namespace vesk::source
+
+#endif

@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "layout.hpp"
+
+#include "characters.hpp"
+
+#include <stdexcept>
+
+namespace vesk::source
+{
+namespace
+{
+constexpr std::string_view lineEnds = "\r\n";
+constexpr std::string_view blanksInLine = " \t";
+
+std::size_t lineBegin(std::string_view text, std::size_t offset)
+{
+  const std::size_t end =
+      offset == 0 ? std::string_view::npos : text.find_last_of(lineEnds, offset - 1);
+  return end == std::string_view::npos ? 0 : end + 1;
+}
+
+bool isBlank(std::string_view text)
+{
+  return text.find_first_not_of(blanksInLine) == std::string_view::npos;
+}
+
+/// Escapes the characters that are given with what stands for them.
+std::string escaped(std::string_view text,
+                    std::initializer_list<std::pair<char, std::string_view>> escapes)
+{
+  requireXmlCharacters(text);
+  std::string result;
+  for (const char c : text)
+  {
+    std::string_view written(&c, 1);
+    for (const auto& [character, reference] : escapes)
+    {
+      written = c == character ? reference : written;
+    }
+    result += written;
+  }
+  return result;
+}
+} // namespace
+
+std::optional<std::string> indentationOf(const Document& document, const Node& node)
+{
+  const std::string_view text = document.text();
+  const std::size_t begin = lineBegin(text, node.range().begin);
+  const std::string_view before = text.substr(begin, node.range().begin - begin);
+  return begin != 0 && isBlank(before) ? std::optional(std::string(before)) : std::nullopt;
+}
+
+std::string stepOfIndentation(const Document& document)
+{
+  const Node* const root = document.root();
+  for (const Node* node = root != nullptr ? root->firstChild() : nullptr; node != nullptr;
+       node = node->next())
+  {
+    const auto indentation = indentationOf(document, *node);
+    if (node->isElement() && indentation && !indentation->empty())
+    {
+      return *indentation;
+    }
+  }
+  return "  ";
+}
+
+Range rangeToRemove(const Document& document, const Node& node)
+{
+  const std::string_view text = document.text();
+  const std::size_t lineEnd = text.find_first_of(lineEnds, node.range().end);
+  if (!indentationOf(document, node) || lineEnd == std::string_view::npos ||
+      !isBlank(text.substr(node.range().end, lineEnd - node.range().end)))
+  {
+    return node.range();
+  }
+  const std::size_t end = lineEnd + (text.substr(lineEnd, 2) == "\r\n" ? 2 : 1);
+  return {static_cast<std::uint32_t>(lineBegin(text, node.range().begin)),
+          static_cast<std::uint32_t>(end)};
+}
+
+std::uint32_t endWithComments(const Node& node, std::string_view text)
+{
+  std::uint32_t end = node.range().end;
+  for (const Node* next = node.next(); next != nullptr; next = next->next())
+  {
+    if (next->kind() == Kind::Comment)
+    {
+      end = next->range().end;
+    }
+    else if (next->kind() != Kind::Text ||
+             !isBlank(text.substr(next->range().begin, next->range().size())))
+    {
+      break;
+    }
+  }
+  return end;
+}
+
+std::string asXml(const NewElement& element, const std::optional<std::string>& indentation,
+                  const std::string& step)
+{
+  std::string xml = '<' + element.name;
+  for (const auto& [name, value] : element.attributes)
+  {
+    xml += ' ' + name + "=\"" + escapedValue(value, '"') + '"';
+  }
+  if (element.text.empty() && element.children.empty())
+  {
+    return xml + "/>";
+  }
+  xml += '>' + escapedText(element.text);
+  for (const NewElement& child : element.children)
+  {
+    const auto inner = indentation ? std::optional(*indentation + step) : std::nullopt;
+    xml += (inner ? '\n' + *inner : "") + asXml(child, inner, step);
+  }
+  xml += indentation && !element.children.empty() ? '\n' + *indentation : "";
+  return xml + "</" + element.name + '>';
+}
+
+std::string escapedText(std::string_view text)
+{
+  return escaped(text, {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'\r', "&#xD;"}});
+}
+
+std::string escapedValue(std::string_view value, char quote)
+{
+  return escaped(value, {{'&', "&amp;"},
+                         {'<', "&lt;"},
+                         {quote, quote == '"' ? "&quot;" : "&apos;"},
+                         {'\t', "&#x9;"},
+                         {'\n', "&#xA;"},
+                         {'\r', "&#xD;"}});
+}
+
+} // namespace vesk::source

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef SOURCE_LAYOUT_HPP
+#define SOURCE_LAYOUT_HPP
+
+#include <optional>
+#include <source/edits.hpp>
+
+/// How the surroundings of an edit look.
+namespace vesk::source
+{
+
+/// The blanks before a node in its line, if nothing else stands before it there.
+std::optional<std::string> indentationOf(const Document& document, const Node& node);
+
+/// By how much the document indents an element within another one; none when it is on one line.
+std::string stepOfIndentation(const Document& document);
+
+/// The part of the text that goes with a node: its lines, when it stands there alone, else the node.
+Range rangeToRemove(const Document& document, const Node& node);
+
+/// The place behind a node and the comments that follow it in its line.
+std::uint32_t endWithComments(const Node& node, std::string_view text);
+
+/// An element as XML, its children each in a line with \p indentation and more before it, or all in
+/// one line when there is none.
+std::string asXml(const NewElement& element, const std::optional<std::string>& indentation,
+                  const std::string& step);
+
+/// As they stand in XML: throws std::invalid_argument for characters that cannot.
+/// \{
+std::string escapedText(std::string_view text);
+std::string escapedValue(std::string_view value, char quote);
+/// \}
+
+} // namespace vesk::source
+
+#endif
