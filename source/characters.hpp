@@ -7,9 +7,17 @@
 #include <string>
 #include <string_view>
 
-/// Characters in UTF-8.
+/// Characters in UTF-8, and the marks of XML that several files look for.
 namespace vesk::source
 {
+
+inline constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+inline constexpr std::string_view beginOfCData = "<![CDATA[";
+inline constexpr std::string_view endOfCData = "]]>";
+inline constexpr std::string_view lineEnds = "\r\n";
+inline constexpr std::string_view blanks = " \t\r\n";
+
+inline bool isBlank(char c) { return blanks.find(c) != std::string_view::npos; }
 
 struct Character
 {

@@ -1,16 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "characters.hpp"
 #include "treebuilder.hpp"
+
+#include <source/document.hpp>
 
 #include <algorithm>
 #include <cctype>
-#include <source/document.hpp>
 #include <utility>
 
 namespace vesk::source
 {
 namespace
 {
-constexpr std::string_view mark = "\xEF\xBB\xBF";
 constexpr std::size_t mostBytes = 0x7FFFFFFF;
 
 LineEnd lineEndOf(std::string_view text)
@@ -99,7 +100,8 @@ Document Document::parse(std::string bytes)
   }
   const std::string_view text = parsed->text;
   parsed->lineEnd = lineEndOf(text);
-  const std::size_t base = text.substr(0, mark.size()) == mark ? mark.size() : 0;
+  const std::size_t base =
+      text.substr(0, byteOrderMark.size()) == byteOrderMark ? byteOrderMark.size() : 0;
   const std::string_view declared = declaredEncoding(text.substr(base));
   if (!agrees(declared, encoding))
   {

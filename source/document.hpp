@@ -2,11 +2,12 @@
 #ifndef SOURCE_DOCUMENT_HPP
 #define SOURCE_DOCUMENT_HPP
 
-#include <memory>
-#include <optional>
 #include <source/encoding.hpp>
 #include <source/export.hpp>
 #include <source/tree.hpp>
+
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 

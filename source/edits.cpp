@@ -1,17 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "characters.hpp"
 #include "layout.hpp"
 
-#include <algorithm>
 #include <source/edits.hpp>
+
+#include <algorithm>
 #include <stdexcept>
 
 namespace vesk::source
 {
 namespace
 {
-constexpr std::string_view beginOfCData = "<![CDATA[";
-constexpr std::string_view endOfCData = "]]>";
-
 std::string withLineEnds(std::string_view text, LineEnd lineEnd)
 {
   const std::string_view end = lineEnd == LineEnd::Lf     ? "\n"
@@ -51,7 +50,7 @@ std::string edited(std::string_view text, std::vector<Edit> edits, LineEnd lineE
 Range endOfEmptyTag(const Document& document, const Node& element)
 {
   const std::string_view tag = document.text(element.startTag());
-  const std::size_t last = tag.find_last_not_of(" \t\r\n", tag.size() - 3);
+  const std::size_t last = tag.find_last_not_of(blanks, tag.size() - 3);
   return {element.startTag().begin + static_cast<std::uint32_t>(last) + 1, element.startTag().end};
 }
 } // namespace
@@ -86,30 +85,30 @@ void Editor::setAttribute(const Node& element, std::string_view name, std::strin
       after == nullptr && !element.attributes().empty() ? element.attributes().end() - 1 : after;
   std::uint32_t place =
       element.startTag().begin + 1 + static_cast<std::uint32_t>(element.name().size());
-  std::string blanks = " ";
+  std::string separator = " ";
   char quote = '"';
   if (before != nullptr)
   {
     place = before->range().end;
     quote = text[before->valueRange().end];
-    const std::size_t begin = text.find_last_not_of(" \t\r\n", before->nameRange().begin - 1) + 1;
+    const std::size_t begin = text.find_last_not_of(blanks, before->nameRange().begin - 1) + 1;
     const std::string_view standing = text.substr(begin, before->nameRange().begin - begin);
-    blanks.clear();
+    separator.clear();
     for (std::size_t i = 0; i < standing.size(); ++i)
     {
       const bool isOfCrLf = standing[i] == '\n' && i > 0 && standing[i - 1] == '\r';
-      blanks += isOfCrLf ? "" : std::string(1, standing[i] == '\r' ? '\n' : standing[i]);
+      separator += isOfCrLf ? "" : std::string(1, standing[i] == '\r' ? '\n' : standing[i]);
     }
   }
   collected.push_back(
       {{place, place},
-       blanks + std::string(name) + '=' + quote + escapedValue(value, quote) + quote});
+       separator + std::string(name) + '=' + quote + escapedValue(value, quote) + quote});
 }
 
 void Editor::removeAttribute(const Attribute& attribute)
 {
   const std::size_t last =
-      document.text().find_last_not_of(" \t\r\n", attribute.nameRange().begin - 1);
+      document.text().find_last_not_of(blanks, attribute.nameRange().begin - 1);
   collected.push_back({{static_cast<std::uint32_t>(last + 1), attribute.range().end}, {}});
 }
 

@@ -4,6 +4,7 @@
 
 #include <source/document.hpp>
 #include <source/export.hpp>
+
 #include <string>
 #include <string_view>
 #include <utility>

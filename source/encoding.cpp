@@ -1,40 +1,42 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "characters.hpp"
 
+#include <source/encoding.hpp>
+
 #include <algorithm>
 #include <array>
 #include <cctype>
 #include <cerrno>
 #include <iconv.h>
 #include <memory>
-#include <source/encoding.hpp>
 #include <stdexcept>
 
 namespace vesk::source
 {
 namespace
 {
-struct Mark
+struct Beginning
 {
   std::string_view bytes;
   const char* encoding;
 };
 
 // Longest first: that of UTF-32 begins with that of UTF-16.
-constexpr std::array marks{Mark{{"\x00\x00\xFE\xFF", 4}, "UTF-32BE"},
-                           Mark{{"\xFF\xFE\x00\x00", 4}, "UTF-32LE"},
-                           Mark{{"\xEF\xBB\xBF", 3}, "UTF-8"}, Mark{{"\xFE\xFF", 2}, "UTF-16BE"},
-                           Mark{{"\xFF\xFE", 2}, "UTF-16LE"}};
+constexpr std::array marks{
+    Beginning{{"\x00\x00\xFE\xFF", 4}, "UTF-32BE"}, Beginning{{"\xFF\xFE\x00\x00", 4}, "UTF-32LE"},
+    Beginning{{"\xEF\xBB\xBF", 3}, "UTF-8"}, Beginning{{"\xFE\xFF", 2}, "UTF-16BE"},
+    Beginning{{"\xFF\xFE", 2}, "UTF-16LE"}};
 // "<" in the encodings in which it is more than a byte.
-constexpr std::array beginnings{Mark{{"\x00\x00\x00<", 4}, "UTF-32BE"},
-                                Mark{{"<\x00\x00\x00", 4}, "UTF-32LE"},
-                                Mark{{"\x00<", 2}, "UTF-16BE"}, Mark{{"<\x00", 2}, "UTF-16LE"}};
+constexpr std::array beginnings{
+    Beginning{{"\x00\x00\x00<", 4}, "UTF-32BE"}, Beginning{{"<\x00\x00\x00", 4}, "UTF-32LE"},
+    Beginning{{"\x00<", 2}, "UTF-16BE"}, Beginning{{"<\x00", 2}, "UTF-16LE"}};
 
-const Mark* beginningOf(std::string_view bytes, const Mark* begin, const Mark* end)
+const Beginning* beginningOf(std::string_view bytes, const Beginning* begin, const Beginning* end)
 {
-  const auto* const found = std::find_if(
-      begin, end,
-      [bytes](const Mark& mark) { return bytes.substr(0, mark.bytes.size()) == mark.bytes; });
+  const auto* const found =
+      std::find_if(begin, end,
+                   [bytes](const Beginning& mark)
+                   { return bytes.substr(0, candidate.bytes.size()) == candidate.bytes; });
   return found != end ? found : nullptr;
 }
 
@@ -129,14 +131,14 @@ bool Encoding::isUtf8() const
 
 Encoding encodingOf(std::string_view bytes)
 {
-  if (const Mark* mark = beginningOf(bytes, marks.data(), marks.data() + marks.size()))
+  if (const Beginning* found = beginningOf(bytes, marks.data(), marks.data() + marks.size()))
   {
-    return {mark->encoding, true};
+    return {found->encoding, true};
   }
-  if (const Mark* mark =
+  if (const Beginning* found =
           beginningOf(bytes, beginnings.data(), beginnings.data() + beginnings.size()))
   {
-    return {mark->encoding, false};
+    return {found->encoding, false};
   }
   const std::string_view declared = declaredEncoding(bytes);
   return declared.empty() ? Encoding() : Encoding{std::string(declared), false};

@@ -2,9 +2,10 @@
 #ifndef SOURCE_ENCODING_HPP
 #define SOURCE_ENCODING_HPP
 
+#include <source/export.hpp>
+
 #include <cstddef>
 #include <optional>
-#include <source/export.hpp>
 #include <string>
 #include <string_view>
 

@@ -9,7 +9,6 @@ namespace vesk::source
 {
 namespace
 {
-constexpr std::string_view lineEnds = "\r\n";
 constexpr std::string_view blanksInLine = " \t";
 
 std::size_t lineBegin(std::string_view text, std::size_t offset)
@@ -19,7 +18,7 @@ std::size_t lineBegin(std::string_view text, std::size_t offset)
   return end == std::string_view::npos ? 0 : end + 1;
 }
 
-bool isBlank(std::string_view text)
+bool areBlanks(std::string_view text)
 {
   return text.find_first_not_of(blanksInLine) == std::string_view::npos;
 }
@@ -48,7 +47,7 @@ std::optional<std::string> indentationOf(const Document& document, const Node& n
   const std::string_view text = document.text();
   const std::size_t begin = lineBegin(text, node.range().begin);
   const std::string_view before = text.substr(begin, node.range().begin - begin);
-  return begin != 0 && isBlank(before) ? std::optional(std::string(before)) : std::nullopt;
+  return begin != 0 && areBlanks(before) ? std::optional(std::string(before)) : std::nullopt;
 }
 
 std::string stepOfIndentation(const Document& document)
@@ -71,7 +70,7 @@ Range rangeToRemove(const Document& document, const Node& node)
   const std::string_view text = document.text();
   const std::size_t lineEnd = text.find_first_of(lineEnds, node.range().end);
   if (!indentationOf(document, node) || lineEnd == std::string_view::npos ||
-      !isBlank(text.substr(node.range().end, lineEnd - node.range().end)))
+      !areBlanks(text.substr(node.range().end, lineEnd - node.range().end)))
   {
     return node.range();
   }
@@ -90,7 +89,7 @@ std::uint32_t endWithComments(const Node& node, std::string_view text)
       end = next->range().end;
     }
     else if (next->kind() != Kind::Text ||
-             !isBlank(text.substr(next->range().begin, next->range().size())))
+             !areBlanks(text.substr(next->range().begin, next->range().size())))
     {
       break;
     }

@@ -2,8 +2,9 @@
 #ifndef SOURCE_LAYOUT_HPP
 #define SOURCE_LAYOUT_HPP
 
-#include <optional>
 #include <source/edits.hpp>
+
+#include <optional>
 
 /// How the surroundings of an edit look.
 namespace vesk::source

@@ -1,16 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <algorithm>
+#include "characters.hpp"
+
 #include <source/lines.hpp>
+
+#include <algorithm>
 
 namespace vesk::source
 {
 
 Lines::Lines(std::string_view textInUtf8) : text(textInUtf8)
 {
-  constexpr std::string_view mark = "\xEF\xBB\xBF";
-  starts.push_back(text.substr(0, mark.size()) == mark ? mark.size() : 0);
-  for (std::size_t at = text.find_first_of("\r\n"); at != std::string_view::npos;
-       at = text.find_first_of("\r\n", at))
+  starts.push_back(text.substr(0, byteOrderMark.size()) == byteOrderMark ? byteOrderMark.size()
+                                                                         : 0);
+  for (std::size_t at = text.find_first_of(lineEnds); at != std::string_view::npos;
+       at = text.find_first_of(lineEnds, at))
   {
     at += text.substr(at, 2) == "\r\n" ? 2 : 1;
     starts.push_back(at);
@@ -37,7 +40,7 @@ std::string_view Lines::line(int number) const
   const auto index = static_cast<std::size_t>(number) - 1;
   const std::size_t end = index + 1 < starts.size() ? starts[index + 1] : text.size();
   const std::string_view whole = text.substr(starts[index], end - starts[index]);
-  const std::size_t length = whole.find_last_not_of("\r\n");
+  const std::size_t length = whole.find_last_not_of(lineEnds);
   return length == std::string_view::npos ? std::string_view() : whole.substr(0, length + 1);
 }
 

@@ -2,8 +2,9 @@
 #ifndef SOURCE_LINES_HPP
 #define SOURCE_LINES_HPP
 
-#include <cstdint>
 #include <source/export.hpp>
+
+#include <cstdint>
 #include <string_view>
 #include <vector>
 

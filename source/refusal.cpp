@@ -2,18 +2,15 @@
 #include "characters.hpp"
 #include "treebuilder.hpp"
 
+#include <source/lines.hpp>
+
 #include <algorithm>
 #include <array>
-#include <source/lines.hpp>
 
 namespace vesk::source
 {
 namespace
 {
-constexpr std::string_view blanks = " \t\r\n";
-
-bool isBlank(char c) { return blanks.find(c) != std::string_view::npos; }
-
 bool isInName(char c)
 {
   constexpr std::string_view others = "_:-.";
@@ -44,7 +41,7 @@ std::string inLine(std::string_view text, std::size_t offset)
 std::string refusalInTag(std::string_view text, std::size_t begin, std::size_t offset)
 {
   std::size_t at = begin + 1;
-  const auto skip = [&](auto&& isSkipped)
+  const auto skip = [&](bool (*isSkipped)(char))
   {
     while (at < offset && isSkipped(text[at]))
     {
@@ -71,7 +68,8 @@ std::string refusalInTag(std::string_view text, std::size_t begin, std::size_t o
       return "the value of the attribute " + attribute + " has to stand in quotes";
     }
     const char quote = text[at++];
-    if (skip([quote](char c) { return c != quote; }))
+    at = std::min(text.find(quote, at), static_cast<std::size_t>(offset));
+    if (at == offset)
     {
       return text[offset] == '<' ? "\"<\" in the value of an attribute is written \"&lt;\"" : "";
     }

@@ -1,18 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "treebuilder.hpp"
 
+#include "characters.hpp"
+
 #include <algorithm>
 #include <cstring>
 #include <new>
 
 namespace vesk::source
 {
-namespace
-{
-constexpr std::string_view blanks = " \t\r\n";
-constexpr std::string_view beginOfCData = "<![CDATA[";
-} // namespace
-
 TreeBuilder::TreeBuilder(std::string_view textInUtf8, std::uint32_t markSize, Arena& arenaOfNodes)
     : text(textInUtf8), base(markSize), arena(arenaOfNodes),
       parser(XML_ParserCreate("UTF-8"), &XML_ParserFree)

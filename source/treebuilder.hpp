@@ -4,12 +4,14 @@
 
 #include "arena.hpp"
 
-#include <exception>
-#include <expat.h>
-#include <memory>
-#include <set>
 #include <source/document.hpp>
 #include <source/limits.hpp>
+
+#include <expat.h>
+
+#include <exception>
+#include <memory>
+#include <set>
 #include <string>
 #include <vector>
 

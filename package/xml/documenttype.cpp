@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <package/xml/documenttype.hpp>
-#include <package/xml/limits.hpp>
 #include <package/xml/openelements.hpp>
 #include <package/xml/saxapi.hpp>
 #include <package/xml/text.hpp>
@@ -147,7 +146,7 @@ private:
 
   bool refuse(const Limit& limit)
   {
-    reason = limit.refusal();
+    reason = QString::fromStdString(limit.refusal());
     return false;
   }
 

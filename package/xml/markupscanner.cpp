@@ -153,7 +153,7 @@ MarkupScanner::State MarkupScanner::stateUnless(const Limit* passed, State wante
   {
     return wanted;
   }
-  reason = passed->refusal();
+  reason = QString::fromStdString(passed->refusal());
   return State::Refused;
 }
 

@@ -2,7 +2,7 @@
 #ifndef PACKAGE_XML_OPENELEMENTS_HPP
 #define PACKAGE_XML_OPENELEMENTS_HPP
 
-#include <package/xml/limits.hpp>
+#include <source/limits.hpp>
 
 #include <vector>
 
