@@ -173,6 +173,7 @@ TEST(TypeSystem, FillsOnlyAddedFields)
   Point point{5, 6};
   const auto& type = static_cast<const StructTypeInterface&>(*typeOf<Point>());
   EXPECT_FALSE(fillMissingFieldsWithDefaultValues(type, &point, {"x", "y"}, {"x"}));
+  EXPECT_FALSE(fillMissingFieldsWithDefaultValues(type, &point, {"x", "z"}, {"x", "z"}));
   EXPECT_EQ(point.x, 5);
   EXPECT_TRUE(fillMissingFieldsWithDefaultValues(type, &point, {"x"}, {"y", "x"}));
   EXPECT_EQ(point.x, 0); // the default of the member's type

@@ -41,6 +41,8 @@ std::size_t positionFrom(const AnyArgument& place)
 AnyConstReference::AnyConstReference(const AnyValue& value) : AnyConstReference(value.reference())
 {}
 
+AnyArgument::AnyArgument(const AnyValue& value) : viewed(value) {}
+
 AnyReference::AnyReference(AnyValue& value) : AnyReference(value.reference()) {}
 
 std::string AnyConstReference::typeName() const

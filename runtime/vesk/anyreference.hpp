@@ -142,7 +142,7 @@ class VESK_EXPORT AnyArgument
 {
 public:
   AnyArgument(const AnyConstReference& value) : viewed(value) {}
-  AnyArgument(const AnyValue& value) : viewed(value) {}
+  AnyArgument(const AnyValue& value);
   template <typename Value, detail::IfPlain<Value> = 0>
   AnyArgument(const Value& value) : viewed(value)
   {}
