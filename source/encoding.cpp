@@ -35,7 +35,7 @@ const Beginning* beginningOf(std::string_view bytes, const Beginning* begin, con
 {
   const auto* const found =
       std::find_if(begin, end,
-                   [bytes](const Beginning& mark)
+                   [bytes](const Beginning& candidate)
                    { return bytes.substr(0, candidate.bytes.size()) == candidate.bytes; });
   return found != end ? found : nullptr;
 }
