@@ -3,6 +3,7 @@
 #include "support.hpp"
 
 #include <check/manifestcheck.hpp>
+#include <package/packageinfo.hpp>
 
 #include <QDomDocument>
 
@@ -83,6 +84,42 @@ TEST(Check, ShowsEveryRuleAtWork)
     EXPECT_GT(std::string(rule.explanation).size(), 60U) << rule.tag;
   }
   EXPECT_EQ(findRule("no-such-rule"), nullptr);
+}
+
+// What a rule finds is either still there when a manifest has been read and written, or lost.
+TEST(Check, SaysOfEachRuleWhetherWhatItFindsIsLost)
+{
+  const CapturedLog refusals;
+  std::map<std::string, int> before;
+  std::map<std::string, int> after;
+  for (const std::string& path : faultyManifests())
+  {
+    vesk::PackageInfo package;
+    if (package.loadFromManifestFile(path + ".xml"))
+    {
+      const auto findings = checkFile(path + ".xml", everything());
+      for (const Finding& finding : findings)
+      {
+        const bool isWithinLost = std::any_of(
+            findings.begin(), findings.end(),
+            [&place = finding.place](const Finding& other) {
+              return other.rule->isLost && place.compare(0, other.place.size(), other.place) == 0;
+            });
+        before[finding.rule->tag] += finding.rule->isLost || !isWithinLost ? 1 : 0;
+      }
+      for (const std::string& tag :
+           tagsOf(checkText(package.saveToManifestContent(), everything())))
+      {
+        ++after[tag];
+      }
+    }
+  }
+  const std::set<std::string> mended{"root-name", "unusual-name", "repeated-section"};
+  for (const Rule& rule : rules())
+  {
+    const bool isFewer = after[rule.tag] < before[rule.tag];
+    EXPECT_EQ(rule.isLost, isFewer && mended.count(rule.tag) == 0) << rule.tag;
+  }
 }
 
 TEST(Check, FindsNothingInTheExamples)
