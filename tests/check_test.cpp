@@ -175,6 +175,7 @@ TEST(Check, LooksUpPathsInThePackage)
   const TemporaryFolder folder;
   folder.file("talk.top", "");
   folder.file("behavior", "");
+  ASSERT_TRUE(QDir(QString::fromStdString(folder.path(""))).mkdir("tal.folder"));
   const std::string manifest =
       "<package uuid='u' version='1'><contents><behaviorContent path='behavior'/>"
       "<behaviorContent path='talk'/><dialogContent topicName='t'>"
