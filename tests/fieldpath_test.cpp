@@ -117,8 +117,9 @@ TEST(FieldValue, MayBeOfAnyType)
   {
     set(root, assignment);
   }
-  EXPECT_EQ(toJson(root, -1), R"({"count":-12,"weight":2.5,"texts":[[7,"c"],[8,"e"]],)"
-                              R"("held":{"inner":"y","none":null},"values":[]})");
+  const std::string all = R"({"count":-12,"weight":2.5,"texts":[[7,"c"],[8,"e"]],)"
+                          R"("held":{"inner":"y","none":null},"values":[]})";
+  EXPECT_EQ(toJson(root, -1), all);
   EXPECT_EQ(valueAt(root, parseFieldPath("texts.7")).as<std::string>(), "c");
   EXPECT_EQ(valueAt(root, parseFieldPath("held.inner")).to<std::string>(), "y");
   for (const auto& [assignment, message] : std::vector<std::pair<std::string, std::string>>{
@@ -129,8 +130,10 @@ TEST(FieldValue, MayBeOfAnyType)
            {"texts.x=a", R"(texts.x: takes a number of type int32, not "x")"},
            {"held.none=1", "held.none: is empty and takes no value"},
            {"held.none.x=1", "held.none.x: held.none is empty and has no members"},
+           {"held.new=1", "held.new: is empty and takes no value"},
            {"values=[1]", "values[0]: takes no value, not 1"}})
   {
     EXPECT_EQ(thrown<FieldError>([&, &toSet = assignment] { set(root, toSet); }), message);
+    EXPECT_EQ(toJson(root, -1), all);
   }
 }
