@@ -9,6 +9,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <array>
 #include <random>
 
 using namespace tool;
@@ -183,7 +184,7 @@ TEST(CommonSubsequence, IsTheLongest)
   std::mt19937 random(1);
   for (std::size_t round = 0; round < 200; ++round)
   {
-    std::vector<std::string> lists[2];
+    std::array<std::vector<std::string>, 2> lists;
     for (std::vector<std::string>& list : lists)
     {
       for (std::size_t left = random() % 32; left > 0; --left)
@@ -220,7 +221,7 @@ TEST(UnifiedDiff, IsWhatDiffPrints)
   for (int most = 0; most < 60; ++most)
   {
     // No line is there twice and none moves, so that there is one shortest difference.
-    std::string texts[2];
+    std::array<std::string, 2> texts;
     for (int line = 0; line < most; ++line)
     {
       for (std::string& text : texts)

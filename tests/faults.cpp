@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <fstream>
 #include <string>
 #include <unistd.h>
 
@@ -18,19 +19,22 @@ namespace
 {
 bool isManifestOpen = false;
 
+std::string environment(const char* name)
+{
+  const char* const value = std::getenv(name);
+  return value == nullptr ? "" : value;
+}
+
 /// The error with which the operation is to fail, or 0.
 int beginOperation(const char* name)
 {
   static int operations = 0;
-  const char* const at = std::getenv("FAULT_AT");
-  if (!isManifestOpen || at == nullptr || ++operations != std::stoi(at))
+  if (!isManifestOpen || std::to_string(++operations) != environment("FAULT_AT"))
   {
     return 0;
   }
-  std::FILE* const log = std::fopen(std::getenv("FAULT_LOG"), "w");
-  std::fputs(name, log);
-  std::fclose(log);
-  const std::string fault = std::getenv("FAULT");
+  std::ofstream(environment("FAULT_LOG")) << name << '\n';
+  const std::string fault = environment("FAULT");
   if (fault.find(' ') == std::string::npos)
   {
     renameat(AT_FDCWD, fault.c_str(), AT_FDCWD, (fault + ".gone").c_str());
@@ -69,7 +73,7 @@ int open64(const char* path, int flags, ...) // NOLINT(cert-dcl50-cpp): so it is
   const mode_t mode = va_arg(arguments, mode_t);
   va_end(arguments);
   isManifestOpen = isManifestOpen || std::string(path).find(".xml") != std::string::npos;
-  if ((flags & O_TMPFILE) == O_TMPFILE && std::getenv("FAULT_NAMED") != nullptr)
+  if ((flags & O_TMPFILE) == O_TMPFILE && !environment("FAULT_NAMED").empty())
   {
     errno = EOPNOTSUPP;
     return -1;
