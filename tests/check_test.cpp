@@ -148,6 +148,10 @@ TEST(Check, FindsTheSameInFilesTextsAndDocuments)
       EXPECT_EQ(listed(checkDocument(document)), inFile) << path;
     }
   }
+  QDomDocument made;
+  made.appendChild(made.createElement("package")).toElement().setAttribute("uuid", "u");
+  EXPECT_EQ(listed(checkDocument(made)),
+            "0:0 warning missing-identity /package/@version: the package has no version\n");
   EXPECT_THAT(captured.messages, IsEmpty());
 }
 
