@@ -184,12 +184,15 @@ TEST(Check, LooksUpPathsInThePackage)
       "<package uuid='u' version='1'><contents><behaviorContent path='behavior'/>"
       "<behaviorContent path='talk'/><dialogContent topicName='t'>"
       "<topic language='a' path='talk'/><topic language='b' path='tal'/>"
-      "<topic language='c' path='talk.top'/></dialogContent></contents></package>";
+      "<topic language='c' path='talk.top'/><topic language='d' path='tal.folder/talk'/>"
+      "</dialogContent></contents></package>";
   EXPECT_THAT(checkText(manifest), IsEmpty());
   EXPECT_EQ(
       listed(checkText(manifest, {{}, folder.path("")})),
       "1:103 warning missing-file /package/contents/behaviorContent[2]/@path: the package has "
       "no file or folder \"talk\"\n"
       "1:197 warning missing-file /package/contents/dialogContent/topic[2]/@path: the package "
-      "has no file or folder \"tal\"\n");
+      "has no file or folder \"tal\"\n"
+      "1:278 warning missing-file /package/contents/dialogContent/topic[4]/@path: the package "
+      "has no file or folder \"tal.folder/talk\"\n");
 }
