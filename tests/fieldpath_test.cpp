@@ -126,6 +126,7 @@ TEST(FieldValue, MayBeOfAnyType)
            {"count=300", "count: takes a number of type int8, not 300"},
            {"count=1.5", "count: takes a number of type int8, not 1.5"},
            {"count=", R"(count: takes a number of type int8, not "")"},
+           {"weight.x=1", "weight.x: weight is a number and has no members"},
            {"weight=1e999", R"(weight: takes a number of type float64, not "1e999")"},
            {"texts.x=a", R"(texts.x: takes a number of type int32, not "x")"},
            {"held.none=1", "held.none: is empty and takes no value"},
