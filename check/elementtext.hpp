@@ -4,17 +4,10 @@
 
 #include <package/xml/reading.hpp>
 
-#include <QDomElement>
 #include <QString>
 
 namespace vesk::check
 {
-
-/// All text below an element, as the readers take it.
-inline QString textIn(const QDomElement& element)
-{
-  return QString::fromStdString(textOf(element));
-}
 
 inline bool isBlank(const QString& text) { return text.trimmed().isEmpty(); }
 

@@ -31,7 +31,7 @@ struct OtherArm
   std::list<OtherMotor> motors;
   std::map<std::string, AnyValue> extra{{"of the default", 1}};
 };
-struct Undescribed
+struct Unknown
 {};
 struct Tree
 {
@@ -128,7 +128,7 @@ TEST(AnyValue, ReachesIntoItsValue)
 
   EXPECT_THAT(value.memberNames(), testing::ElementsAre("motors", "extra"));
 
-  AnyValue& names = value.member("extra").as<AnyValue>();
+  auto& names = value.member("extra").as<AnyValue>();
   names.find("fr").set("Le bras");
   EXPECT_EQ(names.as<Names>()["fr"], "Le bras");
   EXPECT_FALSE(names.find("de").isValid());
@@ -298,10 +298,10 @@ TEST(AnyValue, PrintsAndComparesByContent)
       EXPECT_EQ(AnyValue(value) != other, &value != &other) << text << " and " << otherText;
     }
   }
-  const AnyValue undescribed{Undescribed()};
+  const AnyValue undescribed{Unknown()};
   EXPECT_EQ(undescribed, undescribed);
   EXPECT_NE(undescribed, AnyValue(undescribed));
-  EXPECT_EQ(printed(undescribed), "<(anonymous namespace)::Undescribed>");
+  EXPECT_EQ(printed(undescribed), "<(anonymous namespace)::Unknown>");
 }
 
 TEST(AnyValue, ConvertsAtAnyDepth)

@@ -3,6 +3,7 @@
 #include "support.hpp"
 
 #include <check/manifestcheck.hpp>
+#include <package/packageinfo.hpp>
 
 #include <QDomDocument>
 
@@ -85,6 +86,42 @@ TEST(Check, ShowsEveryRuleAtWork)
   EXPECT_EQ(findRule("no-such-rule"), nullptr);
 }
 
+// What a rule finds is either still there when a manifest has been read and written, or lost.
+TEST(Check, SaysOfEachRuleWhetherWhatItFindsIsLost)
+{
+  const CapturedLog refusals;
+  std::map<std::string, int> before;
+  std::map<std::string, int> after;
+  for (const std::string& path : faultyManifests())
+  {
+    vesk::PackageInfo package;
+    if (package.loadFromManifestFile(path + ".xml"))
+    {
+      const auto findings = checkFile(path + ".xml", everything());
+      for (const Finding& finding : findings)
+      {
+        const bool isWithinLost = std::any_of(
+            findings.begin(), findings.end(),
+            [&place = finding.place](const Finding& other) {
+              return other.rule->isLost && place.compare(0, other.place.size(), other.place) == 0;
+            });
+        before[finding.rule->tag] += finding.rule->isLost || !isWithinLost ? 1 : 0;
+      }
+      for (const std::string& tag :
+           tagsOf(checkText(package.saveToManifestContent(), everything())))
+      {
+        ++after[tag];
+      }
+    }
+  }
+  const std::set<std::string> mended{"root-name", "unusual-name", "repeated-section"};
+  for (const Rule& rule : rules())
+  {
+    const bool isFewer = after[rule.tag] < before[rule.tag];
+    EXPECT_EQ(rule.isLost, isFewer && mended.count(rule.tag) == 0) << rule.tag;
+  }
+}
+
 TEST(Check, FindsNothingInTheExamples)
 {
   for (const std::string& path : exampleManifests())
@@ -111,6 +148,10 @@ TEST(Check, FindsTheSameInFilesTextsAndDocuments)
       EXPECT_EQ(listed(checkDocument(document)), inFile) << path;
     }
   }
+  QDomDocument made;
+  made.appendChild(made.createElement("package")).toElement().setAttribute("uuid", "u");
+  EXPECT_EQ(listed(checkDocument(made)),
+            "0:0 warning missing-identity /package/@version: the package has no version\n");
   EXPECT_THAT(captured.messages, IsEmpty());
 }
 
@@ -138,16 +179,20 @@ TEST(Check, LooksUpPathsInThePackage)
   const TemporaryFolder folder;
   folder.file("talk.top", "");
   folder.file("behavior", "");
+  ASSERT_TRUE(QDir(QString::fromStdString(folder.path(""))).mkdir("tal.folder"));
   const std::string manifest =
       "<package uuid='u' version='1'><contents><behaviorContent path='behavior'/>"
       "<behaviorContent path='talk'/><dialogContent topicName='t'>"
       "<topic language='a' path='talk'/><topic language='b' path='tal'/>"
-      "<topic language='c' path='talk.top'/></dialogContent></contents></package>";
+      "<topic language='c' path='talk.top'/><topic language='d' path='tal.folder/talk'/>"
+      "</dialogContent></contents></package>";
   EXPECT_THAT(checkText(manifest), IsEmpty());
   EXPECT_EQ(
       listed(checkText(manifest, {{}, folder.path("")})),
       "1:103 warning missing-file /package/contents/behaviorContent[2]/@path: the package has "
       "no file or folder \"talk\"\n"
       "1:197 warning missing-file /package/contents/dialogContent/topic[2]/@path: the package "
-      "has no file or folder \"tal\"\n");
+      "has no file or folder \"tal\"\n"
+      "1:278 warning missing-file /package/contents/dialogContent/topic[4]/@path: the package "
+      "has no file or folder \"tal.folder/talk\"\n");
 }

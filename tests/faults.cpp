@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// Preloaded into a program, causes FAULT at its file operation with the number FAULT_AT: for
-// "signal N" the program gets that signal before the operation, for "error N" the operation fails
-// with that error, and a folder is renamed before the operation to end in ".gone".
+// Preloaded into a program, causes FAULT at one of its file operations, the one with the number
+// FAULT_AT from where it first opens a manifest: for "signal N" the program gets that signal before
+// the operation, for "error N" the operation fails with that error, and anything else is a folder
+// that is renamed before the operation to end in ".gone". The operation's name goes into the file
+// FAULT_LOG. Where FAULT_NAMED is set, files without a name are refused, as by some file systems.
 #include <cerrno>
 #include <csignal>
 #include <cstdarg>
@@ -9,25 +11,33 @@
 #include <cstdlib>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <fstream>
 #include <string>
 #include <unistd.h>
 
 namespace
 {
+bool isManifestOpen = false;
+
+std::string environment(const char* name)
+{
+  const char* const value = std::getenv(name);
+  return value == nullptr ? "" : value;
+}
+
 /// The error with which the operation is to fail, or 0.
-int beginOperation()
+int beginOperation(const char* name)
 {
   static int operations = 0;
-  const char* const at = std::getenv("FAULT_AT");
-  const char* const what = std::getenv("FAULT");
-  if (at == nullptr || what == nullptr || ++operations != std::stoi(at))
+  if (!isManifestOpen || std::to_string(++operations) != environment("FAULT_AT"))
   {
     return 0;
   }
-  const std::string fault = what;
-  if (fault.front() == '/')
+  std::ofstream(environment("FAULT_LOG")) << name << '\n';
+  const std::string fault = environment("FAULT");
+  if (fault.find(' ') == std::string::npos)
   {
-    renameat(AT_FDCWD, what, AT_FDCWD, (fault + ".gone").c_str());
+    renameat(AT_FDCWD, fault.c_str(), AT_FDCWD, (fault + ".gone").c_str());
     return 0;
   }
   const int number = std::stoi(fault.substr(fault.find(' ')));
@@ -44,7 +54,7 @@ template <typename Operation, typename... Arguments>
 auto pass(const char* name, Arguments... arguments)
 {
   auto* const operation = reinterpret_cast<Operation*>(dlsym(RTLD_NEXT, name));
-  if (const int error = beginOperation())
+  if (const int error = beginOperation(name))
   {
     errno = error;
     return decltype(operation(arguments...)){-1};
@@ -62,6 +72,12 @@ int open64(const char* path, int flags, ...) // NOLINT(cert-dcl50-cpp): so it is
   va_start(arguments, flags);
   const mode_t mode = va_arg(arguments, mode_t);
   va_end(arguments);
+  isManifestOpen = isManifestOpen || std::string(path).find(".xml") != std::string::npos;
+  if ((flags & O_TMPFILE) == O_TMPFILE && !environment("FAULT_NAMED").empty())
+  {
+    errno = EOPNOTSUPP;
+    return -1;
+  }
   return pass<decltype(open64)>("open64", path, flags, mode);
 }
 

@@ -117,20 +117,24 @@ TEST(FieldValue, MayBeOfAnyType)
   {
     set(root, assignment);
   }
-  EXPECT_EQ(toJson(root, -1), R"({"count":-12,"weight":2.5,"texts":[[7,"c"],[8,"e"]],)"
-                              R"("held":{"inner":"y","none":null},"values":[]})");
+  const std::string all = R"({"count":-12,"weight":2.5,"texts":[[7,"c"],[8,"e"]],)"
+                          R"("held":{"inner":"y","none":null},"values":[]})";
+  EXPECT_EQ(toJson(root, -1), all);
   EXPECT_EQ(valueAt(root, parseFieldPath("texts.7")).as<std::string>(), "c");
   EXPECT_EQ(valueAt(root, parseFieldPath("held.inner")).to<std::string>(), "y");
   for (const auto& [assignment, message] : std::vector<std::pair<std::string, std::string>>{
            {"count=300", "count: takes a number of type int8, not 300"},
            {"count=1.5", "count: takes a number of type int8, not 1.5"},
            {"count=", R"(count: takes a number of type int8, not "")"},
+           {"weight.x=1", "weight.x: weight is a number and has no members"},
            {"weight=1e999", R"(weight: takes a number of type float64, not "1e999")"},
            {"texts.x=a", R"(texts.x: takes a number of type int32, not "x")"},
            {"held.none=1", "held.none: is empty and takes no value"},
            {"held.none.x=1", "held.none.x: held.none is empty and has no members"},
+           {"held.new=1", "held.new: is empty and takes no value"},
            {"values=[1]", "values[0]: takes no value, not 1"}})
   {
     EXPECT_EQ(thrown<FieldError>([&, &toSet = assignment] { set(root, toSet); }), message);
+    EXPECT_EQ(toJson(root, -1), all);
   }
 }

@@ -24,7 +24,7 @@ const StructTypeInterface& structOf(const TypeInterface* type)
 /// A description of a record with the members of \p type, but for the one named, and with a further
 /// one when that is given.
 const TypeInterface* peerOf(const TypeInterface* type, const std::string& without,
-                      const std::string& with = {})
+                            const std::string& with = {})
 {
   std::vector<RuntimeMember> members;
   for (std::size_t i = 0; i < structOf(type).memberNames().size(); ++i)

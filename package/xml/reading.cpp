@@ -32,12 +32,14 @@ void appendText(const QDomElement& element, QString& text)
 } // namespace
 
 // The toolkit's text() copies the text once for every level of nesting.
-std::string textOf(const QDomElement& element)
+QString textIn(const QDomElement& element)
 {
   QString text;
   appendText(element, text);
-  return fromQString(text);
+  return text;
 }
+
+std::string textOf(const QDomElement& element) { return fromQString(textIn(element)); }
 
 void readLocalizedTexts(const QDomNode& group, std::map<std::string, std::string>& texts)
 {

@@ -49,7 +49,10 @@ private:
 /// An attribute's value as UTF-8; empty when the element is null or has no such attribute.
 std::string attributeOf(const QDomElement& element, const QString& name);
 
-/// All text and CDATA below \p element as UTF-8; empty when it is null.
+/// All text and CDATA below \p element; empty when it is null.
+QString textIn(const QDomElement& element);
+
+/// The same as UTF-8, as the records hold it.
 std::string textOf(const QDomElement& element);
 
 /// Sets the text of every child of \p group under the child's language, whatever the child's name.

@@ -110,7 +110,7 @@ void print(std::ostream& out, const AnyConstReference& value, int depth)
 std::string detail::printed(const Number& number)
 {
   std::array<char, 32> text{};
-  const auto end =
+  auto* const end =
       std::visit([&text](auto value)
                  { return std::to_chars(text.data(), text.data() + text.size(), value).ptr; },
                  number);

@@ -4,6 +4,7 @@
 #include <vesk/structversioning.hpp>
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -17,6 +18,12 @@ namespace
 {
 /// The members of a struct or the elements of a list, each holding a value of its type.
 using Parts = std::vector<AnyValue>;
+
+bool isNan(const Number& number)
+{
+  const auto* const floating = std::get_if<double>(&number);
+  return floating != nullptr && std::isnan(*floating);
+}
 
 /// Orders keys of one type. NaN comes before all other numbers.
 struct KeyOrder
@@ -35,7 +42,7 @@ struct KeyOrder
       const auto& type = static_cast<const NumberTypeInterface&>(*left.type());
       const Number ours = type.number(left.address());
       const Number theirs = type.number(right.address());
-      return ours != ours ? theirs == theirs : ours < theirs;
+      return isNan(ours) ? !isNan(theirs) : ours < theirs;
     }
   }
 };

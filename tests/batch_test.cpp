@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
+// What else batches do is in golden/tool/batch.txt.
+#include <tools/veskpackage/batch.hpp>
+
+#include <gmock/gmock.h>
+
+#include <new>
+
+TEST(Batch, GoesOnWhenMemoryRunsOutOverAFile)
+{
+  tool::Inputs inputs;
+  inputs.files = {"a", "b", "c"};
+  std::string seen;
+  const auto work = [&seen](const std::string& file, std::ostream&, std::ostream&)
+  {
+    seen += file;
+    return file == "b" ? throw std::bad_alloc() : tool::Done;
+  };
+  EXPECT_EQ(tool::forEachFile(inputs, work), tool::FileTrouble);
+  EXPECT_EQ(seen, "abc");
+}
