@@ -7,6 +7,7 @@
 #include <array>
 #include <cctype>
 #include <cerrno>
+#include <cstdint>
 #include <iconv.h>
 #include <memory>
 #include <stdexcept>
@@ -85,8 +86,9 @@ Converter converterBetween(const std::string& to, const std::string& from)
   {
     return nullptr;
   }
-  const iconv_t converter = iconv_open(to.c_str(), from.c_str());
-  return converter != reinterpret_cast<iconv_t>(-1) ? Converter(converter) : nullptr;
+  iconv_t converter = iconv_open(to.c_str(), from.c_str());
+  const bool isKnown = reinterpret_cast<std::intptr_t>(converter) != -1;
+  return Converter(isKnown ? converter : nullptr);
 }
 
 /// Converts as much as it can; gives the number of bytes that it could.

@@ -71,7 +71,7 @@ std::string refusalInTag(std::string_view text, std::size_t begin, std::size_t o
     at = std::min(text.find(quote, at), static_cast<std::size_t>(offset));
     if (at == offset)
     {
-      return text[offset] == '<' ? "\"<\" in the value of an attribute is written \"&lt;\"" : "";
+      return text[offset] == '<' ? R"("<" in the value of an attribute is written "&lt;")" : "";
     }
     ++at;
     if (at == offset && isInName(text[at]))
@@ -110,9 +110,9 @@ Error refusalOfToken(std::string_view text, std::uint32_t offset)
   if (before > 0 && text[before - 1] == '&')
   {
     const auto begin = static_cast<std::uint32_t>(before - 1);
-    return {before == offset ? "\"&\" is written \"&amp;\""
+    return {before == offset ? R"("&" is written "&amp;")"
                              : "the reference " + quoted(text.substr(begin, offset - begin)) +
-                                   " does not end with \";\"; \"&\" itself is written \"&amp;\"",
+                                   R"( does not end with ";"; "&" itself is written "&amp;")",
             {begin, offset}};
   }
   const std::size_t tag = offset > 0 ? text.rfind('<', offset - 1) : std::string_view::npos;
@@ -133,10 +133,10 @@ Error refusalOfToken(std::string_view text, std::uint32_t offset)
   }
   if (text.substr(offset, 3) == "]]>" || (offset >= 2 && text.substr(offset - 2, 3) == "]]>"))
   {
-    return {"\"]]>\" in a text is written \"]]&gt;\"", range};
+    return {R"("]]>" in a text is written "]]&gt;")", range};
   }
   const bool isOpening = offset > 0 && text[offset - 1] == '<';
-  return {isOpening ? "\"<\" in a text is written \"&lt;\""
+  return {isOpening ? R"("<" in a text is written "&lt;")"
                     : quoted(text.substr(offset, size)) + " cannot stand here",
           isOpening ? Range{offset - 1, offset} : range};
 }
