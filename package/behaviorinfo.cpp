@@ -262,6 +262,11 @@ BehaviorInfo::languagesToLoadingResponses() const
   return record->langToLoadingResponses;
 }
 
+const std::map<std::string, std::list<std::string>>& BehaviorInfo::purposesToConditions() const
+{
+  return record->purposeToCondition;
+}
+
 void BehaviorInfo::trimExtraInfo(std::list<std::string> descriptionLanguages,
                                  std::list<std::string> supportedLanguages)
 {

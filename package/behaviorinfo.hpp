@@ -102,11 +102,13 @@ public:
   /// The name stored for exactly this language; empty when there is none.
   std::string name(const std::string& lang) const;
   const std::map<std::string, std::string>& names() const;
+  /// Only trimExtraInfo() takes out again what is set. An empty text is not written to manifests.
   void setName(const std::string& name, const std::string& lang);
 
   /// The description stored for exactly this language; empty when there is none.
   std::string description(const std::string& lang) const;
   const std::map<std::string, std::string>& descriptions() const;
+  /// As with setName(), only trimExtraInfo() takes out again what is set.
   void setDescription(const std::string& description, const std::string& lang);
 
   /// The permissions claimed, in the order in which they were added.
@@ -122,7 +124,8 @@ public:
   /// - insert puts the text before the one at \p index, counted from 0, and appends it when there
   ///   is none at that index;
   /// - update replaces the first text equal to the old one, remove erases the first equal one;
-  ///   both give false when there is none. A list that becomes empty stays under its key.
+  ///   both give false when there is none. A list that becomes empty stays under its key, and
+  ///   is not written to manifests; only trimExtraInfo() takes out keys, and none of conditions.
   ///
   /// Reading tags of an unknown language changes nothing. Reading the trigger sentences, loading
   /// responses or conditions of an unknown key leaves an empty list under that key.
@@ -155,11 +158,12 @@ public:
   bool removeCondition(const std::string& condition, const std::string& purpose);
   /// \}
 
-  /// The whole maps, language to texts; valid until this object is changed or destroyed.
+  /// The whole maps, language or purpose to texts; valid until this object is changed or destroyed.
   /// \{
   const std::map<std::string, std::list<std::string>>& languagesToTags() const;
   const std::map<std::string, std::list<std::string>>& languagesToTriggerSentences() const;
   const std::map<std::string, std::list<std::string>>& languagesToLoadingResponses() const;
+  const std::map<std::string, std::list<std::string>>& purposesToConditions() const;
   /// \}
 
   /// Drops the names and descriptions whose language does not begin with one of

@@ -137,25 +137,24 @@ void printQuotedLists(std::ostream& out,
 
 std::ostream& operator<<(std::ostream& out, const BehaviorInfo& behavior)
 {
-  const BehaviorInfoPrivate& record = recordOf(behavior);
-  out << "Path: " << record.path << std::endl;
-  out << "Nature: " << record.nature << std::endl;
-  out << "UserRequestable" << record.userRequestable << std::endl;
+  out << "Path: " << behavior.path() << std::endl;
+  out << "Nature: " << behavior.nature() << std::endl;
+  out << "UserRequestable" << behavior.isUserRequestable() << std::endl;
   out << "Names: " << std::endl;
-  printTexts(out, record.langToName);
+  printTexts(out, behavior.names());
   out << "Descriptions:" << std::endl;
-  printTexts(out, record.langToDesc);
+  printTexts(out, behavior.descriptions());
   out << "Tags:" << std::endl;
-  printTags(out, record.langToTags);
+  printTags(out, behavior.languagesToTags());
   out << "Trigger sentences:" << std::endl;
-  printQuotedLists(out, record.langToTriggerSentences);
+  printQuotedLists(out, behavior.languagesToTriggerSentences());
   out << "Loading responses:" << std::endl;
-  printQuotedLists(out, record.langToLoadingResponses);
+  printQuotedLists(out, behavior.languagesToLoadingResponses());
   out << "Conditions:" << std::endl;
-  printQuotedLists(out, record.purposeToCondition);
+  printQuotedLists(out, behavior.purposesToConditions());
   out << "Permissions:" << std::endl;
   const char* separator = "";
-  for (const std::string& permission : record.permissions)
+  for (const std::string& permission : behavior.permissions())
   {
     out << separator << permission;
     separator = ", ";

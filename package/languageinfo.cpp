@@ -66,6 +66,8 @@ std::string LanguageInfo::name(const std::string& lang) const
   return textOrEmpty(record->langToName, lang);
 }
 
+const std::map<std::string, std::string>& LanguageInfo::names() const { return record->langToName; }
+
 void LanguageInfo::setName(const std::string& name, const std::string& lang)
 {
   record->langToName[lang] = name;
@@ -117,7 +119,7 @@ std::ostream& operator<<(std::ostream& out, const LanguageInfo& language)
   out << "Engine name: " << language.engineName() << std::endl;
   out << "Engine version: " << language.engineVersion() << std::endl;
   out << "Names:" << std::endl;
-  printTexts(out, recordOf(language).langToName);
+  printTexts(out, language.names());
   return out;
 }
 

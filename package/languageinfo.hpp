@@ -5,6 +5,7 @@
 #include <package/export.hpp>
 
 #include <iosfwd>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -66,6 +67,9 @@ public:
 
   /// The pack's name in exactly this language; empty when there is none.
   std::string name(const std::string& lang) const;
+  /// Language to name; valid until this object is changed or destroyed.
+  const std::map<std::string, std::string>& names() const;
+  /// No operation takes out again what is set. An empty text is not written to manifests.
   void setName(const std::string& name, const std::string& lang);
 
   /// Makes \p out the pack's variant form: an array of the 5 pairs [name, value] "path",

@@ -112,7 +112,8 @@ struct StructDescription<MirelRequirement>
 /// \endcode
 ///
 /// To the type system a package is the struct "::vesk::PackageInfo", so that an AnyValue can hold it
-/// and reach its fields by name.
+/// and reach its fields by name. An AnyReference to a package changes them, too, also where no
+/// operation takes out again what was added.
 ///
 /// All text is UTF-8; versions and dates are free texts. Texts come first in argument lists, the
 /// language last. Nothing is checked and editing reports no error. A copy shares nothing with its
@@ -174,14 +175,17 @@ public:
   /// \{
   const std::string& name(const std::string& lang) const;
   const std::map<std::string, std::string>& names() const;
+  /// Only clearNames() and trimExtraInfo() take out again what is set. An empty text is not written.
   void setName(const std::string& name, const std::string& lang);
   void clearNames();
   const std::string& description(const std::string& lang) const;
   const std::map<std::string, std::string>& descriptions() const;
+  /// Only trimExtraInfo() takes out again what is set. An empty text is not written.
   void setDescription(std::string description, const std::string& lang);
   /// \}
 
-  /// Lists. add appends a copy, also of an equal element.
+  /// Lists. add appends a copy, also of an equal element. Only clear takes out again what is added,
+  /// and all at once; of behaviors, the list itself can be had.
   /// \{
   const std::list<PackageService>& services() const;
   void addService(const PackageService& service);
@@ -189,6 +193,7 @@ public:
 
   /// Paths relative to the package.
   const std::list<std::string>& executableFiles() const;
+  /// No operation takes out again what is added.
   void addExecutableFile(const std::string& path);
 
   const std::list<RobotRequirement>& robotRequirements() const;
@@ -211,6 +216,7 @@ public:
   void clearDialogs();
 
   const std::list<LanguageInfo>& languages() const;
+  /// No operation takes out again what is added.
   void addLanguage(const LanguageInfo& language);
   /// \}
 

@@ -159,7 +159,9 @@ TEST(Accessors, ReachEveryFieldOfADescriptor)
                    field<&L::setLocale, &L::locale, L>("locale"),
                    field<&L::setEngineName, &L::engineName, L>("engineName"),
                    field<&L::setEngineVersion, &L::engineVersion, L>("engineVersion"),
-                   field<&L::setName, &L::name, L>("langToName", "en")});
+                   field<&L::setName, &L::name, L>("langToName", "en"),
+                   {"langToName", [](L& l) { l.setName("x", "en"); },
+                    [](const L& l) { return l.names().at("en"); }}});
 }
 
 TEST(Accessors, ReportsShowEveryField)

@@ -6,6 +6,8 @@
 using testing::HasSubstr;
 using vesk::PackageInfo;
 
+void replaceManifest(const PackageInfo& package, const std::string& path); // in docs/library.md
+
 namespace
 {
 PackageInfo oddPackage()
@@ -42,6 +44,16 @@ TEST(Writing, WritesEverySectionInOrderAndLeavesOutWhatIsEmpty)
 
   // Files are indented by two, texts by one.
   EXPECT_EQ(oddPackage().saveToManifestContent(), contentOf(GOLDEN_FILES "/oddities.content.xml"));
+}
+
+TEST(Writing, AsTheGuideShowsReplacesAFileByTheSameBytes)
+{
+  const TemporaryFolder folder;
+  const std::string path = folder.file("m.xml", "old");
+  ASSERT_TRUE(QFile::link("m.xml", QString::fromStdString(folder.path("link.xml"))));
+  replaceManifest(oddPackage(), folder.path("link.xml"));
+  EXPECT_EQ(contentOf(path), contentOf(GOLDEN_FILES "/oddities.written.xml"));
+  EXPECT_THROW(replaceManifest(oddPackage(), folder.path("missing/m.xml")), std::runtime_error);
 }
 
 TEST(Writing, GivesFalseSilentlyWhereNoFileCanBeOpened)
