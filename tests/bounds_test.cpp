@@ -12,7 +12,7 @@
 #include <tools/veskpackage/difference.hpp>
 #include <tools/veskpackage/fieldvalue.hpp>
 #include <tools/veskpackage/json.hpp>
-#include <tools/veskpackage/unifieddiff.hpp>
+#include <tools/veskpackage/output/unifieddiff.hpp>
 
 #include <malloc.h>
 #include <sstream>

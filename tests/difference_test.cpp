@@ -5,7 +5,7 @@
 #include <tools/veskpackage/commonsubsequence.hpp>
 #include <tools/veskpackage/difference.hpp>
 #include <tools/veskpackage/fieldvalue.hpp>
-#include <tools/veskpackage/unifieddiff.hpp>
+#include <tools/veskpackage/output/unifieddiff.hpp>
 
 #include <nlohmann/json.hpp>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commandline.hpp"
-#include "complaint.hpp"
 #include "fieldpath.hpp"
+#include "output/complaint.hpp"
 
 #include <cstdio>
 #include <exception>

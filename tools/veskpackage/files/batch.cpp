@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "batch.hpp"
+#include "files/batch.hpp"
 
-#include "complaint.hpp"
-#include "inputfiles.hpp"
+#include "files/inputfiles.hpp"
+#include "output/complaint.hpp"
 
 #include <algorithm>
 #include <chrono>

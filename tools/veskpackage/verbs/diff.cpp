@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "difference.hpp"
 #include "json.hpp"
-#include "verbs.hpp"
+#include "verbs/verbs.hpp"
 
 #include <iostream>
 

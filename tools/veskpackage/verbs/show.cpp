@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "files/manifestfile.hpp"
 #include "json.hpp"
-#include "manifestfile.hpp"
-#include "verbs.hpp"
+#include "verbs/verbs.hpp"
 
 #include <package/manifest2/packageinfo2.hpp>
 #include <xovalue/xovalue.hpp>

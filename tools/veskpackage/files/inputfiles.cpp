@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "inputfiles.hpp"
+#include "files/inputfiles.hpp"
 
 #include <QFile>
 #include <QXmlStreamReader>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "finding.hpp"
+#include "output/finding.hpp"
 
 namespace tool
 {

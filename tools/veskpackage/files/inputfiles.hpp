@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef TOOLS_VESKPACKAGE_INPUTFILES_HPP
-#define TOOLS_VESKPACKAGE_INPUTFILES_HPP
+#ifndef TOOLS_VESKPACKAGE_FILES_INPUTFILES_HPP
+#define TOOLS_VESKPACKAGE_FILES_INPUTFILES_HPP
 
-#include "batch.hpp"
+#include "files/batch.hpp"
 
 #include <fstream>
 #include <optional>

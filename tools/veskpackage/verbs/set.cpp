@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "complaint.hpp"
 #include "fieldvalue.hpp"
 #include "json.hpp"
-#include "verbs.hpp"
+#include "output/complaint.hpp"
+#include "verbs/verbs.hpp"
 
 namespace tool
 {

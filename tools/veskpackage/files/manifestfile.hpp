@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef TOOLS_VESKPACKAGE_MANIFESTFILE_HPP
-#define TOOLS_VESKPACKAGE_MANIFESTFILE_HPP
+#ifndef TOOLS_VESKPACKAGE_FILES_MANIFESTFILE_HPP
+#define TOOLS_VESKPACKAGE_FILES_MANIFESTFILE_HPP
 
-#include "batch.hpp"
 #include "exitcode.hpp"
+#include "files/batch.hpp"
 
 #include <package/packageinfo.hpp>
 

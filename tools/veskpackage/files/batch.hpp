@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef TOOLS_VESKPACKAGE_BATCH_HPP
-#define TOOLS_VESKPACKAGE_BATCH_HPP
+#ifndef TOOLS_VESKPACKAGE_FILES_BATCH_HPP
+#define TOOLS_VESKPACKAGE_FILES_BATCH_HPP
 
 #include "exitcode.hpp"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "unifieddiff.hpp"
+#include "output/unifieddiff.hpp"
 
 #include "commonsubsequence.hpp"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "complaint.hpp"
-#include "finding.hpp"
-#include "verbs.hpp"
+#include "output/complaint.hpp"
+#include "output/finding.hpp"
+#include "verbs/verbs.hpp"
 
 #include <QBuffer>
 #include <nlohmann/json.hpp>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "manifestfile.hpp"
+#include "files/manifestfile.hpp"
 
-#include "complaint.hpp"
-#include "finding.hpp"
-#include "memoryfile.hpp"
+#include "files/memoryfile.hpp"
+#include "output/complaint.hpp"
+#include "output/finding.hpp"
 
 #include <check/manifestcheck.hpp>
 #include <package/manifest2/loadmanifest.hpp>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "complaint.hpp"
-#include "manifestfile.hpp"
-#include "verbs.hpp"
+#include "files/manifestfile.hpp"
+#include "output/complaint.hpp"
+#include "verbs/verbs.hpp"
 
 namespace tool
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "manifestfile.hpp"
-#include "unifieddiff.hpp"
-#include "verbs.hpp"
+#include "files/manifestfile.hpp"
+#include "output/unifieddiff.hpp"
+#include "verbs/verbs.hpp"
 
 namespace tool
 {

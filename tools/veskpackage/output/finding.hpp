@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef TOOLS_VESKPACKAGE_FINDING_HPP
-#define TOOLS_VESKPACKAGE_FINDING_HPP
+#ifndef TOOLS_VESKPACKAGE_OUTPUT_FINDING_HPP
+#define TOOLS_VESKPACKAGE_OUTPUT_FINDING_HPP
 
 #include <check/manifestcheck.hpp>
 

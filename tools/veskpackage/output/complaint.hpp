@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef TOOLS_VESKPACKAGE_COMPLAINT_HPP
-#define TOOLS_VESKPACKAGE_COMPLAINT_HPP
+#ifndef TOOLS_VESKPACKAGE_OUTPUT_COMPLAINT_HPP
+#define TOOLS_VESKPACKAGE_OUTPUT_COMPLAINT_HPP
 
 #include <ostream>
 #include <string>

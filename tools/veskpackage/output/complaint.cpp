@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "complaint.hpp"
+#include "output/complaint.hpp"
 
 namespace tool
 {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef TOOLS_VESKPACKAGE_VERBS_HPP
-#define TOOLS_VESKPACKAGE_VERBS_HPP
+#ifndef TOOLS_VESKPACKAGE_VERBS_VERBS_HPP
+#define TOOLS_VESKPACKAGE_VERBS_VERBS_HPP
 
-#include "batch.hpp"
 #include "exitcode.hpp"
-#include "manifestfile.hpp"
+#include "files/batch.hpp"
+#include "files/manifestfile.hpp"
 
 #include <check/manifestcheck.hpp>
 
