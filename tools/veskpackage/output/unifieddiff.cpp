@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "output/unifieddiff.hpp"
 
-#include "commonsubsequence.hpp"
+#include <edit/commonsubsequence.hpp>
 
 #include <algorithm>
 #include <sstream>
 
 namespace tool
 {
+
+using vesk::edit::commonSubsequence;
+using vesk::edit::IndexPairs;
+
 namespace
 {
 /// How many equal lines are shown around those that differ.

@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "difference.hpp"
-#include "json.hpp"
 #include "verbs/verbs.hpp"
+
+#include <edit/difference.hpp>
+#include <edit/json.hpp>
 
 #include <iostream>
 
 namespace tool
 {
+
+using vesk::edit::Difference;
+using vesk::edit::toJson;
+using vesk::edit::toText;
+
 namespace
 {
 void printText(const Difference& difference)
@@ -52,8 +58,8 @@ ExitCode diffManifests(const DiffOptions& options)
   {
     return FileTrouble;
   }
-  const std::vector<Difference> all =
-      differences(vesk::AnyConstReference(left->package), vesk::AnyConstReference(right->package));
+  const std::vector<Difference> all = vesk::edit::differences(
+      vesk::AnyConstReference(left->package), vesk::AnyConstReference(right->package));
   if (options.format == Format::Json)
   {
     printJson(all);

@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "fieldvalue.hpp"
-#include "json.hpp"
 #include "output/complaint.hpp"
 #include "verbs/verbs.hpp"
 
+#include <edit/fieldvalue.hpp>
+#include <edit/json.hpp>
+
 namespace tool
 {
+
+using vesk::edit::FieldPath;
+using vesk::edit::toJson;
+
 namespace
 {
 std::string shown(const vesk::AnyConstReference& value, Format format)
@@ -17,14 +22,14 @@ std::string shown(const vesk::AnyConstReference& value, Format format)
 
 ExitCode getField(const GetOptions& options)
 {
-  const FieldPath path = parseFieldPath(options.field);
+  const FieldPath path = vesk::edit::parseFieldPath(options.field);
   return forEachManifest(options.inputs,
                          [&](Manifest& manifest, std::ostream& out, std::ostream& complaints)
                          {
                            try
                            {
-                             const vesk::AnyConstReference value =
-                                 valueAt(vesk::AnyConstReference(manifest.package), path);
+                             const vesk::AnyConstReference value = vesk::edit::valueAt(
+                                 vesk::AnyConstReference(manifest.package), path);
                              if (options.format == Format::Json)
                              {
                                out << R"({"file":)"
@@ -38,7 +43,7 @@ ExitCode getField(const GetOptions& options)
                              }
                              return Done;
                            }
-                           catch (const FieldError& error)
+                           catch (const vesk::edit::FieldError& error)
                            {
                              complain(complaints, manifest.name, error.what());
                              return NegativeResult;

@@ -1,11 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "fieldvalue.hpp"
-#include "json.hpp"
 #include "output/complaint.hpp"
 #include "verbs/verbs.hpp"
 
+#include <edit/fieldvalue.hpp>
+#include <edit/json.hpp>
+
 namespace tool
 {
+
+using vesk::edit::FieldError;
+using vesk::edit::FieldPath;
+using vesk::edit::toJson;
+using vesk::edit::toText;
+using vesk::edit::valueAt;
+
 namespace
 {
 using Assignments = std::vector<std::pair<FieldPath, std::string>>;
@@ -38,7 +46,7 @@ ExitCode setFields(const SetOptions& options)
   Assignments assignments;
   for (const std::string& assignment : options.assignments)
   {
-    assignments.push_back(parseAssignment(assignment));
+    assignments.push_back(vesk::edit::parseAssignment(assignment));
   }
   return forEachManifest(
       options.inputs,
@@ -48,7 +56,7 @@ ExitCode setFields(const SetOptions& options)
         {
           for (const auto& [path, value] : assignments)
           {
-            setAt(vesk::AnyReference(manifest.package), path, value);
+            vesk::edit::setAt(vesk::AnyReference(manifest.package), path, value);
           }
         }
         catch (const FieldError& error)

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "files/manifestfile.hpp"
-#include "json.hpp"
 #include "verbs/verbs.hpp"
 
+#include <edit/json.hpp>
 #include <package/manifest2/packageinfo2.hpp>
 #include <xovalue/xovalue.hpp>
 
@@ -29,7 +29,9 @@ void printManifest(Manifest& manifest, vesk::PackageInfo2& sections, Format form
     {
       further.emplace_back("file", manifest.name);
     }
-    out << toJson(vesk::AnyConstReference(manifest.package), isOneOfMany ? -1 : 2, further) << '\n';
+    out << vesk::edit::toJson(vesk::AnyConstReference(manifest.package), isOneOfMany ? -1 : 2,
+                              further)
+        << '\n';
     return;
   }
   out << manifest.package;

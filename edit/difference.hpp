@@ -1,21 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef TOOLS_VESKPACKAGE_DIFFERENCE_HPP
-#define TOOLS_VESKPACKAGE_DIFFERENCE_HPP
+#ifndef EDIT_DIFFERENCE_HPP
+#define EDIT_DIFFERENCE_HPP
 
-#include "fieldpath.hpp"
-
+#include <edit/export.hpp>
+#include <edit/fieldpath.hpp>
 #include <vesk/anyreference.hpp>
 
 #include <vector>
 
-namespace tool
+namespace vesk::edit
 {
 
 /// A part of a value, and the way to it. Both are empty when the value has no such part.
 struct FieldValue
 {
   FieldPath path;
-  vesk::AnyConstReference value;
+  AnyConstReference value;
 };
 
 /// A part in which two values differ. The two paths have different indexes when elements were added
@@ -34,13 +34,14 @@ struct Difference
 /// keys, in their order. Elements of lists are paired before they are compared: first equal
 /// elements in the same order; between those, structs whose first member, which identifies them, is
 /// equal; and what is left over, in order. A moved element is reported as removed and added. Takes
-/// time in proportion to n log n. The views refer to parts of the two values.
+/// time in proportion to n log n. The views refer to parts of the two values, and are as valid as
+/// these.
 ///
 /// Paths have the friendly names of members. Values of different types differ as a whole; values of
 /// a type of unknown kind never differ.
-std::vector<Difference> differences(const vesk::AnyConstReference& before,
-                                    const vesk::AnyConstReference& after);
+VESKPACKAGE_EDIT_EXPORT std::vector<Difference> differences(const AnyConstReference& before,
+                                                            const AnyConstReference& after);
 
-} // namespace tool
+} // namespace vesk::edit
 
 #endif

@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "json.hpp"
+#include <edit/json.hpp>
 
 #include <nlohmann/json.hpp>
 
 #include <variant>
 
-namespace tool
+namespace vesk::edit
 {
 namespace
 {
 using OrderedJson = nlohmann::ordered_json;
 
-OrderedJson jsonOf(const vesk::AnyConstReference& value);
+OrderedJson jsonOf(const AnyConstReference& value);
 
 /// Appends to an object without looking through it for the name, which is known to be new.
 void append(OrderedJson& object, const std::string& name, OrderedJson value)
@@ -21,7 +21,7 @@ void append(OrderedJson& object, const std::string& name, OrderedJson value)
       .emplace_back(name, std::move(value));
 }
 
-OrderedJson jsonOfStruct(const vesk::AnyConstReference& value)
+OrderedJson jsonOfStruct(const AnyConstReference& value)
 {
   OrderedJson object = OrderedJson::object();
   for (const std::string& name : value.memberNames())
@@ -31,20 +31,20 @@ OrderedJson jsonOfStruct(const vesk::AnyConstReference& value)
   return object;
 }
 
-OrderedJson jsonOfList(const vesk::AnyConstReference& value)
+OrderedJson jsonOfList(const AnyConstReference& value)
 {
   OrderedJson array = OrderedJson::array();
-  for (const vesk::AnyConstReference& element : value.elements())
+  for (const AnyConstReference& element : value.elements())
   {
     array.push_back(jsonOf(element));
   }
   return array;
 }
 
-OrderedJson jsonOfMap(const vesk::AnyConstReference& value)
+OrderedJson jsonOfMap(const AnyConstReference& value)
 {
-  const auto* type = static_cast<const vesk::MapTypeInterface*>(value.type());
-  const bool byName = type->keyType()->kind() == vesk::TypeKind::String;
+  const auto* type = static_cast<const MapTypeInterface*>(value.type());
+  const bool byName = type->keyType()->kind() == TypeKind::String;
   OrderedJson json = byName ? OrderedJson::object() : OrderedJson::array();
   for (const auto& [key, item] : value.entries())
   {
@@ -60,32 +60,32 @@ OrderedJson jsonOfMap(const vesk::AnyConstReference& value)
   return json;
 }
 
-OrderedJson jsonOfNumber(const vesk::AnyConstReference& value)
+OrderedJson jsonOfNumber(const AnyConstReference& value)
 {
-  const auto* type = static_cast<const vesk::NumberTypeInterface*>(value.type());
+  const auto* type = static_cast<const NumberTypeInterface*>(value.type());
   return std::visit([](auto number) { return OrderedJson(number); }, type->number(value.address()));
 }
 
-OrderedJson jsonOf(const vesk::AnyConstReference& value)
+OrderedJson jsonOf(const AnyConstReference& value)
 {
-  switch (value.isValid() ? value.type()->kind() : vesk::TypeKind::Unknown)
+  switch (value.isValid() ? value.type()->kind() : TypeKind::Unknown)
   {
-  case vesk::TypeKind::Bool:
+  case TypeKind::Bool:
     return value.as<bool>();
-  case vesk::TypeKind::Integer:
-  case vesk::TypeKind::Float:
+  case TypeKind::Integer:
+  case TypeKind::Float:
     return jsonOfNumber(value);
-  case vesk::TypeKind::String:
+  case TypeKind::String:
     return value.as<std::string>();
-  case vesk::TypeKind::List:
+  case TypeKind::List:
     return jsonOfList(value);
-  case vesk::TypeKind::Map:
+  case TypeKind::Map:
     return jsonOfMap(value);
-  case vesk::TypeKind::Struct:
+  case TypeKind::Struct:
     return jsonOfStruct(value);
-  case vesk::TypeKind::Dynamic:
-    return jsonOf(value.as<vesk::AnyValue>());
-  case vesk::TypeKind::Unknown:
+  case TypeKind::Dynamic:
+    return jsonOf(value.as<AnyValue>());
+  case TypeKind::Unknown:
     break;
   }
   return nullptr;
@@ -115,9 +115,8 @@ std::string withEscapedControls(const std::string& json)
 }
 } // namespace
 
-std::string
-toJson(const vesk::AnyConstReference& value, int indentation,
-       const std::vector<std::pair<std::string, vesk::AnyConstReference>>& furtherMembers)
+std::string toJson(const AnyConstReference& value, int indentation,
+                   const std::vector<std::pair<std::string, AnyConstReference>>& furtherMembers)
 {
   OrderedJson json = jsonOf(value);
   for (const auto& [name, member] : furtherMembers)
@@ -128,4 +127,4 @@ toJson(const vesk::AnyConstReference& value, int indentation,
       json.dump(indentation, ' ', false, OrderedJson::error_handler_t::replace));
 }
 
-} // namespace tool
+} // namespace vesk::edit

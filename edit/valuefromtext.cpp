@@ -1,17 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "valuefromtext.hpp"
-
-#include "membername.hpp"
+#include <edit/failing.hpp>
+#include <edit/fieldstep.hpp>
+#include <edit/valuefromtext.hpp>
 
 #include <nlohmann/json.hpp>
 
-namespace tool
+namespace vesk::edit
 {
-
-using vesk::AnyReference;
-using vesk::AnyValue;
-using vesk::TypeKind;
-
 namespace
 {
 using Json = nlohmann::json; // ordered_json would search all members to find one
@@ -22,13 +17,13 @@ const Interface& describedAs(const AnyReference& value)
   return *static_cast<const Interface*>(value.type());
 }
 
-bool isNumber(const vesk::TypeInterface& type)
+bool isNumber(const TypeInterface& type)
 {
   return type.kind() == TypeKind::Integer || type.kind() == TypeKind::Float;
 }
 
 /// Says what text a value of a type can be set to.
-std::string expected(const vesk::TypeInterface& type)
+std::string expected(const TypeInterface& type)
 {
   switch (type.kind())
   {
@@ -55,7 +50,7 @@ void fill(const AnyReference& target, const Json& json, FieldPath& path);
 
 bool fillNumber(const AnyReference& target, const Json& json)
 {
-  const auto& type = describedAs<vesk::NumberTypeInterface>(target);
+  const auto& type = describedAs<NumberTypeInterface>(target);
   if (json.is_number_unsigned())
   {
     return type.setNumber(target.address(), json.get<std::uint64_t>());
@@ -80,7 +75,7 @@ void fillList(const AnyReference& list, const Json& json, FieldPath& path)
 
 void fillMap(const AnyReference& map, const Json& json, FieldPath& path)
 {
-  const auto& type = describedAs<vesk::MapTypeInterface>(map);
+  const auto& type = describedAs<MapTypeInterface>(map);
   map.clear();
   for (const auto& [name, item] : json.items())
   {
@@ -98,7 +93,7 @@ void fillStruct(const AnyReference& value, const Json& json, FieldPath& path)
   {
     path.emplace_back(name);
     const std::size_t index =
-        memberIndex(describedAs<vesk::StructTypeInterface>(value), path, path.size() - 1);
+        memberIndex(describedAs<StructTypeInterface>(value), path, path.size() - 1);
     fill(value.member(index), item, path);
     path.pop_back();
   }
@@ -136,7 +131,7 @@ void fill(const AnyReference& target, const Json& json, FieldPath& path)
   }
 }
 
-Json parseJson(const vesk::TypeInterface& type, const std::string& text, const FieldPath& path)
+Json parseJson(const TypeInterface& type, const std::string& text, const FieldPath& path)
 {
   try
   {
@@ -152,7 +147,7 @@ Json parseJson(const vesk::TypeInterface& type, const std::string& text, const F
 }
 } // namespace
 
-AnyValue valueFromText(const vesk::TypeInterface& type, const std::string& text, FieldPath path)
+AnyValue valueFromText(const TypeInterface& type, const std::string& text, FieldPath path)
 {
   if (type.kind() == TypeKind::String)
   {
@@ -167,4 +162,4 @@ AnyValue valueFromText(const vesk::TypeInterface& type, const std::string& text,
   return value;
 }
 
-} // namespace tool
+} // namespace vesk::edit

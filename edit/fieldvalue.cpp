@@ -1,18 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "fieldvalue.hpp"
+#include <edit/failing.hpp>
+#include <edit/fieldstep.hpp>
+#include <edit/fieldvalue.hpp>
+#include <edit/valuefromtext.hpp>
 
-#include "json.hpp"
-#include "membername.hpp"
-#include "valuefromtext.hpp"
-
-namespace tool
+namespace vesk::edit
 {
-
-using vesk::AnyConstReference;
-using vesk::AnyReference;
-using vesk::AnyValue;
-using vesk::TypeKind;
-
 namespace
 {
 std::string kindName(const AnyConstReference& value)
@@ -71,11 +64,11 @@ View partOf(const View& whole, const FieldPath& path, std::size_t depth)
   const TypeKind kind = value.isValid() ? value.type()->kind() : TypeKind::Unknown;
   if (kind == TypeKind::Struct && name != nullptr)
   {
-    return value.member(memberIndex(describedAs<vesk::StructTypeInterface>(value), path, depth));
+    return value.member(memberIndex(describedAs<StructTypeInterface>(value), path, depth));
   }
   if (kind == TypeKind::Map && name != nullptr)
   {
-    const auto& type = describedAs<vesk::MapTypeInterface>(value);
+    const auto& type = describedAs<MapTypeInterface>(value);
     return value.find(valueFromText(*type.keyType(), *name, path));
   }
   if (kind == TypeKind::List && index != nullptr)
@@ -122,13 +115,13 @@ void addPart(const AnyReference& whole, const FieldPath& path, std::size_t depth
     {
       failMissing(whole, path, depth);
     }
-    AnyValue element(*describedAs<vesk::ListTypeInterface>(whole).elementType());
+    AnyValue element(*describedAs<ListTypeInterface>(whole).elementType());
     setPart(element, path, depth + 1, text);
     whole.append(element);
   }
   else
   {
-    const auto& type = describedAs<vesk::MapTypeInterface>(whole);
+    const auto& type = describedAs<MapTypeInterface>(whole);
     AnyValue item(*type.valueType());
     setPart(item, path, depth + 1, text);
     whole.insert(valueFromText(*type.keyType(), std::get<std::string>(path[depth]), path), item);
@@ -160,11 +153,6 @@ void setPart(const AnyReference& whole, const FieldPath& path, std::size_t depth
 }
 } // namespace
 
-std::string keyName(const AnyConstReference& key)
-{
-  return key.is<std::string>() ? key.as<std::string>() : toJson(key, -1);
-}
-
 AnyConstReference valueAt(const AnyConstReference& root, const FieldPath& path)
 {
   AnyConstReference value = root;
@@ -185,4 +173,4 @@ void setAt(const AnyReference& root, const FieldPath& path, const std::string& t
   setPart(root, path, 0, text);
 }
 
-} // namespace tool
+} // namespace vesk::edit

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "commonsubsequence.hpp"
+#include <edit/commonsubsequence.hpp>
 
 #include <algorithm>
 #include <iterator>
 #include <string_view>
 #include <unordered_map>
 
-namespace tool
+namespace vesk::edit
 {
 namespace
 {
@@ -97,4 +97,4 @@ IndexPairs commonSubsequence(const std::vector<std::string>& first,
   return pairs;
 }
 
-} // namespace tool
+} // namespace vesk::edit

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "fieldpath.hpp"
-
-#include "json.hpp"
+#include <edit/fieldpath.hpp>
+#include <edit/json.hpp>
 
 #include <nlohmann/json.hpp>
 
@@ -9,7 +8,7 @@
 #include <charconv>
 #include <string_view>
 
-namespace tool
+namespace vesk::edit
 {
 namespace
 {
@@ -131,7 +130,7 @@ private:
 std::string nameToText(const std::string& name)
 {
   const bool plain = !name.empty() && std::all_of(name.begin(), name.end(), isPlain);
-  return plain ? name : toJson(vesk::AnyConstReference(name), -1);
+  return plain ? name : toJson(AnyConstReference(name), -1);
 }
 } // namespace
 
@@ -168,15 +167,4 @@ std::string toText(const FieldPath& path)
   return text;
 }
 
-std::string placeAt(const FieldPath& path, std::size_t depth)
-{
-  const auto end = path.begin() + static_cast<std::ptrdiff_t>(depth);
-  return depth == 0 ? "the package" : toText(FieldPath(path.begin(), end));
-}
-
-void failAt(const FieldPath& path, const std::string& why)
-{
-  throw FieldError(placeAt(path, path.size()) + ": " + why);
-}
-
-} // namespace tool
+} // namespace vesk::edit

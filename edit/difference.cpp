@@ -1,21 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "difference.hpp"
-
-#include "commonsubsequence.hpp"
-#include "fieldvalue.hpp"
-#include "json.hpp"
-#include "membername.hpp"
-
+#include <edit/commonsubsequence.hpp>
+#include <edit/difference.hpp>
+#include <edit/fieldstep.hpp>
+#include <edit/json.hpp>
+#include <edit/membername.hpp>
 #include <vesk/anyvalue.hpp>
 
 #include <algorithm>
 
-namespace tool
+namespace vesk::edit
 {
-
-using vesk::AnyConstReference;
-using vesk::TypeKind;
-
 namespace
 {
 struct Element
@@ -96,7 +90,7 @@ public:
       compareMembers(before, after);
       break;
     case TypeKind::Dynamic:
-      compare(before.as<vesk::AnyValue>(), after.as<vesk::AnyValue>());
+      compare(before.as<AnyValue>(), after.as<AnyValue>());
       break;
     default:
       if (!areEqual(before, after))
@@ -201,4 +195,4 @@ std::vector<Difference> differences(const AnyConstReference& before, const AnyCo
   return std::move(comparison.found);
 }
 
-} // namespace tool
+} // namespace vesk::edit
