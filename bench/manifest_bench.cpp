@@ -5,12 +5,12 @@
 
 #include <check/manifestcheck.hpp>
 #include <package/manifest2/loadmanifest.hpp>
+#include <source/document.hpp>
 
 #include <QDomDocument>
 #include <QFile>
 #include <QTextStream>
 
-#include <source/document.hpp>
 #include <stdexcept>
 
 namespace

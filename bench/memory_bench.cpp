@@ -3,13 +3,14 @@
 // process of its own, since a peak cannot be taken back.
 #include "samplepackage.hpp"
 
+#include <source/document.hpp>
+
 #include <QDomDocument>
 #include <QFile>
 
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
-#include <source/document.hpp>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>

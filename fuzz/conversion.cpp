@@ -3,7 +3,7 @@
 #include "randomvalue.hpp"
 #include "support.hpp"
 
-#include <tools/veskpackage/json.hpp>
+#include <edit/json.hpp>
 #include <vesk/runtimetypes.hpp>
 
 #include <algorithm>
@@ -147,7 +147,7 @@ const TypePool& pool()
   return types;
 }
 
-std::string shown(const AnyValue& value) { return tool::toJson(value.reference(), -1); }
+std::string shown(const AnyValue& value) { return vesk::edit::toJson(value.reference(), -1); }
 
 /// Whether the value was converted; when it was not, nothing has changed.
 bool tryConvert(const AnyValue& source, AnyValue& target)

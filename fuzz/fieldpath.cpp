@@ -2,15 +2,15 @@
 // The tool's field paths. Each line is a path, an assignment, or neither.
 #include "support.hpp"
 
-#include <tools/veskpackage/fieldvalue.hpp>
-#include <tools/veskpackage/json.hpp>
+#include <edit/fieldvalue.hpp>
+#include <edit/json.hpp>
 #include <vesk/runtimetypes.hpp>
 
 #include <algorithm>
 #include <optional>
 #include <sstream>
 
-using namespace tool;
+using namespace vesk::edit;
 using vesk::AnyReference;
 using vesk::AnyValue;
 

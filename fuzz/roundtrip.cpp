@@ -3,7 +3,7 @@
 #include "readback.hpp"
 #include "support.hpp"
 
-#include <tools/veskpackage/difference.hpp>
+#include <edit/difference.hpp>
 
 using vesk::AnyConstReference;
 
@@ -16,7 +16,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     return 0;
   }
   const vesk::PackageInfo second = writeAndRead(first);
-  if (tool::differences(AnyConstReference(readBackOf(first)), AnyConstReference(first)).empty())
+  if (vesk::edit::differences(AnyConstReference(readBackOf(first)), AnyConstReference(first))
+          .empty())
   {
     require(second.saveToManifestContent() == first.saveToManifestContent(),
             "nothing is lost, but another text is written");

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "support.hpp"
 
+#include <edit/difference.hpp>
+#include <edit/json.hpp>
 #include <format/format.hpp>
-#include <tools/veskpackage/difference.hpp>
-#include <tools/veskpackage/json.hpp>
 #include <vesk/log.hpp>
 
 #include <cstdlib>
@@ -26,7 +26,7 @@ std::vector<std::string>& logged()
 
 std::string shown(const vesk::AnyConstReference& value)
 {
-  return value.isValid() ? tool::toJson(value, -1) : "nothing";
+  return value.isValid() ? vesk::edit::toJson(value, -1) : "nothing";
 }
 } // namespace
 
@@ -42,9 +42,9 @@ void require(bool isSo, const std::string& what)
 void requireEqual(const vesk::AnyConstReference& expected, const vesk::AnyConstReference& actual,
                   const std::string& what)
 {
-  for (const tool::Difference& difference : tool::differences(expected, actual))
+  for (const vesk::edit::Difference& difference : vesk::edit::differences(expected, actual))
   {
-    require(false, what + ": " + tool::toText(difference.path()) + " is " +
+    require(false, what + ": " + vesk::edit::toText(difference.path()) + " is " +
                        shown(difference.after.value) + " instead of " +
                        shown(difference.before.value));
   }

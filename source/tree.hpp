@@ -37,7 +37,7 @@ enum class Kind : std::uint8_t
   CData,        ///< `<![CDATA[...]]>`; its value is what stands between
   Comment,      ///< `<!--...-->`; its value is what stands between
   Instruction,  ///< `<?name value?>`
-  Reference     ///< `&name;` to an entity of the document type; it is not expanded
+  Reference     ///< to an entity of the document type, by its name; it is not expanded
 };
 
 /// An attribute as it stands in a start tag.

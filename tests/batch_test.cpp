@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // What else batches do is in golden/tool/batch.txt.
-#include <tools/veskpackage/batch.hpp>
+#include <tools/veskpackage/files/batch.hpp>
 
 #include <gmock/gmock.h>
 

@@ -5,20 +5,20 @@
 #include "support.hpp"
 
 #include <check/manifestcheck.hpp>
+#include <edit/commonsubsequence.hpp>
+#include <edit/difference.hpp>
+#include <edit/fieldvalue.hpp>
+#include <edit/json.hpp>
 #include <package/interop/xovalue.hpp>
 #include <package/manifest2/loadmanifest.hpp>
 #include <package/packageinfo.hpp>
-#include <tools/veskpackage/commonsubsequence.hpp>
-#include <tools/veskpackage/difference.hpp>
-#include <tools/veskpackage/fieldvalue.hpp>
-#include <tools/veskpackage/json.hpp>
-#include <tools/veskpackage/unifieddiff.hpp>
+#include <tools/veskpackage/output/unifieddiff.hpp>
 
 #include <malloc.h>
 #include <sstream>
 #include <valgrind/valgrind.h>
 
-using namespace tool;
+using namespace vesk::edit;
 using vesk::PackageInfo;
 
 namespace
@@ -225,7 +225,7 @@ Costs costsOf(const Texts& texts, int n)
   Costs costs;
   costs["lines in common" + name] = costOf([&] { commonSubsequence(left, right); });
   costs["unified diff" + name] =
-      costOf([&] { printUnifiedDiff(out, "left", joined(left), "right", joined(right)); });
+      costOf([&] { tool::printUnifiedDiff(out, "left", joined(left), "right", joined(right)); });
   costs["differences" + name] =
       costOf([&] { differences(vesk::AnyConstReference(before), vesk::AnyConstReference(after)); });
   return costs;

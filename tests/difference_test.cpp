@@ -2,18 +2,18 @@
 #include "filledpackage.hpp"
 #include "support.hpp"
 
-#include <tools/veskpackage/commonsubsequence.hpp>
-#include <tools/veskpackage/difference.hpp>
-#include <tools/veskpackage/fieldvalue.hpp>
-#include <tools/veskpackage/unifieddiff.hpp>
+#include <edit/commonsubsequence.hpp>
+#include <edit/difference.hpp>
+#include <edit/fieldvalue.hpp>
+#include <tools/veskpackage/output/unifieddiff.hpp>
 
 #include <nlohmann/json.hpp>
 
 #include <array>
 #include <random>
 
-using namespace tool;
 using namespace vesk;
+using namespace vesk::edit;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -242,7 +242,7 @@ TEST(UnifiedDiff, IsWhatDiffPrints)
     const ProgramRun expected = runProgram(
         "diff", {"-u", "--label", "a", "--label", "b", file("a", texts[0]), file("b", texts[1])});
     std::ostringstream out;
-    printUnifiedDiff(out, "a", texts[0], "b", texts[1]);
+    tool::printUnifiedDiff(out, "a", texts[0], "b", texts[1]);
     EXPECT_EQ(out.str(), expected.out);
   }
 }

@@ -2,15 +2,15 @@
 #include "filledpackage.hpp"
 #include "support.hpp"
 
+#include <edit/fieldvalue.hpp>
+#include <edit/membername.hpp>
 #include <package/interop/xovalue.hpp>
-#include <tools/veskpackage/fieldvalue.hpp>
-#include <tools/veskpackage/membername.hpp>
 
 #include <QRegularExpression>
 #include <nlohmann/json.hpp>
 
-using namespace tool;
 using namespace vesk;
+using namespace vesk::edit;
 using testing::Pair;
 
 namespace

@@ -2,8 +2,8 @@
 #ifndef TESTS_FILLEDPACKAGE_HPP
 #define TESTS_FILLEDPACKAGE_HPP
 
+#include <edit/json.hpp>
 #include <package/packageinfo.hpp>
-#include <tools/veskpackage/json.hpp>
 #include <vesk/anyvalue.hpp>
 
 #include <string>
@@ -76,7 +76,7 @@ Record filled(Values values = Values())
 template <typename Value>
 std::string contentIn(const Value& value)
 {
-  return tool::toJson(vesk::AnyConstReference(value), 2);
+  return vesk::edit::toJson(vesk::AnyConstReference(value), 2);
 }
 
 #endif

@@ -66,7 +66,7 @@ TEST(Registration, KnowsTheRecordsByNameInOrder)
 TEST(Registration, PublishesMembersInOrder)
 {
   EXPECT_EQ(contentIn(filled<PackageInfo>()) + '\n', contentOf(GOLDEN_FILES "/filled.json"));
-  EXPECT_EQ(tool::toJson(AnyConstReference(WebInfo{"html"}), -1), R"({"path":"html"})");
+  EXPECT_EQ(vesk::edit::toJson(AnyConstReference(WebInfo{"html"}), -1), R"({"path":"html"})");
   EXPECT_THAT((std::vector{typeOf<RobotRequirement>()->name(), typeOf<MirelRequirement>()->name(),
                            typeOf<PackageService>()->name(), typeOf<WebInfo>()->name()}),
               ElementsAre("::vesk::RobotRequirement", "::vesk::MirelRequirement",
@@ -81,7 +81,7 @@ TEST(Registration, JsonShowsWhateverIsDescribed)
 {
   using Values = std::vector<AnyValue>;
   const AnyValue value(std::map<int, Values>{{-1, {2.5F, "x\xFF", {}, Values{true}}}});
-  EXPECT_EQ(tool::toJson(value, -1), "[[-1,[2.5,\"x\xEF\xBF\xBD\",null,[true]]]]");
+  EXPECT_EQ(vesk::edit::toJson(value, -1), "[[-1,[2.5,\"x\xEF\xBF\xBD\",null,[true]]]]");
 }
 
 TEST(Registration, ReachesTheRecordOfAPackage)

@@ -3,7 +3,7 @@
 #define TOOLS_VESKPACKAGE_COMMANDLINE_HPP
 
 #include "exitcode.hpp"
-#include "verbs.hpp"
+#include "verbs/verbs.hpp"
 
 #include <CLI/CLI.hpp>
 

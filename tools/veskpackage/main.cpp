@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commandline.hpp"
-#include "complaint.hpp"
-#include "fieldpath.hpp"
+#include "output/complaint.hpp"
+
+#include <edit/fieldpath.hpp>
 
 #include <cstdio>
 #include <exception>
@@ -22,7 +23,7 @@ int run(int argc, char** argv)
   {
     return commandLine.app.exit(error) == 0 ? Done : WrongUsage;
   }
-  catch (const FieldError& error) // in a field's path, before any file is read
+  catch (const vesk::edit::FieldError& error) // in a field's path, before any file is read
   {
     std::cerr << "veskpackage: error: " << error.what() << '\n';
     return WrongUsage;

@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <edit/failing.hpp>
+#include <edit/fieldstep.hpp>
+#include <edit/fieldvalue.hpp>
+#include <edit/valuefromtext.hpp>
+
+namespace vesk::edit
+{
+namespace
+{
+std::string kindName(const AnyConstReference& value)
+{
+  if (!value.isValid())
+  {
+    return "empty";
+  }
+  switch (value.type()->kind())
+  {
+  case TypeKind::Bool:
+    return "a bool";
+  case TypeKind::Integer:
+  case TypeKind::Float:
+    return "a number";
+  case TypeKind::String:
+    return "a text";
+  case TypeKind::List:
+    return "a list";
+  case TypeKind::Map:
+    return "a map";
+  case TypeKind::Struct:
+    return "a struct";
+  case TypeKind::Dynamic:
+  case TypeKind::Unknown:
+    break;
+  }
+  return "a " + value.type()->name();
+}
+
+template <typename Interface>
+const Interface& describedAs(const AnyConstReference& value)
+{
+  return *static_cast<const Interface*>(value.type());
+}
+
+/// What an AnyValue holds, nothing when it is empty; any other value itself.
+template <typename View>
+View lookThrough(View value)
+{
+  while (value.template is<AnyValue>())
+  {
+    value = value.template as<AnyValue>().reference();
+  }
+  return value;
+}
+
+/// The part to which the step at a depth leads; nothing when it is an element or an entry that is
+/// not there.
+template <typename View>
+View partOf(const View& whole, const FieldPath& path, std::size_t depth)
+{
+  const View value = lookThrough(whole);
+  const auto* name = std::get_if<std::string>(&path[depth]);
+  const auto* index = std::get_if<std::size_t>(&path[depth]);
+  const TypeKind kind = value.isValid() ? value.type()->kind() : TypeKind::Unknown;
+  if (kind == TypeKind::Struct && name != nullptr)
+  {
+    return value.member(memberIndex(describedAs<StructTypeInterface>(value), path, depth));
+  }
+  if (kind == TypeKind::Map && name != nullptr)
+  {
+    const auto& type = describedAs<MapTypeInterface>(value);
+    return value.find(valueFromText(*type.keyType(), *name, path));
+  }
+  if (kind == TypeKind::List && index != nullptr)
+  {
+    return *index < value.size() ? value.element(*index) : View();
+  }
+  const std::string place = placeAt(path, depth);
+  failAt(path, place + " is " + kindName(value) + " and has no " +
+                   (name != nullptr ? "members" : "elements") +
+                   (kind == TypeKind::List ? ", but elements, as in " + place + "[0]" : ""));
+}
+
+[[noreturn]] void failMissing(const AnyConstReference& whole, const FieldPath& path,
+                              std::size_t depth)
+{
+  const AnyConstReference value = lookThrough(whole);
+  if (std::holds_alternative<std::size_t>(path[depth]))
+  {
+    const std::size_t size = value.size();
+    failAt(path, "there is no " + placeAt(path, depth + 1) + ": the list has " +
+                     std::to_string(size) + (size == 1 ? " element" : " elements"));
+  }
+  std::vector<std::string> keys;
+  for (const auto& entry : value.entries())
+  {
+    keys.push_back(keyName(entry.first));
+  }
+  const auto& name = std::get<std::string>(path[depth]);
+  failAt(path, placeAt(path, depth) + " has no entry \"" + name + "\"; " +
+                   (keys.empty() ? "it is empty" : "it has " + choiceInsteadOf(name, keys)));
+}
+
+void setPart(const AnyReference& whole, const FieldPath& path, std::size_t depth,
+             const std::string& text);
+
+/// Adds the part to which the step at a depth leads. It is built completely before it is added, so
+/// that an error in it changes nothing.
+void addPart(const AnyReference& whole, const FieldPath& path, std::size_t depth,
+             const std::string& text)
+{
+  if (const auto* index = std::get_if<std::size_t>(&path[depth]))
+  {
+    if (*index != whole.size())
+    {
+      failMissing(whole, path, depth);
+    }
+    AnyValue element(*describedAs<ListTypeInterface>(whole).elementType());
+    setPart(element, path, depth + 1, text);
+    whole.append(element);
+  }
+  else
+  {
+    const auto& type = describedAs<MapTypeInterface>(whole);
+    AnyValue item(*type.valueType());
+    setPart(item, path, depth + 1, text);
+    whole.insert(valueFromText(*type.keyType(), std::get<std::string>(path[depth]), path), item);
+  }
+}
+
+void setPart(const AnyReference& whole, const FieldPath& path, std::size_t depth,
+             const std::string& text)
+{
+  const AnyReference held = lookThrough(whole);
+  if (depth == path.size())
+  {
+    if (!held.isValid())
+    {
+      failAt(path, "is empty and takes no value");
+    }
+    held.set(valueFromText(*held.type(), text, path));
+    return;
+  }
+  const AnyReference part = partOf(held, path, depth);
+  if (part.isValid())
+  {
+    setPart(part, path, depth + 1, text);
+  }
+  else
+  {
+    addPart(held, path, depth, text);
+  }
+}
+} // namespace
+
+AnyConstReference valueAt(const AnyConstReference& root, const FieldPath& path)
+{
+  AnyConstReference value = root;
+  for (std::size_t depth = 0; depth < path.size(); ++depth)
+  {
+    const AnyConstReference part = partOf(value, path, depth);
+    if (!part.isValid())
+    {
+      failMissing(value, path, depth);
+    }
+    value = part;
+  }
+  return value;
+}
+
+void setAt(const AnyReference& root, const FieldPath& path, const std::string& text)
+{
+  setPart(root, path, 0, text);
+}
+
+} // namespace vesk::edit

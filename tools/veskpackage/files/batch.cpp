@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "files/batch.hpp"
+
+#include "files/inputfiles.hpp"
+#include "output/complaint.hpp"
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <mutex>
+#include <sstream>
+#include <system_error>
+#include <thread>
+#include <unistd.h>
+
+namespace tool
+{
+
+bool Inputs::areMany() const
+{
+  std::error_code unknown;
+  return files.size() != 1 || !filesFrom.empty() ||
+         (searchFolders && std::filesystem::is_directory(files.front(), unknown));
+}
+
+namespace
+{
+/// Says on a terminal how far the work is, once it has taken a while.
+class Progress
+{
+public:
+  void count()
+  {
+    ++done;
+    const auto now = std::chrono::steady_clock::now();
+    if (isTerminal && now - shown > std::chrono::seconds(1))
+    {
+      shown = now;
+      isShown = true;
+      std::cerr << '\r' << done << " files" << std::flush;
+    }
+  }
+
+  /// Before anything else is printed.
+  void clear()
+  {
+    if (isShown)
+    {
+      isShown = false;
+      std::cerr << "\r\x1b[K" << std::flush;
+    }
+  }
+
+private:
+  const bool isTerminal = isatty(STDERR_FILENO) != 0;
+  std::size_t done = 0;
+  std::chrono::steady_clock::time_point shown = std::chrono::steady_clock::now();
+  bool isShown = false;
+};
+
+/// The work on one file, from when a thread has taken it until it is printed.
+struct Job
+{
+  std::string file;
+  std::ostringstream out;
+  std::ostringstream complaints;
+  ExitCode code = Done;
+  bool isDone = false;
+};
+
+class Batch
+{
+public:
+  Batch(const Inputs& inputs, const Work& toDo) : jobs(inputs.jobs), files(inputs), work(toDo) {}
+
+  ExitCode run()
+  {
+    std::vector<std::thread> others;
+    try
+    {
+      for (int i = 1; i < jobs; ++i)
+      {
+        others.emplace_back([this] { workOn(); });
+      }
+    }
+    catch (const std::system_error&) // no more threads can be had: fewer do
+    {}
+    workOn();
+    for (std::thread& other : others)
+    {
+      other.join();
+    }
+    progress.clear();
+    return code;
+  }
+
+private:
+  void workOn()
+  {
+    while (const std::shared_ptr<Job> job = take())
+    {
+      try
+      {
+        job->code = work(job->file, job->out, job->complaints);
+      }
+      catch (const std::exception& error) // memory ran out, nearly surely
+      {
+        complain(job->complaints, job->file, error.what());
+        job->code = FileTrouble;
+      }
+      finish(*job);
+    }
+  }
+
+  std::shared_ptr<Job> take()
+  {
+    // Not the mutex of the results, since reading a list of files from a pipe may block.
+    const std::lock_guard<std::mutex> turn(filesMutex);
+    {
+      std::unique_lock<std::mutex> lock(mutex);
+      // One file that takes long must not let the results of all others pile up.
+      const std::size_t most = std::size_t{16} * static_cast<std::size_t>(jobs);
+      printed.wait(lock, [this, most] { return unprinted.size() < most; });
+      if (isFull)
+      {
+        return nullptr;
+      }
+    }
+    const std::optional<std::string> file = files.next();
+    if (!file)
+    {
+      return nullptr;
+    }
+    auto job = std::make_shared<Job>();
+    job->file = *file;
+    const std::lock_guard<std::mutex> lock(mutex);
+    unprinted.push_back(job);
+    return job;
+  }
+
+  void finish(Job& finished)
+  {
+    const std::lock_guard<std::mutex> lock(mutex);
+    finished.isDone = true;
+    while (!unprinted.empty() && unprinted.front()->isDone)
+    {
+      print(*unprinted.front());
+      unprinted.pop_front();
+    }
+    printed.notify_all();
+  }
+
+  void print(const Job& job)
+  {
+    code = std::max(code, job.code);
+    progress.count();
+    const std::string out = job.out.str();
+    const std::string complaints = job.complaints.str();
+    if (!out.empty() || !complaints.empty())
+    {
+      progress.clear();
+      std::cerr << complaints << std::flush;
+      isFull = isFull || !(std::cout << out).flush();
+    }
+  }
+
+  const int jobs;
+  std::mutex filesMutex;
+  InputFiles files;
+  const Work& work;
+  std::mutex mutex; // of all that follows
+  std::condition_variable printed;
+  std::deque<std::shared_ptr<Job>> unprinted; // in the order of files
+  Progress progress;
+  ExitCode code = Done;
+  bool isFull = false; // standard output takes no more; main() reports that
+};
+} // namespace
+
+ExitCode forEachFile(const Inputs& inputs, const Work& work) { return Batch(inputs, work).run(); }
+
+} // namespace tool

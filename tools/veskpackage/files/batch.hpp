@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef TOOLS_VESKPACKAGE_FILES_BATCH_HPP
+#define TOOLS_VESKPACKAGE_FILES_BATCH_HPP
+
+#include "exitcode.hpp"
+
+#include <functional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace tool
+{
+
+/// Which files a verb works on.
+struct Inputs
+{
+  std::vector<std::string> files;
+  std::string filesFrom; ///< a file with a path a line, or "-" for standard input; may be empty
+  bool searchFolders = false; ///< whether a folder stands for the manifests in it
+  int jobs = 1;               ///< how many files are worked on at once
+
+  /// Whether there can be more than one, so that results are printed a line each.
+  bool areMany() const;
+};
+
+/// Works on one file. What it prints reaches the standard streams together, in the order of files.
+using Work =
+    std::function<ExitCode(const std::string& file, std::ostream& out, std::ostream& complaints)>;
+
+/// Works on all files and gives the highest exit code. While it takes long, a terminal is shown how
+/// far it is. Memory does not grow with the number of files.
+ExitCode forEachFile(const Inputs& inputs, const Work& work);
+
+} // namespace tool
+
+#endif

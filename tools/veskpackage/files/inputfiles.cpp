@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "files/inputfiles.hpp"
+
+#include <QFile>
+#include <QXmlStreamReader>
+
+#include <algorithm>
+#include <filesystem>
+#include <iostream>
+#include <stdexcept>
+
+namespace tool
+{
+
+namespace filesystem = std::filesystem;
+
+namespace
+{
+bool isFolder(const std::string& path)
+{
+  std::error_code unknown;
+  return filesystem::is_directory(path, unknown);
+}
+
+/// Whether a file in a folder is a manifest: by its name, or by the name of its root. What cannot be
+/// read counts, too, since it might be one.
+bool isManifest(const filesystem::path& file)
+{
+  if (file.filename() == "manifest.xml")
+  {
+    return true;
+  }
+  if (file.extension() != ".xml")
+  {
+    return false;
+  }
+  QFile content(QString::fromStdString(file.string()));
+  if (!content.open(QIODevice::ReadOnly))
+  {
+    return true;
+  }
+  QXmlStreamReader reader(content.read(65536)); // the root is near the beginning
+  return !reader.readNextStartElement() || reader.name() == QLatin1String("package");
+}
+} // namespace
+
+InputFiles::InputFiles(const Inputs& inputs) : named(inputs)
+{
+  if (!named.filesFrom.empty() && named.filesFrom != "-")
+  {
+    list.open(named.filesFrom);
+    if (!list || isFolder(named.filesFrom))
+    {
+      throw std::runtime_error("cannot read the list of files " + named.filesFrom);
+    }
+  }
+}
+
+std::optional<std::string> InputFiles::next()
+{
+  if (std::optional<std::string> file = nextInFolders())
+  {
+    return file;
+  }
+  while (std::optional<std::string> file = nextNamed())
+  {
+    if (!named.searchFolders || !enter(*file))
+    {
+      return file;
+    }
+    if (std::optional<std::string> inFolder = nextInFolders())
+    {
+      return inFolder;
+    }
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> InputFiles::nextNamed()
+{
+  if (given < named.files.size())
+  {
+    return named.files[given++];
+  }
+  std::istream& lines = named.filesFrom == "-" ? std::cin : list;
+  std::string line;
+  while (!named.filesFrom.empty() && std::getline(lines, line))
+  {
+    if (!line.empty() && line.back() == '\r') // of a list from another system
+    {
+      line.pop_back();
+    }
+    if (!line.empty())
+    {
+      return line;
+    }
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> InputFiles::nextInFolders()
+{
+  while (!folders.empty())
+  {
+    if (folders.back().empty())
+    {
+      folders.pop_back();
+      continue;
+    }
+    const std::string path = std::move(folders.back().back());
+    folders.back().pop_back();
+    if (!enter(path) && (isFolder(path) || isManifest(path)))
+    {
+      return path;
+    }
+  }
+  return std::nullopt;
+}
+
+bool InputFiles::enter(const std::string& path)
+{
+  std::error_code error; // set for a file, and for a folder without the right to read it
+  filesystem::directory_iterator entry(path, error);
+  if (error)
+  {
+    return false;
+  }
+  std::vector<std::string> entries;
+  for (; !error && entry != filesystem::directory_iterator(); entry.increment(error))
+  {
+    std::error_code unknown;
+    const bool isHidden = entry->path().filename().string().front() == '.';
+    const bool isLinkedFolder = entry->is_symlink(unknown) && entry->is_directory(unknown);
+    const bool isToRead = entry->is_directory(unknown) || entry->is_regular_file(unknown);
+    if (isToRead && !isHidden && !isLinkedFolder) // a link could lead in circles
+    {
+      entries.push_back(entry->path().string());
+    }
+  }
+  std::sort(entries.rbegin(), entries.rend());
+  folders.push_back(std::move(entries));
+  return true;
+}
+
+} // namespace tool

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef TOOLS_VESKPACKAGE_FILES_INPUTFILES_HPP
+#define TOOLS_VESKPACKAGE_FILES_INPUTFILES_HPP
+
+#include "files/batch.hpp"
+
+#include <fstream>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tool
+{
+
+/// Gives the files to work on one after the other, those of folders in the order of their names and
+/// without hidden ones.
+class InputFiles
+{
+public:
+  /// Throws std::runtime_error when the list of files cannot be read.
+  explicit InputFiles(const Inputs& inputs);
+
+  std::optional<std::string> next();
+
+private:
+  std::optional<std::string> nextNamed();
+  std::optional<std::string> nextInFolders();
+  /// Continues with the files in a folder; false when \p path is not a readable folder.
+  bool enter(const std::string& path);
+
+  const Inputs& named;
+  std::size_t given = 0;
+  std::ifstream list;
+  /// The folders that are being searched, from the outermost in; each with what is left of it, the
+  /// next at the end.
+  std::vector<std::vector<std::string>> folders;
+};
+
+} // namespace tool
+
+#endif

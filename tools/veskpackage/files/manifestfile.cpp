@@ -1,0 +1,211 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "files/manifestfile.hpp"
+
+#include "files/memoryfile.hpp"
+#include "output/complaint.hpp"
+#include "output/finding.hpp"
+
+#include <check/manifestcheck.hpp>
+#include <package/manifest2/loadmanifest.hpp>
+
+#include <QBuffer>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <cerrno>
+#include <cstdio>
+#include <unistd.h>
+
+namespace tool
+{
+namespace
+{
+bool writeTo(QFileDevice& file, const std::string& content)
+{
+  if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+  {
+    return false;
+  }
+  const char* left = content.data();
+  const char* const end = left + content.size();
+  while (left < end) // a disk that is nearly full takes a part
+  {
+    const qint64 written = file.write(left, end - left);
+    if (written <= 0)
+    {
+      return false;
+    }
+    left += written;
+  }
+  return true;
+}
+
+/// Returns why it failed, or an empty text. Some write errors appear only when the data reaches the
+/// disk, and the toolkit does not wait for that.
+QString replaceFile(const QString& path, const std::string& content)
+{
+  QSaveFile file(path);
+  if (!writeTo(file, content))
+  {
+    return file.errorString();
+  }
+  if (fdatasync(file.handle()) != 0 && errno != EINVAL) // EINVAL: there is nothing to sync
+  {
+    return qt_error_string(errno);
+  }
+  return file.commit() ? QString() : file.errorString();
+}
+
+/// Complains of what \p manifest has that would be lost; false when there is nothing.
+bool complainOfLosses(const Manifest& manifest, std::ostream& complaints)
+{
+  vesk::check::Options options;
+  for (const vesk::check::Rule& rule : vesk::check::rules())
+  {
+    options.severities[rule.tag] =
+        rule.isLost ? vesk::check::Severity::Warning : vesk::check::Severity::Off;
+  }
+  QBuffer bytes;
+  bytes.setData(manifest.bytes);
+  bytes.open(QIODevice::ReadOnly);
+  const auto losses = vesk::check::checkDevice(bytes, options);
+  for (const vesk::check::Finding& loss : losses)
+  {
+    printFinding(complaints, manifest.name, loss, false);
+  }
+  return !losses.empty();
+}
+} // namespace
+
+std::optional<QByteArray> readBytes(const std::string& file, std::string& trouble)
+{
+  constexpr int mebibyte = 1 << 20;
+  QFile input(QString::fromStdString(file));
+  const bool isOpen = file == "-" ? input.open(fileno(stdin), QIODevice::ReadOnly)
+                                  : input.open(QIODevice::ReadOnly);
+  QByteArray bytes;
+  for (QByteArray piece; isOpen && !(piece = input.read(mebibyte)).isEmpty();)
+  {
+    bytes += piece;
+    if (bytes.size() > mostMebibytes * mebibyte)
+    {
+      trouble = "larger than " + std::to_string(mostMebibytes) + " MiB";
+      return std::nullopt;
+    }
+  }
+  if (input.error() != QFile::NoError)
+  {
+    trouble = "Could not open for reading: " + input.errorString().toStdString();
+    return std::nullopt;
+  }
+  return bytes;
+}
+
+std::optional<Manifest> load(const std::string& file, std::ostream& complaints,
+                             vesk::PackageInfo2* sections)
+{
+  const std::string name = file == "-" ? "<stdin>" : file;
+  std::string trouble;
+  const std::optional<QByteArray> bytes = readBytes(file, trouble);
+  if (!bytes)
+  {
+    complain(complaints, name, trouble);
+    return std::nullopt;
+  }
+  Manifest manifest{file, name, *bytes, {}};
+  QBuffer input(&manifest.bytes);
+  input.open(QIODevice::ReadOnly);
+  vesk::LoadError error;
+  const bool isRead = sections == nullptr
+                          ? manifest.package.readManifestDevice(input, error)
+                          : vesk::readManifestDevice(input, manifest.package, *sections, error);
+  if (!isRead)
+  {
+    const std::string place = std::to_string(error.line) + ':' + std::to_string(error.column);
+    complain(complaints, name + ':' + place, error.message);
+    return std::nullopt;
+  }
+  return manifest;
+}
+
+ExitCode forEachManifest(const Inputs& inputs,
+                         const std::function<ExitCode(Manifest& manifest, std::ostream& out,
+                                                      std::ostream& complaints)>& work)
+{
+  return forEachFile(inputs,
+                     [&work](const std::string& file, std::ostream& out, std::ostream& complaints)
+                     {
+                       std::optional<Manifest> manifest = load(file, complaints);
+                       return manifest ? work(*manifest, out, complaints) : FileTrouble;
+                     });
+}
+
+vesk::PackageInfo packageIn(const std::string& content)
+{
+  QBuffer input;
+  input.setData(QByteArray::fromStdString(content));
+  input.open(QIODevice::ReadOnly);
+  vesk::LoadError ignored;
+  vesk::PackageInfo package;
+  package.readManifestDevice(input, ignored);
+  return package;
+}
+
+std::string manifestOf(const vesk::PackageInfo& package)
+{
+  MemoryFile content;
+  package.saveToManifestFile(content);
+  return content.content.toStdString();
+}
+
+bool writeFile(const std::string& content, const std::string& file, std::ostream& out,
+               std::ostream& complaints)
+{
+  if (file == "-")
+  {
+    out << content;
+    return true;
+  }
+  const QString path = QString::fromStdString(file);
+  QString error;
+  const QFileInfo existing(path);
+  if (existing.exists() && !existing.isFile()) // a device or pipe, which must not be replaced
+  {
+    QFile device(path);
+    error = writeTo(device, content) ? QString() : device.errorString();
+  }
+  else
+  {
+    error = replaceFile(path, content);
+  }
+  if (!error.isEmpty())
+  {
+    complain(complaints, file, "Could not write: " + error.toStdString());
+  }
+  return error.isEmpty();
+}
+
+ExitCode writeManifest(const Manifest& manifest, const Target& target, std::ostream& out,
+                       std::ostream& complaints)
+{
+  const std::string content = manifestOf(manifest.package);
+  const bool isSameFile = target.isInPlace || QFileInfo(QString::fromStdString(target.output)) ==
+                                                  QFileInfo(QString::fromStdString(manifest.file));
+  if (!isSameFile || manifest.file == "-")
+  {
+    return writeFile(content, target.output, out, complaints) ? Done : FileTrouble;
+  }
+  if (content == manifest.bytes.toStdString())
+  {
+    return Done;
+  }
+  if (!target.isForced && complainOfLosses(manifest, complaints))
+  {
+    complain(complaints, manifest.name,
+             "not rewritten: what is listed above would be lost; --force rewrites it all the same");
+    return NegativeResult;
+  }
+  return writeFile(content, manifest.file, out, complaints) ? Done : FileTrouble;
+}
+
+} // namespace tool

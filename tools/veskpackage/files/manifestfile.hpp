@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef TOOLS_VESKPACKAGE_FILES_MANIFESTFILE_HPP
+#define TOOLS_VESKPACKAGE_FILES_MANIFESTFILE_HPP
+
+#include "exitcode.hpp"
+#include "files/batch.hpp"
+
+#include <package/packageinfo.hpp>
+
+#include <QByteArray>
+
+#include <functional>
+#include <optional>
+#include <ostream>
+#include <string>
+
+namespace tool
+{
+
+/// A manifest as it was read.
+struct Manifest
+{
+  std::string file; ///< as it was named; "-" is standard input
+  std::string name; ///< the same for messages
+  QByteArray bytes;
+  vesk::PackageInfo package;
+};
+
+/// Larger files are refused: in memory, a parsed manifest can take 90 times its size.
+inline constexpr int mostMebibytes = 32;
+
+/// The content of \p file, or of standard input when that is "-". When it cannot be read or is too
+/// large, returns none, and \p trouble says why.
+std::optional<QByteArray> readBytes(const std::string& file, std::string& trouble);
+
+/// Loads the manifest in \p file, or from standard input when that is "-"; where asked for, also by
+/// the second reader. When it cannot be loaded, says why and gives none.
+std::optional<Manifest> load(const std::string& file, std::ostream& complaints,
+                             vesk::PackageInfo2* sections = nullptr);
+
+/// As forEachFile(), with the manifests that can be loaded; the others give FileTrouble.
+ExitCode forEachManifest(const Inputs& inputs,
+                         const std::function<ExitCode(Manifest& manifest, std::ostream& out,
+                                                      std::ostream& complaints)>& work);
+
+/// The package read from a file with this content, which must be a manifest.
+vesk::PackageInfo packageIn(const std::string& content);
+
+/// What PackageInfo::saveToManifestFile() writes.
+std::string manifestOf(const vesk::PackageInfo& package);
+
+/// Writes \p content to \p file, or to \p out when that is "-". A file is replaced as a whole or not
+/// at all, and keeps its mode. When that fails, says why and gives false.
+bool writeFile(const std::string& content, const std::string& file, std::ostream& out,
+               std::ostream& complaints);
+
+/// Where a manifest is written to.
+struct Target
+{
+  std::string output = "-"; ///< a file or standard output
+  bool isInPlace = false;   ///< instead, in the place of the file that it was read from
+  bool isForced = false;    ///< also where something is lost
+};
+
+/// Writes \p manifest to \p target; one from standard input goes to \p out. When it would replace
+/// the file that it was read from, and lose something that the file has, prints what, and does not
+/// write unless it is forced to.
+ExitCode writeManifest(const Manifest& manifest, const Target& target, std::ostream& out,
+                       std::ostream& complaints);
+
+} // namespace tool
+
+#endif

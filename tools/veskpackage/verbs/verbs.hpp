@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef TOOLS_VESKPACKAGE_VERBS_VERBS_HPP
+#define TOOLS_VESKPACKAGE_VERBS_VERBS_HPP
+
+#include "exitcode.hpp"
+#include "files/batch.hpp"
+#include "files/manifestfile.hpp"
+
+#include <check/manifestcheck.hpp>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace tool
+{
+
+/// Each verb of the program with its options. Results go to standard output, complaints to standard
+/// error. A file "-" is standard input or output.
+
+enum class Format
+{
+  Text,   ///< for people
+  Json,   ///< for programs; of several files one value a line
+  Variant ///< the form in which the robot's modules get a package
+};
+
+struct ShowOptions
+{
+  Inputs inputs;
+  Format format = Format::Text;
+};
+/// Prints each manifest.
+ExitCode showManifests(const ShowOptions& options);
+
+struct CheckOptions
+{
+  Inputs inputs;
+  Format format = Format::Text;
+  std::map<std::string, vesk::check::Severity> severities;
+  bool isStrict = false; ///< warnings count as errors
+  bool isQuiet = false;
+  bool isColored = false;
+  std::string packageFolder;
+};
+/// Prints what is wrong with each manifest.
+ExitCode checkManifests(const CheckOptions& options);
+/// Prints all rules, or what one of them means.
+/// \{
+ExitCode listRules();
+ExitCode explainRule(const std::string& tag);
+/// \}
+
+struct GetOptions
+{
+  Inputs inputs;
+  Format format = Format::Text;
+  std::string field;
+};
+/// Prints one field of each manifest.
+ExitCode getField(const GetOptions& options);
+
+struct SetOptions
+{
+  Inputs inputs;
+  std::vector<std::string> assignments; ///< FIELD=VALUE
+  bool isForced = false;
+};
+/// Changes fields of each manifest, in its file.
+ExitCode setFields(const SetOptions& options);
+
+struct FmtOptions
+{
+  Inputs inputs;
+  Target target;
+  bool isCheck = false; ///< only shows what would change
+};
+/// Loads manifests and writes them back.
+ExitCode formatManifests(const FmtOptions& options);
+
+struct TrimOptions
+{
+  Inputs inputs;
+  Target target;
+};
+/// Strips manifests down to their description languages.
+ExitCode trimManifests(const TrimOptions& options);
+
+struct DiffOptions
+{
+  std::string left;
+  std::string right;
+  Format format = Format::Text;
+};
+/// Prints in which fields two manifests differ.
+ExitCode diffManifests(const DiffOptions& options);
+
+} // namespace tool
+
+#endif
