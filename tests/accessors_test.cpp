@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Every field of every record is set, read and shown by the operations that are meant for it.
+// Every field of every record is set, read, copied and shown by the operations that are meant for it.
 #include "filledpackage.hpp"
+#include "merged.hpp"
 #include "support.hpp"
 
 #include <set>
@@ -19,7 +20,10 @@ struct Accessor
 };
 
 std::string first(const std::string& text) { return text; }
-std::string first(const std::list<std::string>& texts) { return texts.front(); }
+std::string first(const std::list<std::string>& texts)
+{
+  return texts.empty() ? "" : texts.front();
+}
 
 /// Operations that take the value first, and behind it \p key where there is one.
 template <auto set, auto get, typename Handle, typename... Key>
@@ -29,28 +33,72 @@ Accessor<Handle> field(const std::string& member, Key... key)
           [key...](const Handle& handle) { return first((handle.*get)(key...)); }};
 }
 
+/// A field that is a list, of which \p part of an element becomes "x".
+template <auto add, auto get, typename Handle, typename Item, typename Part>
+Accessor<Handle> list(const std::string& member, const Item& item, Part part)
+{
+  return {member, [item](Handle& handle) { (handle.*add)(item); },
+          [part](const Handle& handle)
+          {
+            const std::list<Item>& items = (handle.*get)();
+            return items.empty() ? "" : std::invoke(part, items.front());
+          }};
+}
+
+const std::set<std::string> readingAddsAKey{"langToTriggerSentences", "langToLoadingResponses",
+                                            "purposeToCondition"};
+const std::set<std::string> hasNoDuplicates{"supportedLanguages", "descriptionLanguages",
+                                            "permissions"};
+
+template <typename Item>
+using Getter = const std::list<Item>& (PackageInfo::*)() const;
+
+/// Checks that every operation does what it says to its field, and nothing to others, to copies and
+/// to what is copied.
 template <typename Handle>
 void expectAccess(const std::vector<Accessor<Handle>>& accessors,
                   const std::set<std::string>& withoutAccess = {})
 {
+  static_assert(std::is_nothrow_move_constructible_v<Handle>);
+  const auto original = filled<Handle>();
+  const Json before = heldIn(original);
   std::set<std::string> unknown(withoutAccess);
-  for (const Accessor<Handle>& accessor : accessors)
+  for (const auto& [member, set, get] : accessors)
   {
-    unknown.insert(accessor.member);
+    SCOPED_TRACE(member);
+    unknown.insert(member);
     Handle handle;
-    accessor.set(handle);
-    EXPECT_EQ(accessor.get(handle), "x") << accessor.member;
-    const Handle untouched;
-    const AnyConstReference before(untouched);
-    const AnyConstReference after(handle);
-    for (const std::string& member : after.memberNames())
+    Json nothing = heldIn(handle);
+    if (readingAddsAKey.count(member) > 0)
     {
-      EXPECT_EQ(contentIn(after.member(member)) != contentIn(before.member(member)),
-                member == accessor.member)
-          << accessor.member << " and " << member;
+      nothing[member]["de"] = Json::array();
     }
+    get(handle);
+    EXPECT_EQ(heldIn(handle), nothing);
+    set(handle);
+    EXPECT_EQ(get(handle), "x");
+
+    const Json added = heldIn(handle)[member];
+    Json once = before;
+    once[member] = merged(before[member], added);
+    Json twice = once;
+    twice[member] = hasNoDuplicates.count(member) > 0 ? once[member] : merged(once[member], added);
+    Handle copy(original);
+    set(copy);
+    EXPECT_EQ(heldIn(copy), once);
+    EXPECT_EQ(heldIn(original), before);
+    Handle returned = (handle = copy);
+    set(handle);
+    EXPECT_EQ(heldIn(handle), twice);
+    EXPECT_EQ(heldIn(copy), once);
+    EXPECT_EQ(heldIn(returned), once);
+    handle = *&handle;
+    const Handle moved(std::move(handle));
+    EXPECT_EQ(heldIn(moved), twice);
+    handle = copy; // NOLINT(bugprone-use-after-move): assigning is allowed
+    EXPECT_EQ(heldIn(handle), once);
   }
-  const std::vector<std::string>& members = AnyConstReference(Handle()).memberNames();
+  const std::vector<std::string>& members = AnyConstReference(original).memberNames();
   EXPECT_EQ(unknown, std::set<std::string>(members.begin(), members.end()));
 }
 
@@ -77,6 +125,12 @@ void expectInReport(const std::set<std::string>& leftOut = {})
 TEST(Accessors, ReachEveryFieldOfAPackage)
 {
   using P = PackageInfo;
+  BehaviorInfo behavior;
+  behavior.setPath("x");
+  DialogInfo dialog;
+  dialog.setTopicName("x");
+  LanguageInfo language;
+  language.setPath("x");
   expectAccess<P>(
       {field<&P::setUuid, &P::uuid, P>("uuid"),
        field<&P::setVersion, &P::version, P>("version"),
@@ -87,49 +141,21 @@ TEST(Accessors, ReachEveryFieldOfAPackage)
        field<&P::setChannel, &P::channel, P>("channel"),
        field<&P::setInstaller, &P::installer, P>("installer"),
        field<&P::setPath, &P::path, P>("path"),
-       field<&P::setName, &P::name, P>("langToName", "en"),
-       field<&P::setDescription, &P::description, P>("langToDesc", "en"),
+       field<&P::setName, &P::name, P>("langToName", "de"),
+       field<&P::setDescription, &P::description, P>("langToDesc", "de"),
        field<&P::addSupportedLanguage, &P::supportedLanguages, P>("supportedLanguages"),
        field<&P::addDescriptionLanguage, &P::descriptionLanguages, P>("descriptionLanguages"),
        field<&P::addExecutableFile, &P::executableFiles, P>("executableFiles"),
-       {"services",
-        [](P& p) {
-          p.addService({"", "x", false});
-        },
-        [](const P& p) { return p.services().front().name; }},
-       {"robotRequirements",
-        [](P& p) {
-          p.addRobotRequirement({"x", "", "", "", ""});
-        },
-        [](const P& p) { return p.robotRequirements().front().model; }},
-       {"mirelRequirements",
-        [](P& p) {
-          p.addMirelRequirement({"x", ""});
-        },
-        [](const P& p) { return p.mirelRequirements().front().minVersion; }},
-       {"behaviors",
-        [](P& p)
-        {
-          p.addBehavior({});
-          p.behaviors().front().setPath("x");
-        },
-        [](const P& p) { return p.behaviors().front().path(); }},
-       {"dialogs",
-        [](P& p)
-        {
-          DialogInfo dialog;
-          dialog.setTopicName("x");
-          p.addDialog(dialog);
-        },
-        [](const P& p) { return p.dialogs().front().topicName(); }},
-       {"languages",
-        [](P& p)
-        {
-          LanguageInfo language;
-          language.setPath("x");
-          p.addLanguage(language);
-        },
-        [](const P& p) { return p.languages().front().path(); }}});
+       list<&P::addService, &P::services, P>("services", PackageService{"", "x", false},
+                                             &PackageService::name),
+       list<&P::addRobotRequirement, &P::robotRequirements, P>(
+           "robotRequirements", RobotRequirement{"x", "", "", "", ""}, &RobotRequirement::model),
+       list<&P::addMirelRequirement, &P::mirelRequirements, P>(
+           "mirelRequirements", MirelRequirement{"x", ""}, &MirelRequirement::minVersion),
+       list<&P::addBehavior, Getter<BehaviorInfo>(&P::behaviors), P>("behaviors", behavior,
+                                                                     &BehaviorInfo::path),
+       list<&P::addDialog, &P::dialogs, P>("dialogs", dialog, &DialogInfo::topicName),
+       list<&P::addLanguage, &P::languages, P>("languages", language, &LanguageInfo::path)});
 }
 
 TEST(Accessors, ReachEveryFieldOfADescriptor)
@@ -138,12 +164,12 @@ TEST(Accessors, ReachEveryFieldOfADescriptor)
   expectAccess<B>(
       {field<&B::setPath, &B::path, B>("path"),
        field<&B::setNature, &B::nature, B>("nature"),
-       field<&B::setName, &B::name, B>("langToName", "en"),
-       field<&B::setDescription, &B::description, B>("langToDesc", "en"),
-       field<&B::addTag, &B::tags, B>("langToTags", "en"),
-       field<&B::addTriggerSentence, &B::triggerSentences, B>("langToTriggerSentences", "en"),
-       field<&B::addLoadingResponse, &B::loadingResponses, B>("langToLoadingResponses", "en"),
-       field<&B::addCondition, &B::conditions, B>("purposeToCondition", "start"),
+       field<&B::setName, &B::name, B>("langToName", "de"),
+       field<&B::setDescription, &B::description, B>("langToDesc", "de"),
+       field<&B::addTag, &B::tags, B>("langToTags", "de"),
+       field<&B::addTriggerSentence, &B::triggerSentences, B>("langToTriggerSentences", "de"),
+       field<&B::addLoadingResponse, &B::loadingResponses, B>("langToLoadingResponses", "de"),
+       field<&B::addCondition, &B::conditions, B>("purposeToCondition", "de"),
        {"permissions", [](B& b) { b.addPermission("canStandUp"); },
         [](const B& b) { return b.hasPermission("canStandUp") ? "x" : ""; }},
        {"userRequestable", [](B& b) { b.setUserRequestable(true); },
@@ -152,14 +178,14 @@ TEST(Accessors, ReachEveryFieldOfADescriptor)
   using D = DialogInfo;
   expectAccess<D>({field<&D::setTopicName, &D::topicName, D>("topicName"),
                    field<&D::setTypeVersion, &D::typeVersion, D>("typeVersion"),
-                   {"topics", [](D& d) { d.setTopic("en", "x"); }, // the language first
-                    [](const D& d) { return d.topic("en"); }}});
+                   {"topics", [](D& d) { d.setTopic("de", "x"); }, // the language first
+                    [](const D& d) { return d.topic("de"); }}});
   using L = LanguageInfo;
   expectAccess<L>({field<&L::setPath, &L::path, L>("path"),
                    field<&L::setLocale, &L::locale, L>("locale"),
                    field<&L::setEngineName, &L::engineName, L>("engineName"),
                    field<&L::setEngineVersion, &L::engineVersion, L>("engineVersion"),
-                   field<&L::setName, &L::name, L>("langToName", "en")});
+                   field<&L::setName, &L::name, L>("langToName", "de")});
 }
 
 TEST(Accessors, ReportsShowEveryField)

@@ -4,14 +4,13 @@
 #include <package/behaviorinfo.hpp>
 
 using testing::ElementsAre;
-using testing::Pair;
 using vesk::BehaviorInfo;
 
 namespace
 {
 /// Checks one family of lists, given by its operations.
 template <auto read, auto add, auto insert, auto update, auto remove>
-void checkLists(bool readingAddsAKey)
+void checkLists()
 {
   BehaviorInfo behavior;
   (behavior.*insert)("x", "fr", 0);
@@ -39,21 +38,19 @@ void checkLists(bool readingAddsAKey)
   (behavior.*add)("a", "it");
   EXPECT_TRUE((behavior.*remove)("a", "it"));
   EXPECT_THAT(printed(behavior), testing::HasSubstr("  it -> ")); // the key stays
-  EXPECT_TRUE((behavior.*read)("de").empty());
-  EXPECT_EQ(printed(behavior).find("  de -> \n") != std::string::npos, readingAddsAKey);
 }
 } // namespace
 
 TEST(Behavior, EditsItsLists)
 {
   using B = BehaviorInfo;
-  checkLists<&B::tags, &B::addTag, &B::insertTag, &B::updateTag, &B::removeTag>(false);
+  checkLists<&B::tags, &B::addTag, &B::insertTag, &B::updateTag, &B::removeTag>();
   checkLists<&B::triggerSentences, &B::addTriggerSentence, &B::insertTriggerSentence,
-             &B::updateTriggerSentence, &B::removeTriggerSentence>(true);
+             &B::updateTriggerSentence, &B::removeTriggerSentence>();
   checkLists<&B::loadingResponses, &B::addLoadingResponse, &B::insertLoadingResponse,
-             &B::updateLoadingResponse, &B::removeLoadingResponse>(true);
+             &B::updateLoadingResponse, &B::removeLoadingResponse>();
   checkLists<&B::conditions, &B::addCondition, &B::insertCondition, &B::updateCondition,
-             &B::removeCondition>(true);
+             &B::removeCondition>();
 }
 
 TEST(Behavior, ClaimsSupportedPermissionsOnce)
@@ -70,28 +67,4 @@ TEST(Behavior, ClaimsSupportedPermissionsOnce)
   EXPECT_TRUE(behavior.removePermission("canSitDown"));
   EXPECT_FALSE(behavior.removePermission("canSitDown"));
   EXPECT_FALSE(behavior.hasPermission("canSitDown"));
-}
-
-TEST(Behavior, TrimsTextsByDescriptionLanguagesAndListsBySupportedOnes)
-{
-  BehaviorInfo behavior;
-  for (const char* lang : {"", "en", "en_GB", "fr", "fr_FR"})
-  {
-    behavior.setName("name", lang);
-    behavior.setDescription("description", lang);
-    behavior.addTag("tag", lang);
-    behavior.addTriggerSentence("sentence", lang);
-    behavior.addLoadingResponse("response", lang);
-    behavior.addCondition("condition", lang);
-  }
-  behavior.trimExtraInfo({"en_GB", "fr_CA", "en", "de"}, {"fr_FR", "fr_CA", "es"});
-  EXPECT_THAT(behavior.names(), ElementsAre(Pair("en", "name"), Pair("en_GB", "name")));
-  EXPECT_EQ(behavior.descriptions().size(), 2U);
-  EXPECT_THAT(behavior.languagesToTags(), ElementsAre(Pair("fr_FR", ElementsAre("tag"))));
-  EXPECT_EQ(behavior.languagesToTriggerSentences().size(), 1U);
-  EXPECT_EQ(behavior.languagesToLoadingResponses().size(), 1U);
-  EXPECT_THAT(behavior.conditions("fr"), ElementsAre("condition"));
-  behavior.trimExtraInfo({""}, {});
-  EXPECT_EQ(behavior.names().size(), 2U);
-  EXPECT_TRUE(behavior.languagesToTags().empty());
 }

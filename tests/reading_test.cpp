@@ -36,29 +36,6 @@ TEST(Reading, TakesWhatItKnowsWhereverItStands)
   EXPECT_EQ(printed(package), contentOf(GOLDEN_FILES "/oddities.report.txt"));
 }
 
-TEST(Reading, AddsToWhatIsThereButSetsEveryRootAttribute)
-{
-  const std::string manifest = contentOf(GOLDEN_FILES "/oddities.xml");
-  PackageInfo package = loaded(manifest);
-  package.setPath("kept");
-  package.setName("name", "kept");
-  package.setDescription("description", "kept");
-  ASSERT_TRUE(package.loadFromManifestContent(manifest));
-  ASSERT_TRUE(package.loadFromManifestContent("<package uuid='x'/>"));
-  EXPECT_EQ(package.uuid(), "x");
-  EXPECT_EQ(package.version() + package.author() + package.organization() + package.date() +
-                package.typeVersion() + package.channel(),
-            "");
-  EXPECT_EQ(package.path(), "kept");
-  EXPECT_EQ(package.name("kept") + ' ' + package.description("kept"), "name description");
-  EXPECT_THAT((std::list{package.behaviors().size(), package.dialogs().size(),
-                         package.languages().size(), package.robotRequirements().size()}),
-              testing::Each(4U));
-  EXPECT_EQ(package.services().size() + package.executableFiles().size(), 12U);
-  EXPECT_EQ(package.supportedLanguages().size() + package.descriptionLanguages().size(), 5U);
-  EXPECT_EQ(package.names().size(), 5U);
-}
-
 TEST(Reading, ProcessesNamespacesInTextsButNotInFiles)
 {
   const std::string manifest = "<p xmlns:x='urn:x' x:uuid='u' version='1'/>";
