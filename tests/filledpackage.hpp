@@ -67,6 +67,18 @@ private:
   int count;
 };
 
+/// What a manifest can hold: permissions are no free texts.
+struct WritableValues : DistinctValues
+{
+  std::string text(const std::string& member)
+  {
+    const std::list<std::string>& permissions = vesk::BehaviorInfo::supportedPermissions();
+    return member == "permissions" ? *std::next(permissions.begin(), ++given % 4)
+                                   : DistinctValues::text(member);
+  }
+  int given = 0;
+};
+
 template <typename Record, typename Values = DistinctValues>
 Record filled(Values values = Values())
 {

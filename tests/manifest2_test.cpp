@@ -37,18 +37,6 @@ Lines differences(const Json& first, const Json& second)
   }
   return lines;
 }
-
-/// What a manifest can hold: permissions are no free texts.
-struct WritableValues : DistinctValues
-{
-  std::string text(const std::string& member)
-  {
-    const std::list<std::string>& permissions = BehaviorInfo::supportedPermissions();
-    return member == "permissions" ? *std::next(permissions.begin(), ++given % 4)
-                                   : DistinctValues::text(member);
-  }
-  int given = 0;
-};
 } // namespace
 
 TEST(BothReaders, ReadAllThatIsWrittenAndAddItToWhatIsThere)

@@ -34,13 +34,22 @@ XOValue resized(const XOValue& value, int size)
   return made;
 }
 
+struct Travelling : DistinctValues
+{
+  std::string text(const std::string& member)
+  {
+    return member == "categories" ? "" : DistinctValues::text(member);
+  }
+};
+
 /// Checks what is read of arrays of all sizes, of which those from \p least to \p most give more
 /// than nothing, and of parts of every kind.
 template <typename Handle>
 void expectParts(int least, int most)
 {
-  const XOValue whole = variantOf(filled<Handle>());
-  const Json all = heldIn(Handle(whole));
+  const auto original = filled<Handle, Travelling>();
+  const XOValue whole = variantOf(original);
+  const Json all = heldIn(original);
   const Json nothing = heldIn(Handle());
   const std::vector<std::string>& names = AnyConstReference(Handle()).memberNames();
   for (int size = 0; size <= 25; ++size)
@@ -87,24 +96,6 @@ TEST(Variant, HasTheLayoutThatModulesRelyOn)
   EXPECT_EQ(printed(variantOf(PackageInfo())), "[]");
 }
 
-TEST(Variant, MakesTheRoundTrip)
-{
-  auto package = filled<PackageInfo>();
-  PackageInfo read(variantOf(package));
-  EXPECT_NE(contentIn(read), contentIn(package));
-  for (BehaviorInfo& behavior : package.behaviors())
-  {
-    AnyReference(behavior).member("categories").set(""); // does not travel
-  }
-  EXPECT_EQ(contentIn(read), contentIn(package));
-  for (const std::string& path : exampleManifests())
-  {
-    PackageInfo example;
-    ASSERT_TRUE(example.loadFromManifestFile(path));
-    EXPECT_EQ(contentIn(PackageInfo(variantOf(example))), contentIn(example));
-  }
-}
-
 TEST(Variant, ReadsAnyLengthAndAnyPart)
 {
   expectParts<PackageInfo>(18, 20);
@@ -115,21 +106,20 @@ TEST(Variant, ReadsAnyLengthAndAnyPart)
 
 TEST(Variant, ReadsPackagesDialogsAndLanguagesByPosition)
 {
-  XOValue value = variantOf(filled<PackageInfo>());
+  XOValue value = variantOf(filled<PackageInfo, Travelling>());
   std::swap(value[2], value[3]);
   value[0][0] = true; // names do not count
   value[18][1][0][0][0] = "other";
   value[12][1][0][0][0] = "other";
-  Json expected = heldIn(PackageInfo(variantOf(filled<PackageInfo>())));
+  Json expected = heldIn(filled<PackageInfo, Travelling>());
   std::swap(expected["version"], expected["channel"]);
   EXPECT_EQ(heldIn(PackageInfo(value)), expected);
 }
 
 TEST(Variant, ReadsBehaviorsByName)
 {
-  const auto behavior = filled<BehaviorInfo>();
-  XOValue value;
-  behavior.toXOValue(value);
+  const auto behavior = filled<BehaviorInfo, Travelling>();
+  XOValue value = variantOf(behavior);
   XOValue twice; // backwards, each pair twice, and one that nothing is known of
   twice.arraySetSize(23);
   for (int i = 0; i < 11; ++i)
@@ -139,33 +129,22 @@ TEST(Variant, ReadsBehaviorsByName)
   }
   twice[22].arraySetSize(2);
   twice[22][0] = "unknown";
-  Json expected = heldIn(behavior);
-  expected["categories"] = "";
-  EXPECT_EQ(heldIn(BehaviorInfo(value)), expected);
-  for (const char* const member :
-       {"langToTags", "langToTriggerSentences", "langToLoadingResponses", "purposeToCondition"})
-  {
-    for (Json& texts : expected[member])
-    {
-      texts = merged(texts, texts);
-    }
-  }
-  expected["permissions"] = merged(expected["permissions"], expected["permissions"]);
-  EXPECT_EQ(heldIn(BehaviorInfo(twice)), expected);
+  EXPECT_EQ(heldIn(BehaviorInfo(twice)), merged(heldIn(behavior), heldIn(behavior)));
 
   AnyValue repeating(behavior);
   repeating.member("permissions").set(std::vector<std::string>{"A", "A", "B", "A"});
-  repeating.as<BehaviorInfo>().toXOValue(value);
+  value = variantOf(repeating.as<BehaviorInfo>());
   EXPECT_THAT(BehaviorInfo(value).permissions(), testing::ElementsAre("A", "B", "A"));
 }
 
 TEST(Variant, AddsToWhatIsThere)
 {
-  const XOValue value = variantOf(filled<PackageInfo>());
+  const auto original = filled<PackageInfo, Travelling>();
+  const XOValue value = variantOf(original);
   for (int size = 0; size <= 25; ++size)
   {
     auto package = filled<PackageInfo>(DistinctValues(1000));
-    Json added = heldIn(PackageInfo(value));
+    Json added = heldIn(original);
     for (std::size_t i = static_cast<std::size_t>(size); i < 20; ++i)
     {
       added[AnyConstReference(package).memberNames()[i]].clear();
@@ -185,14 +164,14 @@ TEST(Variant, AddsToWhatIsThere)
   fromXOValue(texts, value[8][1]);
   fromXOValue(lists, value[11][1][0][5][1]);
   fromXOValue(list, value[17][1]);
-  EXPECT_EQ(texts, filled<PackageInfo>().names());
+  EXPECT_EQ(texts, original.names());
   EXPECT_EQ(lists["de"].size(), 4U);
   EXPECT_EQ(list.size(), 4U);
 
   using boost::placeholders::_1;
   PackageInfo other;
   fromXOValue<DialogInfo>(boost::bind(&PackageInfo::addDialog, &other, _1), value[18][1]);
-  EXPECT_EQ(other.dialogs(), filled<PackageInfo>().dialogs());
+  EXPECT_EQ(other.dialogs(), original.dialogs());
   std::string called;
   fromXOValue(boost::function<void(const std::string&, const std::string&)>(
                   [&called](const std::string& text, const std::string& language)

@@ -49,16 +49,3 @@ TEST(XmlWriting, WritesOnlyPermissionsThatAreNames)
             "<behaviorContent path=\"\">\n<nature></nature>\n<permissions>\n<canStandUp/>\n<été/>\n"
             "<_a-1.b/>\n</permissions>\n</behaviorContent>\n");
 }
-
-TEST(XmlWriting, LoadsThroughTheOwnerOfARecord)
-{
-  BehaviorInfo source;
-  BehaviorInfo owner;
-  recordOf(owner) = recordOf(source); // takes over the pointer to the source as well
-  QDomDocument document;
-  document.setContent(QStringLiteral("<behaviorContent path='p'/>"));
-  QDomNode node = document.documentElement();
-  EXPECT_TRUE(recordOf(owner).loadFromManifest(node));
-  EXPECT_EQ(source.path(), "p");
-  EXPECT_EQ(owner.path(), "");
-}
