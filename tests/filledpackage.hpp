@@ -79,6 +79,15 @@ struct WritableValues : DistinctValues
   int given = 0;
 };
 
+/// What a variant can hold: everything but categories.
+struct TravellingValues : DistinctValues
+{
+  std::string text(const std::string& member)
+  {
+    return member == "categories" ? "" : DistinctValues::text(member);
+  }
+};
+
 template <typename Record, typename Values = DistinctValues>
 Record filled(Values values = Values())
 {
