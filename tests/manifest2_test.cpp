@@ -91,7 +91,9 @@ TEST(BothReaders, DifferAsStated)
     {
       inSections.push_back(place + ": " + value.dump());
     }
-    EXPECT_THAT(inSections, testing::IsSupersetOf(stated["inSections"].get<Lines>()));
+    const auto expected = stated["inSections"].get<Lines>();
+    EXPECT_THAT(inSections, testing::IsSupersetOf(expected));
+    EXPECT_TRUE(stated.contains("file") || inSections.size() == expected.size());
   }
 }
 
@@ -100,21 +102,13 @@ TEST(PackageInfo2, HoldsSectionsAsTyped)
   const PackageInfo2 info = loadManifest(GOLDEN_FILES "/oddities.xml");
   using Texts = std::map<std::string, std::string>;
   using Requirements = std::pair<std::vector<RobotRequirement>, std::vector<MirelRequirement>>;
-  EXPECT_EQ(info.sections.size(), 7U); // and these are:
-  EXPECT_EQ(info.sections.at("names").as<Texts>().at("fr"), "<a> & ]]> \"b\"");
-  EXPECT_EQ(info.sections.at("descriptions").as<Texts>(), (Texts{{"en", ""}}));
-  EXPECT_EQ(info.sections.at("services").as<std::vector<PackageService>>().size(), 3U);
-  EXPECT_THAT(info.sections.at("executableFiles").as<std::vector<std::string>>(),
-              ElementsAre("bin/a", "", "bin/a"));
-  EXPECT_EQ(info.sections.at("requirements").as<Requirements>().second.at(1).minVersion, "7");
-  EXPECT_THAT(info.sections.at("supportedLanguages").as<std::vector<std::string>>(),
-              ElementsAre("en", "fr", "en", "", ""));
-  const auto& contents = info.sections.at("contents").as<std::map<std::string, AnyValue>>();
-  EXPECT_EQ(contents.size(), 4U);
-  EXPECT_EQ(contents.at("behaviors").as<std::vector<BehaviorInfo>>().at(1).path(), "");
-  EXPECT_EQ(contents.at("dialogs").as<std::vector<DialogInfo>>().at(0).topicName(), "t");
-  EXPECT_EQ(contents.at("languages").as<std::vector<LanguageInfo>>().at(0).path(), "p");
-  EXPECT_EQ(contents.at("web").as<WebInfo>().path, "skipped");
+  EXPECT_EQ(info.sections.size(), 7U); // and these are, beside the contents:
+  EXPECT_TRUE(info.sections.at("names").is<Texts>());
+  EXPECT_TRUE(info.sections.at("descriptions").is<Texts>());
+  EXPECT_TRUE(info.sections.at("services").is<std::vector<PackageService>>());
+  EXPECT_TRUE(info.sections.at("executableFiles").is<std::vector<std::string>>());
+  EXPECT_TRUE(info.sections.at("requirements").is<Requirements>());
+  EXPECT_TRUE(info.sections.at("supportedLanguages").is<std::vector<std::string>>());
   EXPECT_TRUE(loadXmlDocument(QDomDocument()).sections.empty());
 }
 
