@@ -18,7 +18,8 @@ void checkLists()
   (behavior.*insert)("z", "fr", -1);
   (behavior.*insert)("w", "fr", 1);
   (behavior.*insert)("v", "fr", 4);
-  EXPECT_THAT((behavior.*read)("fr"), ElementsAre("x", "w", "y", "z", "v"));
+  (behavior.*insert)("u", "fr", 0);
+  EXPECT_THAT((behavior.*read)("fr"), ElementsAre("u", "x", "w", "y", "z", "v"));
 
   for (const char* text : {"a", "c", "a"})
   {
@@ -58,6 +59,9 @@ TEST(Behavior, ClaimsSupportedPermissionsOnce)
   EXPECT_THAT(BehaviorInfo::supportedPermissions(),
               ElementsAre("canRunInSleep", "canRunOnPod", "canStandUp", "canSitDown"));
   BehaviorInfo behavior;
+  behavior.setUserRequestable(true);
+  behavior.setUserRequestable(false);
+  EXPECT_FALSE(behavior.isUserRequestable());
   EXPECT_TRUE(behavior.addPermission("canSitDown"));
   EXPECT_TRUE(behavior.addPermission("canRunOnPod"));
   EXPECT_FALSE(behavior.addPermission("canRunOnPod"));

@@ -34,7 +34,7 @@ void expectAdds(const QString& name, const std::set<std::string>& attributes)
   QDomDocument document;
   document.setContent(QString::fromStdString(
       "<p><" + name.toStdString() + "/>" +
-      filled<PackageInfo, WritableValues>().saveToManifestContent().substr(38) + "</p>"));
+      filled<PackageInfo, KeptValues>().saveToManifestContent().substr(38) + "</p>"));
   const QDomNodeList elements = document.elementsByTagName(name);
   ASSERT_EQ(elements.size(), 4);
   const auto original = filled<Handle>(DistinctValues(1000));

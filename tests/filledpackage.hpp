@@ -67,25 +67,18 @@ private:
   int count;
 };
 
-/// What a manifest can hold: permissions are no free texts.
-struct WritableValues : DistinctValues
+/// The same, but only what a manifest and a variant keep: permissions are no free texts, and there are
+/// no categories.
+struct KeptValues : DistinctValues
 {
   std::string text(const std::string& member)
   {
     const std::list<std::string>& permissions = vesk::BehaviorInfo::supportedPermissions();
-    return member == "permissions" ? *std::next(permissions.begin(), ++given % 4)
-                                   : DistinctValues::text(member);
+    return member == "permissions"  ? *std::next(permissions.begin(), ++given % 4)
+           : member == "categories" ? ""
+                                    : DistinctValues::text(member);
   }
   int given = 0;
-};
-
-/// What a variant can hold: everything but categories.
-struct TravellingValues : DistinctValues
-{
-  std::string text(const std::string& member)
-  {
-    return member == "categories" ? "" : DistinctValues::text(member);
-  }
 };
 
 template <typename Record, typename Values = DistinctValues>

@@ -35,6 +35,8 @@ void expectDescribed(const Element& element, const std::string& path)
   check(element, path);
   EXPECT_EQ(element.example.empty(), element.holds != Holds::Text) << path;
   EXPECT_EQ(find(path), &element);
+  EXPECT_EQ(exampleOf(element).front(), '<');
+  EXPECT_EQ(exampleOf(element).back(), '>');
   for (const Attribute& attribute : element.attributes)
   {
     check(attribute, path + "/@" + attribute.name);
@@ -44,6 +46,12 @@ void expectDescribed(const Element& element, const std::string& path)
   for (const Element& child : element.children)
   {
     expectDescribed(child, path + '/' + child.name);
+    Texts homes;
+    for (const Element* const home : homesOf(child.name))
+    {
+      EXPECT_TRUE(homes.insert(home->name).second) << home->name; // each once
+    }
+    EXPECT_EQ(homes.count(element.name), 1U) << path;
   }
 }
 

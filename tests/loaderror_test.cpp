@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Errors as values, beside what is logged and thrown of the same manifests.
 #include "filledpackage.hpp"
+#include "manifestpattern.hpp"
 #include "support.hpp"
 
 #include <package/manifest2/loadmanifest.hpp>
@@ -29,11 +30,7 @@ struct Operation
 
 TEST(LoadErrors, AreTheSameOfEveryOperation)
 {
-  std::string nested;
-  for (int i = 0; i < 257; ++i)
-  {
-    nested += "<p>\n";
-  }
+  const std::string nested = expanded("{257*<p>\n}");
   const std::string uuid = "not read";
   const std::string before = described({"p", "m", 1, 2, true});
   for (const auto& [manifest, expected] :
@@ -54,6 +51,7 @@ TEST(LoadErrors, AreTheSameOfEveryOperation)
     QBuffer device;
     device.setData(QByteArray::fromStdString(manifest));
     device.open(QIODevice::ReadOnly);
+    EXPECT_FALSE(file.rename(file.fileName())); // an error, which is of no concern
     const CapturedLog captured;
     for (const auto& [pathInError, read, uuidOfPackage, uuidOfSections] :
          std::vector<Operation>{
@@ -96,6 +94,10 @@ TEST(LoadErrors, TellWhyAFileCannotBeRead)
   PackageInfo package;
   PackageInfo2 info;
   std::vector<LoadError> errors(5);
+  QBuffer written;
+  written.open(QIODevice::WriteOnly);
+  EXPECT_FALSE(package.readManifestDevice(written, errors[0]));
+  EXPECT_EQ(described(errors[0]), described({"", "is not open for reading"}));
   for (const auto& [path, why] :
        {std::pair(folder.path("missing"),
                   "cannot be opened for reading: No such file or directory"),

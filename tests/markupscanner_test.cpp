@@ -100,6 +100,11 @@ TEST(MarkupScanner, IsNotLostInWhatTheParserReads)
       continue;
     }
     ++wellFormed;
+    vesk::MarkupScanner scanner(vesk::Namespaces::Processed);
+    EXPECT_EQ(scanner.scan("<?a?><!--b-->"), -1);
+    EXPECT_TRUE(scanner.isInProlog());
+    EXPECT_EQ(scanner.scan(text), -1);
+    EXPECT_FALSE(scanner.isInProlog());
     const int size = text.size();
     const auto cut = [&] { return static_cast<int>(random() % 1000) * (size + 12) / 1000; };
     EXPECT_EQ(refusedAt(text + QString("<a>").repeated(257), cut(), cut()),

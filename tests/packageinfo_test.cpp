@@ -16,6 +16,9 @@ TEST(Package, GivesReferencesThatOutliveWhatIsAssignedOrMissing)
     const std::string& uuid = package.uuid();
     PackageInfo other;
     other.setUuid("u");
+    EXPECT_FALSE(other.hasBehavior());
+    other.addBehavior({});
+    EXPECT_TRUE(other.hasBehavior());
     package = other;
     EXPECT_EQ(uuid, "u");
   }
@@ -43,8 +46,6 @@ TEST(Package, ClearsOneFieldAtATime)
 {
   using P = PackageInfo;
   const auto package = filled<PackageInfo>();
-  EXPECT_TRUE(package.hasBehavior());
-  EXPECT_FALSE(PackageInfo().hasBehavior());
   for (const auto& [member, clear] :
        {std::pair("langToName", &P::clearNames), std::pair("services", &P::clearServices),
         std::pair("robotRequirements", &P::clearRobotRequirements),

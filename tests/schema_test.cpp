@@ -70,7 +70,7 @@ std::map<std::string, std::string> refusedBy(const Schema& schema,
 }
 
 /// Texts as people write them and worse. Only texts that a package can do without may be empty.
-struct RandomValues : WritableValues
+struct RandomValues : KeptValues
 {
   explicit RandomValues(unsigned seed) : random(seed) {}
   bool flag() { return below(2) == 1; }
@@ -82,7 +82,7 @@ struct RandomValues : WritableValues
     static const std::array<std::string, 5> texts{"", "a Z\n7\t", "&<b>]]>\"'", "é日本😀\x01\uFFFE",
                                                   "x"};
     const std::string& text = texts[below(texts.size())];
-    return member == "permissions"                                    ? WritableValues::text(member)
+    return member == "permissions"                                    ? KeptValues::text(member)
            : text.empty() && needed.find(member) != std::string::npos ? "x"
                                                                       : text;
   }

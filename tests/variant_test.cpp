@@ -39,7 +39,7 @@ XOValue resized(const XOValue& value, int size)
 template <typename Handle>
 void expectParts(int least, int most)
 {
-  const auto original = filled<Handle, TravellingValues>();
+  const auto original = filled<Handle, KeptValues>();
   const XOValue whole = variantOf(original);
   const Json all = heldIn(original);
   const Json nothing = heldIn(Handle());
@@ -98,19 +98,19 @@ TEST(Variant, ReadsAnyLengthAndAnyPart)
 
 TEST(Variant, ReadsPackagesDialogsAndLanguagesByPosition)
 {
-  XOValue value = variantOf(filled<PackageInfo, TravellingValues>());
+  XOValue value = variantOf(filled<PackageInfo, KeptValues>());
   std::swap(value[2], value[3]);
   value[0][0] = true; // names do not count
   value[18][1][0][0][0] = "other";
   value[12][1][0][0][0] = "other";
-  Json expected = heldIn(filled<PackageInfo, TravellingValues>());
+  Json expected = heldIn(filled<PackageInfo, KeptValues>());
   std::swap(expected["version"], expected["channel"]);
   EXPECT_EQ(heldIn(PackageInfo(value)), expected);
 }
 
 TEST(Variant, ReadsBehaviorsByName)
 {
-  const auto behavior = filled<BehaviorInfo, TravellingValues>();
+  const auto behavior = filled<BehaviorInfo, KeptValues>();
   XOValue value = variantOf(behavior);
   XOValue twice; // backwards, each pair twice, and one that nothing is known of
   twice.arraySetSize(23);
@@ -131,7 +131,7 @@ TEST(Variant, ReadsBehaviorsByName)
 
 TEST(Variant, AddsToWhatIsThere)
 {
-  const auto original = filled<PackageInfo, TravellingValues>();
+  const auto original = filled<PackageInfo, KeptValues>();
   const XOValue value = variantOf(original);
   for (int size = 0; size <= 25; ++size)
   {

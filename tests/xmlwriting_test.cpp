@@ -42,7 +42,7 @@ TEST(XmlWriting, WritesOnlyPermissionsThatAreNames)
   BehaviorInfo behavior;
   BehaviorInfoPrivate& record = recordOf(behavior);
   record.permissions = {"canStandUp", "",       "a b",           "1a", "<x/>", "a:b", "-a",
-                        "été",        "_a-1.b", "a\xEF\xBF\xBE", "a>"};
+                        "été",        "_a-1.b", "a\xEF\xBF\xBE", "a>", "ʰ",    "ª"};
   QDomDocument document;
   record.saveToManifest(document, document);
   EXPECT_EQ(serialize(document, 0),

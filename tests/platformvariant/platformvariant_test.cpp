@@ -11,7 +11,7 @@ using XO::XOValue;
 
 TEST(PlatformVariant, BringsPackagesThereAndBack)
 {
-  auto package = filled<PackageInfo, TravellingValues>();
+  auto package = filled<PackageInfo, KeptValues>();
   XOValue value;
   package.toXOValue(value);
   EXPECT_EQ(value.getSize(), 20);
