@@ -33,25 +33,20 @@ Accessor<Handle> field(const std::string& member, Key... key)
           [key...](const Handle& handle) { return first((handle.*get)(key...)); }};
 }
 
-/// A field that is a list, of which \p part of an element becomes "x".
-template <auto add, auto get, typename Handle, typename Item, typename Part>
-Accessor<Handle> list(const std::string& member, const Item& item, Part part)
+/// Operations on a list of items.
+template <auto add, auto get, typename Handle, typename Item>
+Accessor<Handle> items(const std::string& member, const Item& item)
 {
+  const auto all = [](const Handle& handle) { return contentIn((handle.*get)()); };
   return {member, [item](Handle& handle) { (handle.*add)(item); },
-          [part](const Handle& handle)
-          {
-            const std::list<Item>& items = (handle.*get)();
-            return items.empty() ? "" : std::invoke(part, items.front());
-          }};
+          [item, all](const Handle& handle)
+          { return all(handle) == contentIn(std::list<Item>{item}) ? "x" : ""; }};
 }
 
 const std::set<std::string> readingAddsAKey{"langToTriggerSentences", "langToLoadingResponses",
                                             "purposeToCondition"};
 const std::set<std::string> hasNoDuplicates{"supportedLanguages", "descriptionLanguages",
                                             "permissions"};
-
-template <typename Item>
-using Getter = const std::list<Item>& (PackageInfo::*)() const;
 
 /// Checks that every operation does what it says to its field, and nothing to others, to copies and
 /// to what is copied.
@@ -124,12 +119,6 @@ void expectInReport(const std::set<std::string>& leftOut = {})
 TEST(Accessors, ReachEveryFieldOfAPackage)
 {
   using P = PackageInfo;
-  BehaviorInfo behavior;
-  behavior.setPath("x");
-  DialogInfo dialog;
-  dialog.setTopicName("x");
-  LanguageInfo language;
-  language.setPath("x");
   expectAccess<P>(
       {field<&P::setUuid, &P::uuid, P>("uuid"),
        field<&P::setVersion, &P::version, P>("version"),
@@ -145,16 +134,16 @@ TEST(Accessors, ReachEveryFieldOfAPackage)
        field<&P::addSupportedLanguage, &P::supportedLanguages, P>("supportedLanguages"),
        field<&P::addDescriptionLanguage, &P::descriptionLanguages, P>("descriptionLanguages"),
        field<&P::addExecutableFile, &P::executableFiles, P>("executableFiles"),
-       list<&P::addService, &P::services, P>("services", PackageService{"", "x", false},
-                                             &PackageService::name),
-       list<&P::addRobotRequirement, &P::robotRequirements, P>(
-           "robotRequirements", RobotRequirement{"x", "", "", "", ""}, &RobotRequirement::model),
-       list<&P::addMirelRequirement, &P::mirelRequirements, P>(
-           "mirelRequirements", MirelRequirement{"x", ""}, &MirelRequirement::minVersion),
-       list<&P::addBehavior, Getter<BehaviorInfo>(&P::behaviors), P>("behaviors", behavior,
-                                                                     &BehaviorInfo::path),
-       list<&P::addDialog, &P::dialogs, P>("dialogs", dialog, &DialogInfo::topicName),
-       list<&P::addLanguage, &P::languages, P>("languages", language, &LanguageInfo::path)});
+       items<&P::addService, &P::services, P, PackageService>("services", {"a", "b", true}),
+       items<&P::addRobotRequirement, &P::robotRequirements, P, RobotRequirement>(
+           "robotRequirements", {}),
+       items<&P::addMirelRequirement, &P::mirelRequirements, P, MirelRequirement>(
+           "mirelRequirements", {}),
+       items<&P::addBehavior,
+             static_cast<const std::list<BehaviorInfo>& (P::*)() const>(&P::behaviors), P,
+             BehaviorInfo>("behaviors", {}),
+       items<&P::addDialog, &P::dialogs, P, DialogInfo>("dialogs", {}),
+       items<&P::addLanguage, &P::languages, P, LanguageInfo>("languages", {})});
 }
 
 TEST(Accessors, ReachEveryFieldOfADescriptor)

@@ -11,8 +11,6 @@ using XO::XOValue;
 
 namespace
 {
-using Texts = std::map<std::string, std::string>;
-
 template <typename Handle>
 XOValue variantOf(Handle handle)
 {
@@ -149,16 +147,6 @@ TEST(Variant, AddsToWhatIsThere)
     fromXOValue(package, resized(value, size));
     EXPECT_EQ(heldIn(package), expected) << size;
   }
-
-  Texts texts{{"en_US", "old"}};
-  std::map<std::string, std::list<std::string>> lists{{"de", {"first"}}};
-  std::list<std::string> list{"first"};
-  fromXOValue(texts, value[8][1]);
-  fromXOValue(lists, value[11][1][0][5][1]);
-  fromXOValue(list, value[17][1]);
-  EXPECT_EQ(texts, original.names());
-  EXPECT_EQ(lists["de"].size(), 4U);
-  EXPECT_EQ(list.size(), 4U);
 
   using boost::placeholders::_1;
   PackageInfo other;

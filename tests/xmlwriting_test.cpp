@@ -6,24 +6,10 @@
 #include <package/recordaccess.hpp>
 #include <package/xml/serializing.hpp>
 #include <package/xml/text.hpp>
-#include <package/xml/writing.hpp>
 
 #include <QDomDocument>
 
 using namespace vesk;
-
-TEST(XmlWriting, LeavesOutEmptyAttributesButWritesEmptyTexts)
-{
-  QDomDocument document;
-  QDomElement root = appendElement(document, document, "r");
-  addAttribute(root, "empty", "");
-  addAttribute(root, "blank", " ");
-  setAttribute(root, "set", "");
-  addTextNode(document, root, "");
-  addLocalizedDataElement(document, root, {}, "group", "item", "lang");
-  EXPECT_TRUE(createElement(document, "loose").parentNode().isNull());
-  EXPECT_EQ(serialize(document, 0), "<r blank=\" \" set=\"\"></r>\n");
-}
 
 TEST(XmlWriting, SerializesAsTheToolkitDoes)
 {

@@ -18,13 +18,15 @@ TEST(PlatformVariant, BringsPackagesThereAndBack)
   EXPECT_EQ(contentIn(PackageInfo(value)), contentIn(package));
 }
 
-TEST(PlatformVariant, TakesNoTextForAnArrayOfItsLength)
+TEST(PlatformVariant, TakesNeitherTextsNorEmptyValuesForArrays)
 {
   for (std::size_t size = 0; size <= 25; ++size)
   {
-    const XOValue text(std::string(size, 'x'));
-    EXPECT_EQ(contentIn(PackageInfo(text)), contentIn(PackageInfo()));
-    EXPECT_EQ(contentIn(vesk::BehaviorInfo(text)), contentIn(vesk::BehaviorInfo()));
-    EXPECT_EQ(vesk::DialogInfo(text), vesk::DialogInfo());
+    for (const XOValue& value : {XOValue(std::string(size, 'x')), XOValue()})
+    {
+      EXPECT_EQ(contentIn(PackageInfo(value)), contentIn(PackageInfo()));
+      EXPECT_EQ(contentIn(vesk::BehaviorInfo(value)), contentIn(vesk::BehaviorInfo()));
+      EXPECT_EQ(vesk::DialogInfo(value), vesk::DialogInfo());
+    }
   }
 }

@@ -3,51 +3,48 @@
 #define TESTS_PLATFORMVARIANT_XOVALUE_XOVALUE_HPP
 
 #include <string>
+#include <variant>
 #include <vector>
 
 namespace XO
 {
 
-/// The variant value as a robot may have it: only the operations on which packages may rely. The
-/// size of a text is its length; asking for elements of anything but an array ends the program.
+/// The variant value as a robot may have it: only the operations on which packages rely. The size of a
+/// text is its length, an empty value claims to be an array, and what is asked for elements must have
+/// them.
 class XOValue
 {
 public:
   XOValue() = default;
-  XOValue(const std::string& value) : kind(Kind::Text), text(value) {}
-  XOValue(bool value) : kind(Kind::Flag), flag(value) {}
-  XOValue& operator=(const char* value) { return *this = std::string(value); }
-  XOValue& operator=(bool value) { return *this = XOValue(value); }
+  XOValue(const std::string& text) : content(text) {}
+  XOValue(bool flag) : content(flag) {}
+  XOValue& operator=(const char* text) { return *this = XOValue(std::string(text)); }
+  XOValue& operator=(bool flag) { return *this = XOValue(flag); }
 
-  void arraySetSize(int size)
+  void arraySetSize(int size) { content = Values(static_cast<std::size_t>(size)); }
+  XOValue& operator[](int index)
   {
-    *this = XOValue();
-    kind = Kind::Array;
-    values.resize(static_cast<std::size_t>(size));
+    return std::get<Values>(content).at(static_cast<std::size_t>(index));
   }
-  XOValue& operator[](int index) noexcept { return values.at(static_cast<std::size_t>(index)); }
-  const XOValue& operator[](int index) const noexcept
+  const XOValue& operator[](int index) const
   {
-    return values.at(static_cast<std::size_t>(index));
+    return std::get<Values>(content).at(static_cast<std::size_t>(index));
   }
-  int getSize() const { return static_cast<int>(isArray() ? values.size() : text.size()); }
-  bool isArray() const { return kind == Kind::Array; }
-  bool isValid() const { return kind != Kind::Empty; }
-  operator const std::string&() const { return text; }
-  operator bool() const { return flag; }
+  int getSize() const
+  {
+    const auto* const text = std::get_if<std::string>(&content);
+    return isValid()
+               ? static_cast<int>(text != nullptr ? text->size() : std::get<Values>(content).size())
+               : 20;
+  }
+  bool isArray() const { return !isValid() || std::holds_alternative<Values>(content); }
+  bool isValid() const { return !std::holds_alternative<std::monostate>(content); }
+  operator const std::string&() const { return std::get<std::string>(content); }
+  operator bool() const { return std::get<bool>(content); }
 
 private:
-  enum class Kind
-  {
-    Empty,
-    Text,
-    Flag,
-    Array
-  };
-  Kind kind = Kind::Empty;
-  std::string text;
-  bool flag = false;
-  std::vector<XOValue> values;
+  using Values = std::vector<XOValue>;
+  std::variant<std::monostate, std::string, bool, Values> content;
 };
 
 } // namespace XO
