@@ -46,12 +46,11 @@ void expectDescribed(const Element& element, const std::string& path)
   for (const Element& child : element.children)
   {
     expectDescribed(child, path + '/' + child.name);
-    Texts homes;
-    for (const Element* const home : homesOf(child.name))
-    {
-      EXPECT_TRUE(homes.insert(home->name).second) << home->name; // each once
-    }
-    EXPECT_EQ(homes.count(element.name), 1U) << path;
+    const std::vector<const Element*> homes = homesOf(child.name);
+    EXPECT_EQ(std::count_if(homes.begin(), homes.end(),
+                            [&](auto home) { return home->name == element.name; }),
+              1)
+        << path;
   }
 }
 

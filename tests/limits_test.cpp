@@ -24,12 +24,7 @@ std::vector<std::string> complaints(const std::string& manifest)
         PackageInfo().loadFromManifestFile(path);
         PackageInfo().loadFromManifestContent(manifest);
         PackageInfo().loadFromManifestFile(file);
-        try
-        {
-          vesk::loadManifest(path);
-        }
-        catch (const std::runtime_error&) // and it is logged
-        {}
+        thrown<std::runtime_error>([&] { vesk::loadManifest(path); }); // and it is logged
       });
   static const QRegularExpression end(
       "^Syntax error in .*(?: at line |:)(\\d+)(?:, column |:)(\\d+: [^:]*)$",

@@ -17,14 +17,13 @@ namespace
 {
 using Lines = std::vector<std::string>;
 
-/// Where packages differ, as "place: in the first | in the second"; what is empty is nothing.
+/// Where packages differ, as "place: in the first | in the second"; what is empty is null.
 Lines differences(const Json& first, const Json& second)
 {
   const Json left = first.flatten();
   const Json right = second.flatten();
   Json places = left;
   places.update(right);
-  const auto shown = [](const Json& value) { return value.is_null() ? "nothing" : value.dump(); };
   Lines lines;
   for (const auto& [place, any] : places.items())
   {
@@ -32,7 +31,7 @@ Lines differences(const Json& first, const Json& second)
     const Json inSecond = right.value(place, Json());
     if (inFirst != inSecond)
     {
-      lines.push_back(place + ": " + shown(inFirst) + " | " + shown(inSecond));
+      lines.push_back(place + ": " + inFirst.dump() + " | " + inSecond.dump());
     }
   }
   return lines;

@@ -52,6 +52,8 @@ TEST(Reading, LogsWhyAFileOrTextCannotBeRead)
   const std::string missing = folder.path("missing.xml");
   const std::string malformed = "<package uuid='x'>\n <names></package>";
   const std::string path = folder.file("malformed.xml", malformed);
+  const std::string place = " at line 2, column 18: tag mismatch";
+  const std::string unreadable = "/proc/self/mem"; // but it opens
   QFile file(QString::fromStdString(path));
   const auto load = [&](const std::string& from)
   {
@@ -61,14 +63,10 @@ TEST(Reading, LogsWhyAFileOrTextCannotBeRead)
   };
   for (const auto& [from, message] :
        {std::pair(missing, "Could not open " + missing + " for reading"),
-        std::pair(path, "Syntax error in " + path + " at line 2, column 18: tag mismatch"),
-        std::pair(malformed,
-                  "Syntax error in " + malformed + " at line 2, column 18: tag mismatch"),
-        // It opens, but cannot be read.
-        std::pair(
-            std::string("/proc/self/mem"),
-            std::string(
-                "Syntax error in /proc/self/mem at line 1, column 1: unexpected end of file"))})
+        std::pair(path, "Syntax error in " + path + place),
+        std::pair(malformed, "Syntax error in " + malformed + place),
+        std::pair(unreadable, "Syntax error in " + unreadable +
+                                  " at line 1, column 1: unexpected end of file")})
   {
     captured.messages.clear();
     EXPECT_FALSE(load(from));

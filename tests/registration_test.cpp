@@ -77,13 +77,6 @@ TEST(Registration, PublishesMembersInOrder)
             typeOf<std::list<MirelRequirement>>());
 }
 
-TEST(Registration, JsonShowsWhateverIsDescribed)
-{
-  using Values = std::vector<AnyValue>;
-  const AnyValue value(std::map<int, Values>{{-1, {2.5F, "x\xFF", {}, Values{true}}}});
-  EXPECT_EQ(tool::toJson(value, -1), "[[-1,[2.5,\"x\xEF\xBF\xBD\",null,[true]]]]");
-}
-
 TEST(Registration, ReachesTheRecordOfAPackage)
 {
   PackageInfo package;

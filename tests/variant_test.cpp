@@ -61,14 +61,9 @@ void expectParts(int least, int most)
       Json expected = all;
       Json& part = expected[names[i]];
       part.clear();
-      if (part.is_string() && names[i] != "categories")
-      {
-        part = other.toString();
-      }
-      else if (part.is_boolean())
-      {
-        part = other.toBool();
-      }
+      part = part.is_boolean()                              ? Json(other.toBool())
+             : part.is_string() && names[i] != "categories" ? Json(other.toString())
+                                                            : part;
       EXPECT_EQ(heldIn(Handle(value)), expected) << names[i] << other;
     }
   }
