@@ -53,15 +53,16 @@ int refusedAt(const QString& text, int firstCut, int secondCut)
 }
 
 /// A random text that is well-formed now and then: what begins markup and what ends it, with up to
-/// three of what may confuse between them.
+/// four of what may confuse between them.
 QString randomText(std::mt19937& random)
 {
-  static const QStringList outer = QString("<a|>,<a|/>,<a b='|'>,<a xmlns:c=\"|\"/>,<!--|-->,"
-                                           "<![CDATA[|]]>,<?p |?>,</a|>,|")
-                                       .split(',');
+  static const QStringList outer =
+      QString(R"(<a|>,<a|/>,<a b='|'>,<a xmlns:c="|"/>,<!--|-->,<![CDATA[|]]>,<?p |?>,</a|>,|)")
+          .split(',');
   static const QStringList inner =
-      QString("<,</a>,<a>,/,>,',\",-,],?,!,:, ,t,<!--,-->,]]>,?>, b=', xmlns:c='u',xmlns:d='u',"
-              " axmlns:e='u', xmlns='u',\txmlns:f = \"u\"")
+      QString(
+          R"(<,</a>,<a>,/,>,',",-,-,-,],],?,?,!,:,t,<!--,-->,]]>,?>, b=', xmlns:c='u',xmlns:d='u',)"
+          R"( axmlns:e='u', xmlns='u', xmlns:f = "u")")
           .split(',');
   const auto oneOf = [&random](const QStringList& all)
   { return all[static_cast<int>(random() % static_cast<unsigned>(all.size()))]; };
@@ -70,7 +71,7 @@ QString randomText(std::mt19937& random)
   {
     const QStringList ends = oneOf(outer).split('|');
     text += ends[0];
-    for (std::size_t within = random() % 4; within > 0; --within)
+    for (std::size_t within = random() % 5; within > 0; --within)
     {
       text += oneOf(inner);
     }
