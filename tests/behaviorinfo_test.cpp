@@ -19,7 +19,8 @@ void checkLists(bool readingAddsAKey)
   (behavior.*insert)("z", "fr", -1);
   (behavior.*insert)("w", "fr", 1);
   (behavior.*insert)("v", "fr", 4);
-  EXPECT_THAT((behavior.*read)("fr"), ElementsAre("x", "w", "y", "z", "v"));
+  (behavior.*insert)("u", "fr", 0);
+  EXPECT_THAT((behavior.*read)("fr"), ElementsAre("u", "x", "w", "y", "z", "v"));
 
   for (const char* text : {"a", "c", "a"})
   {
@@ -62,6 +63,9 @@ TEST(Behavior, ClaimsSupportedPermissionsOnce)
   EXPECT_THAT(BehaviorInfo::supportedPermissions(),
               ElementsAre("canRunInSleep", "canRunOnPod", "canStandUp", "canSitDown"));
   BehaviorInfo behavior;
+  behavior.setUserRequestable(true);
+  behavior.setUserRequestable(false);
+  EXPECT_FALSE(behavior.isUserRequestable());
   EXPECT_TRUE(behavior.addPermission("canSitDown"));
   EXPECT_TRUE(behavior.addPermission("canRunOnPod"));
   EXPECT_FALSE(behavior.addPermission("canRunOnPod"));
@@ -71,28 +75,4 @@ TEST(Behavior, ClaimsSupportedPermissionsOnce)
   EXPECT_TRUE(behavior.removePermission("canSitDown"));
   EXPECT_FALSE(behavior.removePermission("canSitDown"));
   EXPECT_FALSE(behavior.hasPermission("canSitDown"));
-}
-
-TEST(Behavior, TrimsTextsByDescriptionLanguagesAndListsBySupportedOnes)
-{
-  BehaviorInfo behavior;
-  for (const char* lang : {"", "en", "en_GB", "fr", "fr_FR"})
-  {
-    behavior.setName("name", lang);
-    behavior.setDescription("description", lang);
-    behavior.addTag("tag", lang);
-    behavior.addTriggerSentence("sentence", lang);
-    behavior.addLoadingResponse("response", lang);
-    behavior.addCondition("condition", lang);
-  }
-  behavior.trimExtraInfo({"en_GB", "fr_CA", "en", "de"}, {"fr_FR", "fr_CA", "es"});
-  EXPECT_THAT(behavior.names(), ElementsAre(Pair("en", "name"), Pair("en_GB", "name")));
-  EXPECT_EQ(behavior.descriptions().size(), 2U);
-  EXPECT_THAT(behavior.languagesToTags(), ElementsAre(Pair("fr_FR", ElementsAre("tag"))));
-  EXPECT_EQ(behavior.languagesToTriggerSentences().size(), 1U);
-  EXPECT_EQ(behavior.languagesToLoadingResponses().size(), 1U);
-  EXPECT_THAT(behavior.conditions("fr"), ElementsAre("condition"));
-  behavior.trimExtraInfo({""}, {});
-  EXPECT_EQ(behavior.names().size(), 2U);
-  EXPECT_TRUE(behavior.languagesToTags().empty());
 }

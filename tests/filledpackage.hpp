@@ -64,6 +64,20 @@ private:
   int count;
 };
 
+/// The same, but only what a manifest and a variant keep: permissions are no free texts, and there are
+/// no categories.
+struct KeptValues : DistinctValues
+{
+  std::string text(const std::string& member)
+  {
+    const std::list<std::string>& permissions = vesk::BehaviorInfo::supportedPermissions();
+    return member == "permissions"  ? *std::next(permissions.begin(), ++given % 4)
+           : member == "categories" ? ""
+                                    : DistinctValues::text(member);
+  }
+  int given = 0;
+};
+
 template <typename Record, typename Values = DistinctValues>
 Record filled(Values values = Values())
 {

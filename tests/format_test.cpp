@@ -35,6 +35,8 @@ void expectDescribed(const Element& element, const std::string& path)
   check(element, path);
   EXPECT_EQ(element.example.empty(), element.holds != Holds::Text) << path;
   EXPECT_EQ(find(path), &element);
+  EXPECT_EQ(exampleOf(element).front(), '<');
+  EXPECT_EQ(exampleOf(element).back(), '>');
   for (const Attribute& attribute : element.attributes)
   {
     check(attribute, path + "/@" + attribute.name);
@@ -44,6 +46,12 @@ void expectDescribed(const Element& element, const std::string& path)
   for (const Element& child : element.children)
   {
     expectDescribed(child, path + '/' + child.name);
+    EXPECT_TRUE(child.isRepeatable || element.holds != Holds::Entries) << path;
+    const std::vector<const Element*> homes = homesOf(child.name);
+    EXPECT_EQ(std::count_if(homes.begin(), homes.end(),
+                            [&](auto home) { return home->name == element.name; }),
+              1)
+        << path;
   }
 }
 

@@ -43,3 +43,13 @@ separate_arguments(options UNIX_COMMAND "${flags} ${out}")
 run(${CXX} -std=c++17 -fPIC ${EXAMPLES_DIR}/edit.cpp -o ${WORK_DIR}/edit ${options}
     -Wl,-rpath,${PREFIX}/${LIB_DIR})
 expect_edits(${WORK_DIR}/edit)
+
+# The types can be looked up by their names only, also by a linker that drops what is not called.
+file(WRITE ${WORK_DIR}/names.cpp [[
+#include <package/interop/registration.hpp>
+#include <vesk/typesystem.hpp>
+int main() { return vesk::arePackageTypesRegistered() && vesk::getStruct("::vesk::PackageInfoPrivate") ? 0 : 1; }
+]])
+run(${CXX} -std=c++17 -fPIC ${WORK_DIR}/names.cpp -o ${WORK_DIR}/names -Wl,--as-needed ${options}
+    -Wl,-rpath,${PREFIX}/${LIB_DIR})
+run(${WORK_DIR}/names)

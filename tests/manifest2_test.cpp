@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // The second reader, beside the first.
-#include "filledpackage.hpp"
+#include "merged.hpp"
 #include "support.hpp"
 
 #include <package/manifest2/loadmanifest.hpp>
 
 #include <QDomDocument>
-#include <nlohmann/json.hpp>
 
 #include <utility>
 
@@ -18,35 +17,65 @@ namespace
 {
 using Lines = std::vector<std::string>;
 
-/// Where packages differ, as "place: in the first | in the second"; what is empty is nothing.
-Lines differences(const PackageInfo& first, const PackageInfo& second)
+/// Where packages differ, as "place: in the first | in the second"; what is empty is null.
+Lines differences(const Json& first, const Json& second)
 {
-  const nlohmann::json left = nlohmann::json::parse(contentIn(first)).flatten();
-  const nlohmann::json right = nlohmann::json::parse(contentIn(second)).flatten();
-  nlohmann::json places = left;
+  const Json left = first.flatten();
+  const Json right = second.flatten();
+  Json places = left;
   places.update(right);
-  const auto shown = [](const nlohmann::json& value)
-  { return value.is_null() ? "nothing" : value.dump(); };
   Lines lines;
   for (const auto& [place, any] : places.items())
   {
-    const nlohmann::json inFirst = left.value(place, nlohmann::json());
-    const nlohmann::json inSecond = right.value(place, nlohmann::json());
+    const Json inFirst = left.value(place, Json());
+    const Json inSecond = right.value(place, Json());
     if (inFirst != inSecond)
     {
-      lines.push_back(place + ": " + shown(inFirst) + " | " + shown(inSecond));
+      lines.push_back(place + ": " + inFirst.dump() + " | " + inSecond.dump());
     }
   }
   return lines;
 }
 } // namespace
 
+TEST(BothReaders, ReadAllThatIsWrittenAndAddItToWhatIsThere)
+{
+  const TemporaryFolder folder;
+  const std::string path = folder.path("m.xml");
+  const auto written = filled<PackageInfo, KeptValues>();
+  ASSERT_TRUE(written.saveToManifestFile(path));
+  PackageInfo2 info = loadManifest(path);
+  info.installer = written.installer();
+  info.path = written.path();
+  info.sections["unknown"] = 1;
+  info.sections["supportedLanguages"] = written.supportedLanguages(); // a list, and no vector
+  info.contents()["dialogs"] = written.dialogs();
+  Json expected = heldIn(written);
+  expected["descriptionLanguages"].clear();
+  EXPECT_THAT(differences(heldIn(PackageInfo(info)), expected), IsEmpty());
+
+  Json all = heldIn(written);
+  all["installer"] = all["path"] = "";
+  PackageInfo package;
+  ASSERT_TRUE(package.loadFromManifestFile(path));
+  EXPECT_THAT(differences(heldIn(package), all), IsEmpty());
+  package = filled<PackageInfo>(DistinctValues(1000));
+  for (const auto& [manifest, added] :
+       {std::pair(contentOf(path), all), std::pair(std::string("<p/>"), heldIn(PackageInfo()))})
+  {
+    expected = merged(heldIn(package), added);
+    expected["installer"] = package.installer();
+    expected["path"] = package.path();
+    ASSERT_TRUE(package.loadFromManifestContent(manifest));
+    EXPECT_THAT(differences(heldIn(package), expected), IsEmpty());
+  }
+}
+
 // golden/readers.json states every difference, and some of what sections hold.
 TEST(BothReaders, DifferAsStated)
 {
   const TemporaryFolder folder;
-  for (const nlohmann::json& stated :
-       nlohmann::json::parse(contentOf(GOLDEN_FILES "/readers.json")))
+  for (const Json& stated : Json::parse(contentOf(GOLDEN_FILES "/readers.json")))
   {
     SCOPED_TRACE(stated["what"].get<std::string>());
     const std::string path = stated.contains("file")
@@ -55,14 +84,17 @@ TEST(BothReaders, DifferAsStated)
     PackageInfo package;
     ASSERT_TRUE(package.loadFromManifestFile(path));
     const PackageInfo2 info = loadManifest(path);
-    EXPECT_EQ(differences(package, PackageInfo(info)), stated["differences"].get<Lines>());
-    const nlohmann::json sections = nlohmann::json::parse(contentIn(info.sections)).flatten();
+    EXPECT_EQ(differences(heldIn(package), heldIn(PackageInfo(info))),
+              stated["differences"].get<Lines>());
+    const Json sections = heldIn(info.sections).flatten();
     Lines inSections;
     for (const auto& [place, value] : sections.items())
     {
       inSections.push_back(place + ": " + value.dump());
     }
-    EXPECT_THAT(inSections, testing::IsSupersetOf(stated["inSections"].get<Lines>()));
+    const auto expected = stated["inSections"].get<Lines>();
+    EXPECT_THAT(inSections, testing::IsSupersetOf(expected));
+    EXPECT_TRUE(stated.contains("file") || inSections.size() == expected.size());
   }
 }
 
@@ -71,21 +103,13 @@ TEST(PackageInfo2, HoldsSectionsAsTyped)
   const PackageInfo2 info = loadManifest(GOLDEN_FILES "/oddities.xml");
   using Texts = std::map<std::string, std::string>;
   using Requirements = std::pair<std::vector<RobotRequirement>, std::vector<MirelRequirement>>;
-  EXPECT_EQ(info.sections.size(), 7U); // and these are:
-  EXPECT_EQ(info.sections.at("names").as<Texts>().at("fr"), "<a> & ]]> \"b\"");
-  EXPECT_EQ(info.sections.at("descriptions").as<Texts>(), (Texts{{"en", ""}}));
-  EXPECT_EQ(info.sections.at("services").as<std::vector<PackageService>>().size(), 3U);
-  EXPECT_THAT(info.sections.at("executableFiles").as<std::vector<std::string>>(),
-              ElementsAre("bin/a", "", "bin/a"));
-  EXPECT_EQ(info.sections.at("requirements").as<Requirements>().second.at(1).minVersion, "7");
-  EXPECT_THAT(info.sections.at("supportedLanguages").as<std::vector<std::string>>(),
-              ElementsAre("en", "fr", "en", "", ""));
-  const auto& contents = info.sections.at("contents").as<std::map<std::string, AnyValue>>();
-  EXPECT_EQ(contents.size(), 4U);
-  EXPECT_EQ(contents.at("behaviors").as<std::vector<BehaviorInfo>>().at(1).path(), "");
-  EXPECT_EQ(contents.at("dialogs").as<std::vector<DialogInfo>>().at(0).topicName(), "t");
-  EXPECT_EQ(contents.at("languages").as<std::vector<LanguageInfo>>().at(0).path(), "p");
-  EXPECT_EQ(contents.at("web").as<WebInfo>().path, "skipped");
+  EXPECT_EQ(info.sections.size(), 7U); // and these are, beside the contents:
+  EXPECT_TRUE(info.sections.at("names").is<Texts>());
+  EXPECT_TRUE(info.sections.at("descriptions").is<Texts>());
+  EXPECT_TRUE(info.sections.at("services").is<std::vector<PackageService>>());
+  EXPECT_TRUE(info.sections.at("executableFiles").is<std::vector<std::string>>());
+  EXPECT_TRUE(info.sections.at("requirements").is<Requirements>());
+  EXPECT_TRUE(info.sections.at("supportedLanguages").is<std::vector<std::string>>());
   EXPECT_TRUE(loadXmlDocument(QDomDocument()).sections.empty());
 }
 
@@ -104,29 +128,37 @@ TEST(PackageInfo2, ReferencesAreToWhatIsStoredAndConstAccessorsCopy)
   info.dialogs().clear();
   info.languages().clear();
   info.web().path = "changed";
-  EXPECT_EQ(copy.behaviors().front().path() + copy.web().path, "bskipped");
-  EXPECT_EQ(copy.dialogs().size() + copy.languages().size(), 4U);
+  EXPECT_EQ(copy.behaviors().front().path(), "b");
+  EXPECT_EQ(copy.web().path, "skipped");
+  EXPECT_EQ(copy.dialogs().size(), 2U);
+  EXPECT_EQ(copy.languages().size(), 2U);
   const PackageInfo2 moved = std::move(info);
-  EXPECT_EQ(moved.behaviors().front().path() + moved.web().path, "changedchanged");
+  EXPECT_EQ(moved.behaviors().front().path(), "changed");
+  EXPECT_EQ(moved.web().path, "changed");
   EXPECT_EQ(moved.contents().size(), 4U);
 }
 
 TEST(PackageInfo2, MakesEmptyListsButNoWebContent)
 {
   PackageInfo2 info;
-  EXPECT_EQ(std::as_const(info).contents().size() + std::as_const(info).behaviors().size() +
-                std::as_const(info).dialogs().size() + std::as_const(info).languages().size(),
-            0U);
-  EXPECT_EQ(std::as_const(info).web().path, "");
+  const PackageInfo2& unchanged = info;
+  EXPECT_THAT(unchanged.contents(), IsEmpty());
+  EXPECT_THAT(unchanged.behaviors(), IsEmpty());
+  EXPECT_THAT(unchanged.dialogs(), IsEmpty());
+  EXPECT_THAT(unchanged.languages(), IsEmpty());
+  EXPECT_EQ(unchanged.web().path, "");
   EXPECT_THAT(info.sections, IsEmpty());
-  EXPECT_EQ(info.behaviors().size() + info.dialogs().size() + info.languages().size(), 0U);
-  EXPECT_EQ(info.contents().size(), 3U);
+  EXPECT_THAT(info.behaviors(), IsEmpty());
+  EXPECT_THAT(info.dialogs(), IsEmpty());
+  EXPECT_THAT(info.languages(), IsEmpty());
+  EXPECT_EQ(heldIn(info.contents()),
+            Json::parse(R"({"behaviors":[],"dialogs":[],"languages":[]})"));
   for (int i = 0; i < 2; ++i)
   {
     EXPECT_EQ(thrown<std::runtime_error>([&info] { info.web(); }), "Type mismatch");
     EXPECT_FALSE(info.contents().at("web").isValid());
   }
-  EXPECT_THROW(std::as_const(info).web(), ConversionError);
+  EXPECT_THROW(unchanged.web(), ConversionError);
   EXPECT_EQ(contentIn(PackageInfo(info)), contentIn(PackageInfo()));
   info.contents()["web"] = WebInfo{"html"};
   EXPECT_EQ(info.web().path, "html");
@@ -147,31 +179,6 @@ TEST(PackageInfo2, TakesOtherTypesByValueOnly)
   EXPECT_THROW(PackageInfo{info}, ConversionError);
 }
 
-TEST(PackageInfo2, ConvertsToAPackageWhateverTheListsAre)
-{
-  auto package = filled<PackageInfo>();
-  package.clearDescriptionLanguages();
-  PackageInfo2 info{package.uuid(),         package.version(),
-                    package.author(),       package.channel(),
-                    package.organization(), package.date(),
-                    package.typeVersion(),  package.installer(),
-                    package.path(),         {}};
-  info.sections = {
-      {"names", package.names()},
-      {"descriptions", package.descriptions()},
-      {"services", package.services()},
-      {"executableFiles", package.executableFiles()},
-      {"requirements", std::pair(package.robotRequirements(), package.mirelRequirements())},
-      {"supportedLanguages", package.supportedLanguages()},
-      {"unknown", 1}};
-  info.contents() = {{"behaviors", package.behaviors()},
-                     {"dialogs", package.dialogs()},
-                     {"languages", package.languages()},
-                     {"web", AnyValue()},
-                     {"unknown", 1}};
-  EXPECT_EQ(contentIn(PackageInfo(info)), contentIn(package));
-}
-
 TEST(LoadManifest, ThrowsWhatItLogs)
 {
   const TemporaryFolder folder;
@@ -188,8 +195,9 @@ TEST(LoadManifest, ThrowsWhatItLogs)
     EXPECT_EQ(thrown<std::runtime_error>([&path = path] { loadManifest(path); }), expected);
     const log::Message& logged = captured.messages.back();
     EXPECT_EQ(logged.level, log::Level::Error);
-    EXPECT_EQ(logged.category + ' ' + logged.function + ' ' + logged.text,
-              "vesk.package.info loadManifest " + expected);
+    EXPECT_EQ(logged.category, "vesk.package.info");
+    EXPECT_EQ(logged.function, "loadManifest");
+    EXPECT_EQ(logged.text, expected);
   }
   log::addCategory("vesk.package.info").setLevel(log::Level::Fatal);
   EXPECT_EQ(thrown<std::runtime_error>([&missing] { loadManifest(missing); }), message);

@@ -1,31 +1,31 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "merged.hpp"
 #include "support.hpp"
 
 #include <package/packageinfo.hpp>
 
 using testing::ElementsAre;
-using testing::Pair;
 using vesk::PackageInfo;
 
-TEST(Package, GivesTextsForExactlyTheirLanguage)
+TEST(Package, GivesReferencesThatOutliveWhatIsAssignedOrMissing)
 {
   const std::string* missing = nullptr;
   {
     PackageInfo package;
-    package.setName("A", "en");
-    package.setName("B", "en");
-    package.setDescription("C", "en");
-    EXPECT_THAT(package.names(), ElementsAre(Pair("en", "B")));
-    EXPECT_EQ(package.description("en") + package.description("fr"), "C");
     missing = &package.name("fr");
-    package.clearNames();
-    EXPECT_TRUE(package.names().empty());
-    EXPECT_EQ(package.descriptions().size(), 1U);
+    const std::string& uuid = package.uuid();
+    PackageInfo other;
+    other.setUuid("u");
+    EXPECT_FALSE(other.hasBehavior());
+    other.addBehavior({});
+    EXPECT_TRUE(other.hasBehavior());
+    package = other;
+    EXPECT_EQ(uuid, "u");
   }
   EXPECT_EQ(*missing, "");
 }
 
-TEST(Package, HoldsALanguageOnce)
+TEST(Package, HoldsALanguageOnceUntilItIsRemoved)
 {
   PackageInfo package;
   for (const char* language : {"en", "fr", "en", "EN"})
@@ -33,69 +33,29 @@ TEST(Package, HoldsALanguageOnce)
     package.addSupportedLanguage(language);
     package.addDescriptionLanguage(language);
   }
-  EXPECT_THAT(package.supportedLanguages(), ElementsAre("en", "fr", "EN"));
-  EXPECT_EQ(package.descriptionLanguages(), package.supportedLanguages());
   package.removeSupportedLanguage(package.supportedLanguages().front());
   package.removeSupportedLanguage("de");
   package.removeDescriptionLanguage("fr");
   EXPECT_THAT(package.supportedLanguages(), ElementsAre("fr", "EN"));
   EXPECT_THAT(package.descriptionLanguages(), ElementsAre("en", "EN"));
-  package.clearSupportedLanguages();
-  EXPECT_EQ(package.supportedLanguages().size() + package.descriptionLanguages().size(), 2U);
-  package.clearDescriptionLanguages();
-  EXPECT_TRUE(package.descriptionLanguages().empty());
 }
 
-TEST(Package, AppendsToEveryListAndClearsIt)
+TEST(Package, ClearsOneFieldAtATime)
 {
-  PackageInfo package;
-  EXPECT_FALSE(package.hasBehavior());
-  const auto sizes = [&package]
+  using P = PackageInfo;
+  const auto package = filled<PackageInfo>();
+  for (const auto& [member, clear] :
+       {std::pair("langToName", &P::clearNames), std::pair("services", &P::clearServices),
+        std::pair("robotRequirements", &P::clearRobotRequirements),
+        std::pair("mirelRequirements", &P::clearMirelRequirements),
+        std::pair("behaviors", &P::clearBehaviors), std::pair("dialogs", &P::clearDialogs),
+        std::pair("supportedLanguages", &P::clearSupportedLanguages),
+        std::pair("descriptionLanguages", &P::clearDescriptionLanguages)})
   {
-    return std::list{package.services().size(),  package.robotRequirements().size(),
-                     package.dialogs().size(),   package.mirelRequirements().size(),
-                     package.behaviors().size(), package.executableFiles().size(),
-                     package.languages().size()};
-  };
-  for (const std::size_t size : {1U, 2U})
-  {
-    package.addService({"start", "name", true});
-    package.addExecutableFile("bin/a");
-    package.addRobotRequirement({"model", "1", "2", "3", "4"});
-    package.addMirelRequirement({"1", "2"});
-    package.addBehavior({});
-    package.addDialog({});
-    package.addLanguage({});
-    EXPECT_THAT(sizes(), testing::Each(size));
+    PackageInfo cleared(package);
+    (cleared.*clear)();
+    Json expected = heldIn(package);
+    expected[member].clear();
+    EXPECT_EQ(heldIn(cleared), expected) << member;
   }
-  EXPECT_TRUE(package.hasBehavior());
-  package.clearServices();
-  package.clearRobotRequirements();
-  package.clearMirelRequirements();
-  package.clearBehaviors();
-  package.clearDialogs();
-  EXPECT_THAT(sizes(), ElementsAre(0, 0, 0, 0, 0, 2, 2));
-}
-
-TEST(Package, TrimsItselfAndItsBehaviors)
-{
-  PackageInfo package;
-  package.setName("A", "en_US");
-  package.setName("B", "fr_FR");
-  package.setDescription("C", "fr_FR");
-  package.addDescriptionLanguage("en");
-  package.addSupportedLanguage("fr");
-  package.addBehavior({});
-  vesk::BehaviorInfo& behavior = package.behaviors().front();
-  behavior.setName("D", "fr_FR");
-  behavior.addTag("t", "fr_FR");
-  behavior.addTag("t", "en_US");
-  package.trimExtraInfo();
-  EXPECT_THAT(package.names(), ElementsAre(Pair("en_US", "A")));
-  EXPECT_TRUE(package.descriptions().empty() && behavior.names().empty());
-  EXPECT_THAT(behavior.languagesToTags(), ElementsAre(Pair("fr_FR", ElementsAre("t"))));
-  EXPECT_THAT(package.supportedLanguages(), ElementsAre("fr"));
-  package.clearDescriptionLanguages();
-  package.trimExtraInfo();
-  EXPECT_TRUE(package.names().empty());
 }

@@ -77,24 +77,31 @@ void expectSameAsToolkit(QByteArray bytes)
   ASSERT_EQ(parsed(text), parsedByToolkit(text, true)) << bytes.toStdString();
 }
 
-std::vector<QByteArray> documents()
+/// Gives its bytes one at a time, in the middle of characters as well.
+struct SlowBuffer : QBuffer
 {
-  std::vector<std::string> paths = exampleManifests();
-  paths.emplace_back(GOLDEN_FILES "/oddities.xml");
-  paths.emplace_back(GOLDEN_FILES "/document-type.xml");
-  std::vector<QByteArray> all(paths.size());
-  std::transform(paths.begin(), paths.end(), all.begin(),
-                 [](const std::string& path)
-                 { return QByteArray::fromStdString(contentOf(path)); });
-  return all;
-}
+  using QBuffer::QBuffer;
+  qint64 readData(char* data, qint64 size) override
+  {
+    return QBuffer::readData(data, std::min<qint64>(size, 1));
+  }
+};
 } // namespace
 
 TEST(Parsing, GivesTheSameOfWholeDocumentsInEveryEncoding)
 {
-  for (const QByteArray& document : documents())
+  std::vector<std::string> paths = exampleManifests();
+  paths.emplace_back(GOLDEN_FILES "/oddities.xml");
+  paths.emplace_back(GOLDEN_FILES "/document-type.xml");
+  for (const std::string& path : paths)
   {
+    QByteArray document = QByteArray::fromStdString(contentOf(path));
     expectSameAsToolkit(document);
+    SlowBuffer slow(&document);
+    slow.open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    QBuffer fast(&document);
+    fast.open(QIODevice::ReadOnly);
+    EXPECT_EQ(parsed(slow), parsed(fast)) << path;
     for (const char* encoding : {"UTF-16", "UTF-16LE", "UTF-16BE", "UTF-32", "ISO-8859-1"})
     {
       QString text = QString::fromUtf8(document);

@@ -77,13 +77,6 @@ TEST(Registration, PublishesMembersInOrder)
             typeOf<std::list<MirelRequirement>>());
 }
 
-TEST(Registration, JsonShowsWhateverIsDescribed)
-{
-  using Values = std::vector<AnyValue>;
-  const AnyValue value(std::map<int, Values>{{-1, {2.5F, "x\xFF", {}, Values{true}}}});
-  EXPECT_EQ(vesk::edit::toJson(value, -1), "[[-1,[2.5,\"x\xEF\xBF\xBD\",null,[true]]]]");
-}
-
 TEST(Registration, ReachesTheRecordOfAPackage)
 {
   PackageInfo package;
@@ -105,14 +98,6 @@ TEST(Registration, PackagesMakeTheRoundTripThroughGenericValues)
   EXPECT_EQ(contentIn(value.to<PackageInfo>()), content);
   EXPECT_EQ(contentIn(value.to<PackageInfoPrivate>()), content);
 
-  AnyValue byName(*typeOf<PackageInfo>());
-  for (const std::string& name : value.reference().memberNames())
-  {
-    EXPECT_NE(contentIn(value.member(name)), contentIn(byName.member(name))) << name;
-    byName.member(name).set(value.member(name));
-  }
-  EXPECT_EQ(contentIn(byName.reference()), content);
-
   auto members = value.to<std::map<std::string, AnyValue>>();
   EXPECT_EQ(members.size(), 20U);
   EXPECT_EQ(contentIn(AnyValue(members).to<PackageInfo>()), content);
@@ -133,40 +118,6 @@ TEST(Registration, ExchangesBehaviorsWithPeersThatLackTheAddedField)
   EXPECT_TRUE(behavior.isUserRequestable() && !read.isUserRequestable());
   const auto map = peer.to<std::map<std::string, AnyValue>>();
   EXPECT_EQ(AnyConstReference(map).to<BehaviorInfo>().path(), behavior.path());
-
-  // As elements of a list in a package that a peer describes while the program runs.
-  std::vector<RuntimeMember> members;
-  for (std::size_t i = 0; i < 20; ++i)
-  {
-    const auto& package = structOf(typeOf<PackageInfo>());
-    const bool isBehaviors = package.memberNames()[i] == "behaviors";
-    members.push_back({package.memberNames()[i],
-                       isBehaviors ? describeList(peerBehavior) : package.memberTypes()[i]});
-  }
-  AnyValue peerPackage(*describeStruct("::peer::Package", members));
-  const auto package = filled<PackageInfo>();
-  peerPackage.set(package);
-  EXPECT_EQ(peerPackage.member("behaviors").size(), 3U);
-  const auto back = peerPackage.to<PackageInfo>();
-  ASSERT_EQ(back.behaviors().size(), 3U);
-  EXPECT_EQ(back.behaviors().back().path(), package.behaviors().back().path());
-  EXPECT_EQ(contentIn(back.dialogs()), contentIn(package.dialogs()));
-  EXPECT_FALSE(back.behaviors().back().isUserRequestable());
-}
-
-TEST(Registration, ExchangesBehaviorsWithPeersOfTheFirstVersion)
-{
-  std::vector<RuntimeMember> members;
-  for (const char* const name :
-       {"path", "nature", "langToName", "langToDesc", "categories", "langToTags",
-        "langToTriggerSentences", "langToLoadingResponses", "purposeToCondition", "permissions"})
-  {
-    const auto& type = structOf(typeOf<BehaviorInfo>());
-    members.push_back({name, type.memberTypes().at(type.memberIndex(name).value())});
-  }
-  AnyValue peer(*describeStruct("::peer::FirstBehavior", members));
-  peer.set(filled<BehaviorInfo>());
-  EXPECT_EQ(peer.to<BehaviorInfo>().nature(), filled<BehaviorInfo>().nature());
 }
 
 TEST(Registration, RefusesOtherDifferencesOfRecords)

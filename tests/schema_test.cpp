@@ -19,24 +19,28 @@ namespace
 /// Every element and attribute that a manifest can have.
 std::string wholeManifest() { return contentOf(GOLDEN_FILES "/schema/whole.xml"); }
 
-struct Edit
+/// Writes what each list of edits in a file makes of a whole manifest. Returns the edits by paths.
+std::map<std::string, std::string> writeEdited(const std::string& edits,
+                                               const TemporaryFolder& folder)
 {
-  std::string from;
-  std::string to;
-};
-
-std::string edited(std::string text, const std::vector<Edit>& edits)
-{
-  for (const Edit& edit : edits)
+  std::map<std::string, std::string> written;
+  std::istringstream lines(contentOf(GOLDEN_FILES "/schema/" + edits));
+  for (std::string line; std::getline(lines, line);)
   {
-    std::size_t at = text.find(edit.from);
-    EXPECT_NE(at, std::string::npos) << "nothing to edit: " << edit.from;
-    for (; at != std::string::npos; at = text.find(edit.from, at + edit.to.size()))
+    QString manifest = QString::fromStdString(wholeManifest());
+    const QStringList parts = QString::fromStdString(line).split('|');
+    for (int i = 1; i + 2 < parts.size(); i += 2)
     {
-      text.replace(at, edit.from.size(), edit.to);
+      EXPECT_TRUE(manifest.contains(parts[i])) << "nothing to edit: " << line;
+      manifest.replace(parts[i], parts[i + 1]);
+    }
+    if (line.front() == '|') // and is no comment
+    {
+      const std::string name = std::to_string(written.size()) + ".xml";
+      written[folder.file(name, manifest.toStdString())] = line;
     }
   }
-  return text;
+  return written;
 }
 
 struct Schema
@@ -50,10 +54,10 @@ const std::array schemas{Schema{"--relaxng", PROJECT_FOLDER "schema/manifest.rng
 
 /// Those of the files that the schema refuses, with what xmllint says of them.
 std::map<std::string, std::string> refusedBy(const Schema& schema,
-                                             const std::vector<std::string>& paths)
+                                             const std::map<std::string, std::string>& paths)
 {
   std::map<std::string, std::string> refused;
-  for (const std::string& path : paths)
+  for (const auto& [path, edits] : paths)
   {
     const ProgramRun run = runProgram("xmllint", {"--noout", "--nonet", schema.option, schema.path,
                                                   QString::fromStdString(path)});
@@ -66,69 +70,31 @@ std::map<std::string, std::string> refusedBy(const Schema& schema,
 }
 
 /// Texts as people write them and worse. Only texts that a package can do without may be empty.
-class RandomValues
+struct RandomValues : KeptValues
 {
-public:
   explicit RandomValues(unsigned seed) : random(seed) {}
-
   bool flag() { return below(2) == 1; }
-
+  int length(const std::string&) { return static_cast<int>(below(4)); }
   std::string text(const std::string& member)
   {
     static const std::string needed = "uuid version path topicName locale name execStart "
                                       "executableFiles supportedLanguages descriptionLanguages";
-    static const std::array<std::string, 16> pieces{"a",    "Z",   "7",    " ",     "\n", "\t",
-                                                    "&",    "<b>", "]]>",  "\"",    "'",  "é",
-                                                    "日本", "😀",   "\x01", "\uFFFE"};
-    std::string text = needed.find(member) != std::string::npos || flag() ? "x" : "";
-    for (unsigned left = below(6); left > 0 && !text.empty(); --left)
-    {
-      text += pieces[below(pieces.size())];
-    }
-    return text;
+    static const std::array<std::string, 5> texts{"", "a Z\n7\t", "&<b>]]>\"'", "é日本😀\x01\uFFFE",
+                                                  "x"};
+    const std::string& text = texts[below(texts.size())];
+    return member == "permissions"                                    ? KeptValues::text(member)
+           : text.empty() && needed.find(member) != std::string::npos ? "x"
+                                                                      : text;
   }
-
-  /// Permissions are no free texts.
-  int length(const std::string& member)
-  {
-    return member == "permissions" ? 0 : static_cast<int>(below(4));
-  }
-
   std::vector<std::string> keys()
   {
-    std::vector<std::string> keys;
-    for (const char* const key : {"de", "en_US", "ja_JP", "zh-Hant", "\"<&>é"})
-    {
-      if (flag())
-      {
-        keys.emplace_back(key);
-      }
-    }
-    return keys;
+    std::vector<std::string> some{"zh-Hant", "en_US", "\"<&>é", "de"};
+    some.resize(below(5));
+    return some;
   }
-
-private:
-  unsigned below(std::size_t end) { return static_cast<unsigned>(random() % end); }
-
+  std::size_t below(std::size_t end) { return random() % end; }
   std::mt19937 random;
 };
-
-PackageInfo randomPackage(unsigned seed)
-{
-  auto package = filled<PackageInfo>(RandomValues(seed));
-  RandomValues values(seed);
-  for (vesk::BehaviorInfo& behavior : package.behaviors())
-  {
-    for (const std::string& permission : vesk::BehaviorInfo::supportedPermissions())
-    {
-      if (values.flag())
-      {
-        behavior.addPermission(permission);
-      }
-    }
-  }
-  return package;
-}
 
 /// What each way of reading makes of a manifest.
 std::vector<std::string> readingsOf(const std::string& path)
@@ -146,11 +112,16 @@ std::vector<std::string> readingsOf(const std::string& path)
 TEST(Schema, TakesExamplesAndWhatTheLibraryWrites)
 {
   const TemporaryFolder folder;
-  std::vector<std::string> paths = exampleManifests();
+  std::map<std::string, std::string> paths;
+  for (const std::string& path : exampleManifests())
+  {
+    paths[path];
+  }
   for (unsigned seed = 0; seed < 100; ++seed)
   {
-    paths.push_back(folder.path(std::to_string(seed) + ".xml"));
-    ASSERT_TRUE(randomPackage(seed).saveToManifestFile(paths.back()));
+    const std::string path = folder.path(std::to_string(seed) + ".xml");
+    paths[path];
+    ASSERT_TRUE(filled<PackageInfo>(RandomValues(seed)).saveToManifestFile(path));
   }
   for (const Schema& schema : schemas)
   {
@@ -160,61 +131,27 @@ TEST(Schema, TakesExamplesAndWhatTheLibraryWrites)
 
 TEST(Schema, TakesOtherFormsOfTheSame)
 {
-  const std::string names = "<names><name lang='en'>N</name></names>";
-  const std::string nature = "<nature>solitary</nature>";
-  const std::string web = "<webContent path='w'/>";
-  const std::vector<std::vector<Edit>> forms{
-      {},
-      {{names, ""}, {"</package>", names + "</package>"}},
-      {{nature, ""}, {"</permissions>", "</permissions>" + nature}},
-      {{web, ""}, {"<contents>", "<contents>" + web}},
-      {{"<engine name='e' version='1'/>", ""},
-       {"</locale>", "</locale><engine name='e' version='1'/>"}},
-      {{"<userRequestable/>", "<userRequestable>\n</userRequestable>"}},
-      {{"<file path='f'/>", "<file path='f'> <!-- --> </file>"}},
-      {{nature, "<!-- --><nature><![CDATA[soli]]>tary</nature><?some instruction?>"}},
-      {{"<package", R"(<?xml-model href="manifest.rng" type="application/xml"
-         schematypens="http://relaxng.org/ns/structure/1.0"?><!DOCTYPE package><package)"}},
-      {{"<package", R"(<package xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance"
-         xsi:noNamespaceSchemaLocation="nowhere.xsd" xsi:schemaLocation="urn:n nowhere.xsd")"}},
-  };
   const TemporaryFolder folder;
-  std::vector<std::string> paths;
-  for (const std::vector<Edit>& edits : forms)
+  const auto forms = writeEdited("forms.txt", folder);
+  for (const auto& [path, edits] : forms)
   {
-    const std::string name = std::to_string(paths.size()) + ".xml";
-    paths.push_back(folder.file(name, edited(wholeManifest(), edits)));
-    EXPECT_EQ(readingsOf(paths.back()), readingsOf(paths.front())) << contentOf(paths.back());
+    EXPECT_EQ(readingsOf(path), readingsOf(GOLDEN_FILES "/schema/whole.xml")) << edits;
   }
   for (const Schema& schema : schemas)
   {
-    EXPECT_THAT(refusedBy(schema, paths), IsEmpty());
+    EXPECT_THAT(refusedBy(schema, forms), IsEmpty());
   }
 }
 
 TEST(Schema, RefusesWhatReadersSkipAndWhatMakesNoSense)
 {
   const TemporaryFolder folder;
-  std::map<std::string, std::string> pathToFault;
-  std::vector<std::string> paths;
-  std::istringstream faults(contentOf(GOLDEN_FILES "/schema/faults.txt"));
-  for (std::string fault; std::getline(faults, fault);)
-  {
-    if (fault.front() == '|') // and is no comment
-    {
-      const std::size_t middle = fault.find('|', 1);
-      const Edit edit{fault.substr(1, middle - 1),
-                      fault.substr(middle + 1, fault.size() - middle - 2)};
-      const std::string name = std::to_string(paths.size()) + ".xml";
-      paths.push_back(folder.file(name, edited(wholeManifest(), {edit})));
-      pathToFault[paths.back()] = fault;
-    }
-  }
-  EXPECT_GT(paths.size(), 50U);
+  const auto faults = writeEdited("faults.txt", folder);
+  EXPECT_GT(faults.size(), 50U);
   for (const Schema& schema : schemas)
   {
-    std::map<std::string, std::string> taken = pathToFault;
-    for (const auto& [path, messages] : refusedBy(schema, paths))
+    std::map<std::string, std::string> taken = faults;
+    for (const auto& [path, messages] : refusedBy(schema, faults))
     {
       EXPECT_THAT(messages, HasSubstr("validity error")); // still well-formed
       taken.erase(path);

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "merged.hpp"
+
+#include <package/behaviorinfo_p.hpp>
+#include <package/packageinfo_p.hpp>
+#include <package/recordaccess.hpp>
+
+#include <gtest/gtest.h>
+
+using namespace vesk;
+
+namespace
+{
+/// Those of six languages that \p bits choose; some begin with others, which may come later.
+std::list<std::string> languagesOf(unsigned bits)
+{
+  std::list<std::string> chosen;
+  for (const char* const language : {"en_US", "fr_FR", "en", "", "en_GB", "e"})
+  {
+    if ((std::exchange(bits, bits / 2) & 1U) != 0)
+    {
+      chosen.emplace_back(language);
+    }
+  }
+  return chosen;
+}
+
+/// Fills maps with an entry for each of the languages.
+struct AllLanguages : DistinctValues
+{
+  static int length(const std::string&) { return 1; }
+  static std::list<std::string> keys() { return languagesOf(0x3F); }
+};
+
+/// Drops of each map the keys that begin with none of the languages that its member keeps.
+template <typename Record>
+void trimPlainly(Json& record, const PackageInfo& package)
+{
+  const auto trim = [&](const auto& member, int)
+  {
+    const auto& kept = member.keeps == Keeps::DescriptionLanguages ? package.descriptionLanguages()
+                                                                   : package.supportedLanguages();
+    for (const std::string& key : AllLanguages::keys())
+    {
+      if (member.keeps != Keeps::All &&
+          std::none_of(kept.begin(), kept.end(),
+                       [&key](const std::string& language) { return key.rfind(language, 0) == 0; }))
+      {
+        record[member.name].erase(key);
+      }
+    }
+  };
+  forEachMember<Record>(trim);
+}
+} // namespace
+
+TEST(Trimming, KeepsWhatBeginsWithALanguage)
+{
+  auto original = filled<PackageInfo, AllLanguages>();
+  for (unsigned bits = 0; bits <= 0x3F; ++bits)
+  {
+    recordOf(original).descriptionLanguages = languagesOf(bits);
+    recordOf(original).supportedLanguages = languagesOf(bits * 5 % 0x40);
+    Json expected = heldIn(original);
+    trimPlainly<PackageInfoPrivate>(expected, original);
+    trimPlainly<BehaviorInfoPrivate>(expected["behaviors"][0], original);
+    PackageInfo trimmed(original);
+    trimmed.trimExtraInfo();
+    EXPECT_EQ(heldIn(trimmed), expected);
+  }
+}
