@@ -291,7 +291,11 @@ TEST(Source, HoldsTheLimits)
   check(limits::referencesInEntities,
         [&](int n) { return "<!DOCTYPE a [<!ENTITY x '" + repeated("&y;", n) + "'>]><a/>"; });
   check(limits::declaredText,
-        [&](int n) { return "<!DOCTYPE a [<!ENTITY x '" + std::string(n, 'x') + "'>]><a/>"; });
+        [&](int n)
+        {
+          return "<!DOCTYPE a [<!ENTITY x '" + std::string(static_cast<std::size_t>(n), 'x') +
+                 "'>]><a/>";
+        });
   check(limits::entities,
         [](int n)
         {
