@@ -72,7 +72,7 @@ TEST(Limits, LanguagesAreListedOnceHoweverMany)
   for (const std::size_t count : {1U, 15U, 16U, 17U, 30U})
   {
     PackageInfo package;
-    for (const char* const pattern : {"%1*<l>#</l>}", "%1*<l>#</l>}{%1*<l>#</l>}"})
+    for (const char* const pattern : {"%1*<l>#</l>}{%1*<l>#</l>}", "%1*<l>#</l>}"})
     {
       ASSERT_TRUE(package.loadFromManifestContent(expanded(
           "<p><supportedLanguages>{" + QString(pattern).arg(count) + "</supportedLanguages></p>")));

@@ -5,6 +5,7 @@
 #include "support.hpp"
 
 #include <package/manifest2/loadmanifest.hpp>
+#include <tools/veskpackage/memoryfile.hpp>
 
 #include <QBuffer>
 
@@ -33,7 +34,7 @@ TEST(LoadErrors, AreTheSameOfEveryOperation)
   const std::string nested = expanded("{257*<p>\n}");
   const std::string uuid = "not read";
   const std::string before = described({"p", "m", 1, 2, true});
-  for (const auto& [manifest, expected] :
+  for (const auto& [text, expected] :
        {std::pair(std::string("<p xmlns:x='urn:x' x:uuid='u' version='1'/>"), std::string()),
         std::pair(std::string(), std::string("|unexpected end of file|1:1")),
         std::pair(std::string("<package uuid='x'>\n <names></package>"),
@@ -43,10 +44,12 @@ TEST(LoadErrors, AreTheSameOfEveryOperation)
         std::pair("<!DOCTYPE p [<!ELEMENT p " + std::string(300, '(') + ">]><p/>",
                   std::string("|more than 256 parentheses within each other|1:282|beyond limits"))})
   {
+    const std::string& manifest = text;
     SCOPED_TRACE(manifest.substr(0, 20));
     const TemporaryFolder folder;
     const std::string path = folder.file("é.xml", manifest);
-    QFile file(QString::fromStdString(path));
+    tool::MemoryFile file(QByteArray::fromStdString(manifest));
+    file.setFileName(QString::fromStdString(path));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     QBuffer device;
     device.setData(QByteArray::fromStdString(manifest));

@@ -10,7 +10,6 @@
 #include <utility>
 
 using namespace vesk;
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace

@@ -61,7 +61,7 @@ QString randomText(std::mt19937& random)
           .split(',');
   static const QStringList inner =
       QString(
-          R"(<,</a>,<a>,/,>,',",-,-,-,],],?,?,!,:,t,<!--,-->,]]>,?>, b=', xmlns:c='u',xmlns:d='u',)"
+          R"(<,</a>,<a>,/,>,',",-,-t,-t-t,],]t,?,?t,!,:,t,<!--,-->,]]>,?>, b=', xmlns:c='u',xmlns:d='u',)"
           R"( axmlns:e='u', xmlns='u', xmlns:f = "u")")
           .split(',');
   const auto oneOf = [&random](const QStringList& all)

@@ -61,19 +61,17 @@ TEST(Reading, LogsWhyAFileOrTextCannotBeRead)
            : from == path    ? package.loadFromManifestFile(file)
                              : package.loadFromManifestFile(from);
   };
-  for (const auto& [from, message] :
-       {std::pair(missing, "Could not open " + missing + " for reading"),
-        std::pair(path, "Syntax error in " + path + place),
-        std::pair(malformed, "Syntax error in " + malformed + place),
-        std::pair(unreadable, "Syntax error in " + unreadable +
-                                  " at line 1, column 1: unexpected end of file")})
+  for (const auto& [from, end] :
+       {std::pair(missing, missing + " for reading"), std::pair(path, path + place),
+        std::pair(malformed, malformed + place),
+        std::pair(unreadable, unreadable + " at line 1, column 1: unexpected end of file")})
   {
     captured.messages.clear();
     EXPECT_FALSE(load(from));
     EXPECT_FALSE(file.isOpen());
     ASSERT_EQ(captured.messages.size(), 1U);
     const vesk::log::Message& logged = captured.messages.front();
-    EXPECT_EQ(logged.text, message);
+    EXPECT_EQ(logged.text, (from == missing ? "Could not open " : "Syntax error in ") + end);
     EXPECT_EQ(static_cast<int>(logged.level), 2);
     EXPECT_EQ(logged.category, "veskpackage");
     EXPECT_EQ(logged.function,

@@ -45,7 +45,7 @@ void expectParts(int least, int most)
   for (int size = 0; size <= 25; ++size)
   {
     Json expected = size < least || size > most ? nothing : all;
-    for (std::size_t i = static_cast<std::size_t>(size); i < names.size(); ++i)
+    for (auto i = static_cast<std::size_t>(size); i < names.size(); ++i)
     {
       expected[names[i]] = nothing[names[i]];
     }
@@ -130,7 +130,7 @@ TEST(Variant, AddsToWhatIsThere)
   {
     auto package = filled<PackageInfo>(DistinctValues(1000));
     Json added = heldIn(original);
-    for (std::size_t i = static_cast<std::size_t>(size); i < 20; ++i)
+    for (auto i = static_cast<std::size_t>(size); i < 20; ++i)
     {
       added[AnyConstReference(package).memberNames()[i]].clear();
     }

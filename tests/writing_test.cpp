@@ -75,14 +75,14 @@ TEST(Writing, BringsBackOfEveryTextWhatXmlCanCarry)
   const TemporaryFolder folder;
   const std::string path = folder.path("m.xml");
   for (const std::string& text :
-       {"a]]>b]]>]]>"s, "]]"s, "]]]>>"s, " "s, "\r\n\t"s, "a\r\nb\tc\rd"s,
+       {"a]]>b]]>]]>"s, "]]"s, "\xC2\x80"s, "]]]>>"s, " "s, "\r\n\t"s, "a\r\nb\tc\rd"s,
         "a\x01\x02\x1F\x7F z\0b"s, "<canStandUp/><!-- & ' \" -->&#0;&amp;<![CDATA["s,
         "\xEF\xBB\xBF mark\xEF\xBF\xBE\xEF\xBF\xBF"s,
         "\xF0\x9F\xA4\x96 beyond the basic plane \xF0\x9F\xBF\xBE"s,
         "\xFF\xC3 invalid \xED\xA0\x80"s})
   {
     QString carried = QString::fromUtf8(('x' + text).c_str()).mid(1); // a mark stays behind the "x"
-    carried.remove(QRegularExpression("[\\x01-\\x08\\x0B\\x0C\\x0E-\\x1F\\x{FFFE}\\x{FFFF}]"));
+    carried.remove(QRegularExpression(R"([\x01-\x08\x0B\x0C\x0E-\x1F\x{FFFE}\x{FFFF}])"));
     const std::string expected = carried.toStdString();
     const auto package = filled<PackageInfo>(Everywhere(text));
     ASSERT_TRUE(package.saveToManifestFile(path));
