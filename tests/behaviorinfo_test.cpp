@@ -10,7 +10,7 @@ using vesk::BehaviorInfo;
 namespace
 {
 /// Checks one family of lists, given by its operations.
-template <auto read, auto whole, auto add, auto insert, auto update, auto remove>
+template <auto read, auto listAll, auto add, auto insert, auto update, auto remove>
 void checkLists(bool readingAddsAKey)
 {
   BehaviorInfo behavior;
@@ -35,13 +35,13 @@ void checkLists(bool readingAddsAKey)
   (behavior.*add)("c", "en");
   EXPECT_TRUE((behavior.*remove)("c", "en"));
   EXPECT_THAT((behavior.*read)("en"), ElementsAre("b", "a", "c"));
-  EXPECT_THAT((behavior.*whole)(), testing::SizeIs(2)); // "en" and "fr"
+  EXPECT_THAT((behavior.*listAll)(), testing::SizeIs(2)); // "en" and "fr"
 
   (behavior.*add)("a", "it");
   EXPECT_TRUE((behavior.*remove)("a", "it"));
-  EXPECT_THAT((behavior.*whole)(), testing::Contains(Pair("it", ElementsAre()))); // the key stays
+  EXPECT_THAT((behavior.*listAll)(), testing::Contains(Pair("it", ElementsAre()))); // the key stays
   EXPECT_TRUE((behavior.*read)("de").empty());
-  EXPECT_EQ((behavior.*whole)().count("de") != 0, readingAddsAKey);
+  EXPECT_EQ((behavior.*listAll)().count("de") != 0, readingAddsAKey);
 }
 } // namespace
 
