@@ -11,7 +11,7 @@ namespace
 {
 /// Checks one family of lists, given by its operations.
 template <auto read, auto listAll, auto add, auto insert, auto update, auto remove>
-void checkLists(bool readingAddsAKey)
+void checkLists(bool addsAKey)
 {
   BehaviorInfo behavior;
   (behavior.*insert)("x", "fr", 0);
@@ -41,7 +41,7 @@ void checkLists(bool readingAddsAKey)
   EXPECT_TRUE((behavior.*remove)("a", "it"));
   EXPECT_THAT((behavior.*listAll)(), testing::Contains(Pair("it", ElementsAre()))); // the key stays
   EXPECT_TRUE((behavior.*read)("de").empty());
-  EXPECT_EQ((behavior.*listAll)().count("de") != 0, readingAddsAKey);
+  EXPECT_EQ((behavior.*listAll)().count("de") != 0, addsAKey);
 }
 } // namespace
 

@@ -5,7 +5,7 @@
 #include "support.hpp"
 
 #include <package/manifest2/loadmanifest.hpp>
-#include <tools/veskpackage/memoryfile.hpp>
+#include <tools/veskpackage/files/memoryfile.hpp>
 
 #include <QBuffer>
 
