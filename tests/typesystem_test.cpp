@@ -178,6 +178,8 @@ TEST(TypeSystem, FillsOnlyAddedFields)
   EXPECT_TRUE(fillMissingFieldsWithDefaultValues(type, &point, {"x"}, {"y", "x"}));
   EXPECT_EQ(point.x, 0); // the default of the member's type
   EXPECT_EQ(point.y, 6);
+  EXPECT_TRUE(fillMissingFieldsWithDefaultValues(type, &point, {"y"}, {"y"}));
+  EXPECT_EQ(point.y, 0);
 }
 
 template <typename Target, typename Source>
