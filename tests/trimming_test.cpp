@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "merged.hpp"
 
-#include <package/behaviorinfo_p.hpp>
 #include <package/packageinfo_p.hpp>
 #include <package/recordaccess.hpp>
 
@@ -32,25 +31,26 @@ struct AllLanguages : DistinctValues
   static std::list<std::string> keys() { return languagesOf(0x3F); }
 };
 
-/// Drops of each map the keys that begin with none of the languages that its member keeps.
-template <typename Record>
+/// Drops of each map that is trimmed the keys that begin with none of its languages.
 void trimPlainly(Json& record, const PackageInfo& package)
 {
-  const auto trim = [&](const auto& member, int)
+  const auto& described = package.descriptionLanguages();
+  const auto& supported = package.supportedLanguages();
+  for (const auto& [member, kept] :
+       {std::pair("langToName", described), std::pair("langToDesc", described),
+        std::pair("langToTags", supported), std::pair("langToTriggerSentences", supported),
+        std::pair("langToLoadingResponses", supported)})
   {
-    const auto& kept = member.keeps == Keeps::DescriptionLanguages ? package.descriptionLanguages()
-                                                                   : package.supportedLanguages();
     for (const std::string& key : AllLanguages::keys())
     {
-      if (member.keeps != Keeps::All &&
+      if (record.contains(member) &&
           std::none_of(kept.begin(), kept.end(),
                        [&key](const std::string& language) { return key.rfind(language, 0) == 0; }))
       {
-        record[member.name].erase(key);
+        record[member].erase(key);
       }
     }
-  };
-  forEachMember<Record>(trim);
+  }
 }
 } // namespace
 
@@ -62,8 +62,8 @@ TEST(Trimming, KeepsWhatBeginsWithALanguage)
     recordOf(original).descriptionLanguages = languagesOf(bits);
     recordOf(original).supportedLanguages = languagesOf(bits * 5 % 0x40);
     Json expected = heldIn(original);
-    trimPlainly<PackageInfoPrivate>(expected, original);
-    trimPlainly<BehaviorInfoPrivate>(expected["behaviors"][0], original);
+    trimPlainly(expected, original);
+    trimPlainly(expected["behaviors"][0], original);
     PackageInfo trimmed(original);
     trimmed.trimExtraInfo();
     EXPECT_EQ(heldIn(trimmed), expected);
