@@ -11,7 +11,7 @@ namespace
 {
 using OrderedJson = nlohmann::ordered_json;
 
-OrderedJson jsonOf(const AnyConstReference& value);
+OrderedJson jsonOf(const AnyConstReference& value, MemberNaming naming);
 
 /// Appends to an object without looking through it for the name, which is known to be new.
 void append(OrderedJson& object, const std::string& name, OrderedJson value)
@@ -21,27 +21,28 @@ void append(OrderedJson& object, const std::string& name, OrderedJson value)
       .emplace_back(name, std::move(value));
 }
 
-OrderedJson jsonOfStruct(const AnyConstReference& value)
+OrderedJson jsonOfStruct(const AnyConstReference& value, MemberNaming naming)
 {
   OrderedJson object = OrderedJson::object();
   for (const std::string& name : value.memberNames())
   {
-    append(object, name, jsonOf(value.member(name)));
+    append(object, naming == nullptr ? name : naming(*value.type(), name),
+           jsonOf(value.member(name), naming));
   }
   return object;
 }
 
-OrderedJson jsonOfList(const AnyConstReference& value)
+OrderedJson jsonOfList(const AnyConstReference& value, MemberNaming naming)
 {
   OrderedJson array = OrderedJson::array();
   for (const AnyConstReference& element : value.elements())
   {
-    array.push_back(jsonOf(element));
+    array.push_back(jsonOf(element, naming));
   }
   return array;
 }
 
-OrderedJson jsonOfMap(const AnyConstReference& value)
+OrderedJson jsonOfMap(const AnyConstReference& value, MemberNaming naming)
 {
   const auto* type = static_cast<const MapTypeInterface*>(value.type());
   const bool byName = type->keyType()->kind() == TypeKind::String;
@@ -50,11 +51,11 @@ OrderedJson jsonOfMap(const AnyConstReference& value)
   {
     if (byName)
     {
-      append(json, key.as<std::string>(), jsonOf(item));
+      append(json, key.as<std::string>(), jsonOf(item, naming));
     }
     else
     {
-      json.push_back(OrderedJson::array({jsonOf(key), jsonOf(item)}));
+      json.push_back(OrderedJson::array({jsonOf(key, naming), jsonOf(item, naming)}));
     }
   }
   return json;
@@ -66,7 +67,7 @@ OrderedJson jsonOfNumber(const AnyConstReference& value)
   return std::visit([](auto number) { return OrderedJson(number); }, type->number(value.address()));
 }
 
-OrderedJson jsonOf(const AnyConstReference& value)
+OrderedJson jsonOf(const AnyConstReference& value, MemberNaming naming)
 {
   switch (value.isValid() ? value.type()->kind() : TypeKind::Unknown)
   {
@@ -78,13 +79,13 @@ OrderedJson jsonOf(const AnyConstReference& value)
   case TypeKind::String:
     return value.as<std::string>();
   case TypeKind::List:
-    return jsonOfList(value);
+    return jsonOfList(value, naming);
   case TypeKind::Map:
-    return jsonOfMap(value);
+    return jsonOfMap(value, naming);
   case TypeKind::Struct:
-    return jsonOfStruct(value);
+    return jsonOfStruct(value, naming);
   case TypeKind::Dynamic:
-    return jsonOf(value.as<AnyValue>());
+    return jsonOf(value.as<AnyValue>(), naming);
   case TypeKind::Unknown:
     break;
   }
@@ -115,13 +116,13 @@ std::string withEscapedControls(const std::string& json)
 }
 } // namespace
 
-std::string toJson(const AnyConstReference& value, int indentation,
+std::string toJson(const AnyConstReference& value, int indentation, MemberNaming naming,
                    const std::vector<std::pair<std::string, AnyConstReference>>& furtherMembers)
 {
-  OrderedJson json = jsonOf(value);
+  OrderedJson json = jsonOf(value, naming);
   for (const auto& [name, member] : furtherMembers)
   {
-    append(json, name, jsonOf(member));
+    append(json, name, jsonOf(member, naming));
   }
   return withEscapedControls(
       json.dump(indentation, ' ', false, OrderedJson::error_handler_t::replace));

@@ -73,8 +73,9 @@ struct Description : Described
   template <typename Record, typename Value>
   Description& heldBy(Value Record::*pointer)
   {
-    return set(this->field, fieldOf(pointer));
+    return heldBy(fieldOf(pointer));
   }
+  Description& heldBy(Field what) { return set(this->field, std::move(what)); }
   Description& of(Type what) { return set(this->type, what); }
   Description& usually(std::vector<std::string> values)
   {

@@ -35,6 +35,7 @@ Element contents()
       .with(describeLanguagePack())
       .with(
           element(n().webContent, "Web content, such as pages for a screen.")
+              .heldBy({"::vesk::PackageInfo2", "web", "web"})
               .ifSeveral(Several::LastCounts)
               .readBy(Readers::LoadManifest)
               .whenWritten(Written::Never)

@@ -6,7 +6,6 @@
 #include "output/finding.hpp"
 
 #include <check/manifestcheck.hpp>
-#include <package/manifest2/loadmanifest.hpp>
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -66,7 +65,7 @@ bool complainOfLosses(const Manifest& manifest, std::ostream& complaints)
         rule.isLost ? vesk::check::Severity::Warning : vesk::check::Severity::Off;
   }
   QBuffer bytes;
-  bytes.setData(manifest.bytes);
+  bytes.setData(QByteArray::fromStdString(manifest.bytes));
   bytes.open(QIODevice::ReadOnly);
   const auto losses = vesk::check::checkDevice(bytes, options);
   for (const vesk::check::Finding& loss : losses)
@@ -77,17 +76,17 @@ bool complainOfLosses(const Manifest& manifest, std::ostream& complaints)
 }
 } // namespace
 
-std::optional<QByteArray> readBytes(const std::string& file, std::string& trouble)
+std::optional<std::string> readBytes(const std::string& file, std::string& trouble)
 {
   constexpr int mebibyte = 1 << 20;
   QFile input(QString::fromStdString(file));
   const bool isOpen = file == "-" ? input.open(fileno(stdin), QIODevice::ReadOnly)
                                   : input.open(QIODevice::ReadOnly);
-  QByteArray bytes;
+  std::string bytes;
   for (QByteArray piece; isOpen && !(piece = input.read(mebibyte)).isEmpty();)
   {
-    bytes += piece;
-    if (bytes.size() > mostMebibytes * mebibyte)
+    bytes.append(piece.constData(), static_cast<std::size_t>(piece.size()));
+    if (bytes.size() > std::size_t{mostMebibytes} * mebibyte)
     {
       trouble = "larger than " + std::to_string(mostMebibytes) + " MiB";
       return std::nullopt;
@@ -101,25 +100,19 @@ std::optional<QByteArray> readBytes(const std::string& file, std::string& troubl
   return bytes;
 }
 
-std::optional<Manifest> load(const std::string& file, std::ostream& complaints,
-                             vesk::PackageInfo2* sections)
+std::optional<Manifest> load(const std::string& file, std::ostream& complaints)
 {
   const std::string name = file == "-" ? "<stdin>" : file;
   std::string trouble;
-  const std::optional<QByteArray> bytes = readBytes(file, trouble);
+  const std::optional<std::string> bytes = readBytes(file, trouble);
   if (!bytes)
   {
     complain(complaints, name, trouble);
     return std::nullopt;
   }
   Manifest manifest{file, name, *bytes, {}};
-  QBuffer input(&manifest.bytes);
-  input.open(QIODevice::ReadOnly);
   vesk::LoadError error;
-  const bool isRead = sections == nullptr
-                          ? manifest.package.readManifestDevice(input, error)
-                          : vesk::readManifestDevice(input, manifest.package, *sections, error);
-  if (!isRead)
+  if (!vesk::edit::readManifest(manifest.bytes, manifest.fields, error))
   {
     const std::string place = std::to_string(error.line) + ':' + std::to_string(error.column);
     complain(complaints, name + ':' + place, error.message);
@@ -188,14 +181,14 @@ bool writeFile(const std::string& content, const std::string& file, std::ostream
 ExitCode writeManifest(const Manifest& manifest, const Target& target, std::ostream& out,
                        std::ostream& complaints)
 {
-  const std::string content = manifestOf(manifest.package);
+  const std::string content = manifestOf(manifest.fields.package);
   const bool isSameFile = target.isInPlace || QFileInfo(QString::fromStdString(target.output)) ==
                                                   QFileInfo(QString::fromStdString(manifest.file));
   if (!isSameFile || manifest.file == "-")
   {
     return writeFile(content, target.output, out, complaints) ? Done : FileTrouble;
   }
-  if (content == manifest.bytes.toStdString())
+  if (content == manifest.bytes)
   {
     return Done;
   }

@@ -5,9 +5,7 @@
 #include "exitcode.hpp"
 #include "files/batch.hpp"
 
-#include <package/packageinfo.hpp>
-
-#include <QByteArray>
+#include <edit/manifest.hpp>
 
 #include <functional>
 #include <optional>
@@ -22,8 +20,8 @@ struct Manifest
 {
   std::string file; ///< as it was named; "-" is standard input
   std::string name; ///< the same for messages
-  QByteArray bytes;
-  vesk::PackageInfo package;
+  std::string bytes;
+  vesk::edit::Manifest fields;
 };
 
 /// Larger files are refused: in memory, a parsed manifest can take 90 times its size.
@@ -31,12 +29,11 @@ inline constexpr int mostMebibytes = 32;
 
 /// The content of \p file, or of standard input when that is "-". When it cannot be read or is too
 /// large, returns none, and \p trouble says why.
-std::optional<QByteArray> readBytes(const std::string& file, std::string& trouble);
+std::optional<std::string> readBytes(const std::string& file, std::string& trouble);
 
-/// Loads the manifest in \p file, or from standard input when that is "-"; where asked for, also by
-/// the second reader. When it cannot be loaded, says why and gives none.
-std::optional<Manifest> load(const std::string& file, std::ostream& complaints,
-                             vesk::PackageInfo2* sections = nullptr);
+/// Loads the manifest in \p file, or from standard input when that is "-". When it cannot be loaded,
+/// says why and gives none.
+std::optional<Manifest> load(const std::string& file, std::ostream& complaints);
 
 /// As forEachFile(), with the manifests that can be loaded; the others give FileTrouble.
 ExitCode forEachManifest(const Inputs& inputs,

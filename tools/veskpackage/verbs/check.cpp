@@ -93,13 +93,13 @@ std::vector<Finding> findingsIn(const std::string& file, const CheckOptions& opt
 {
   const vesk::check::Options asked{options.severities, options.packageFolder};
   std::string trouble;
-  const std::optional<QByteArray> bytes = readBytes(file, trouble);
+  const std::optional<std::string> bytes = readBytes(file, trouble);
   if (!bytes)
   {
     return {{vesk::check::findRule("unreadable"), Severity::Error, trouble, 0, 0, {}}};
   }
   QBuffer input;
-  input.setData(*bytes);
+  input.setData(QByteArray::fromStdString(*bytes));
   input.open(QIODevice::ReadOnly);
   std::vector<Finding> findings = vesk::check::checkDevice(input, asked);
   if (options.isQuiet)

@@ -3,6 +3,7 @@
 
 #include <edit/difference.hpp>
 #include <edit/json.hpp>
+#include <edit/membername.hpp>
 
 #include <iostream>
 
@@ -10,25 +11,29 @@ namespace tool
 {
 
 using vesk::edit::Difference;
-using vesk::edit::toJson;
 using vesk::edit::toText;
 
 namespace
 {
+std::string toJson(const vesk::AnyConstReference& value)
+{
+  return vesk::edit::toJson(value, -1, vesk::edit::friendlyName);
+}
+
 void printText(const Difference& difference)
 {
   std::cout << toText(difference.path()) << ": ";
   if (!difference.after.value.isValid())
   {
-    std::cout << "removed " << toJson(difference.before.value, -1) << '\n';
+    std::cout << "removed " << toJson(difference.before.value) << '\n';
   }
   else if (!difference.before.value.isValid())
   {
-    std::cout << "added " << toJson(difference.after.value, -1) << '\n';
+    std::cout << "added " << toJson(difference.after.value) << '\n';
   }
   else
   {
-    std::cout << toJson(difference.before.value, -1) << " -> " << toJson(difference.after.value, -1)
+    std::cout << toJson(difference.before.value) << " -> " << toJson(difference.after.value)
               << '\n';
   }
 }
@@ -41,9 +46,9 @@ void printJson(const std::vector<Difference>& all)
   for (const Difference& difference : all)
   {
     const std::string field = toText(difference.path());
-    std::cout << separator << R"({"field":)" << toJson(vesk::AnyConstReference(field), -1)
-              << R"(,"before":)" << toJson(difference.before.value, -1) << R"(,"after":)"
-              << toJson(difference.after.value, -1) << '}';
+    std::cout << separator << R"({"field":)" << toJson(vesk::AnyConstReference(field))
+              << R"(,"before":)" << toJson(difference.before.value) << R"(,"after":)"
+              << toJson(difference.after.value) << '}';
     separator = ",\n ";
   }
   std::cout << "]\n";
@@ -59,7 +64,7 @@ ExitCode diffManifests(const DiffOptions& options)
     return FileTrouble;
   }
   const std::vector<Difference> all = vesk::edit::differences(
-      vesk::AnyConstReference(left->package), vesk::AnyConstReference(right->package));
+      vesk::AnyConstReference(left->fields), vesk::AnyConstReference(right->fields));
   if (options.format == Format::Json)
   {
     printJson(all);

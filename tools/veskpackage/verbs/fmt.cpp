@@ -13,8 +13,8 @@ ExitCode formatManifests(const FmtOptions& options)
                          {
                            if (options.isCheck)
                            {
-                             const std::string formatted = manifestOf(manifest.package);
-                             const std::string original = manifest.bytes.toStdString();
+                             const std::string formatted = manifestOf(manifest.fields.package);
+                             const std::string original = manifest.bytes;
                              printUnifiedDiff(out, manifest.name, original,
                                               manifest.name + " (formatted)", formatted);
                              return formatted == original ? Done : NegativeResult;

@@ -4,6 +4,7 @@
 
 #include <edit/fieldvalue.hpp>
 #include <edit/json.hpp>
+#include <edit/membername.hpp>
 
 namespace tool
 {
@@ -16,7 +17,7 @@ namespace
 std::string shown(const vesk::AnyConstReference& value, Format format)
 {
   return format == Format::Text && value.is<std::string>() ? value.as<std::string>()
-                                                           : toJson(value, -1);
+                                                           : toJson(value, -1, vesk::edit::friendlyName);
 }
 } // namespace
 
@@ -29,12 +30,12 @@ ExitCode getField(const GetOptions& options)
                            try
                            {
                              const vesk::AnyConstReference value = vesk::edit::valueAt(
-                                 vesk::AnyConstReference(manifest.package), path);
+                                 vesk::AnyConstReference(manifest.fields), path);
                              if (options.format == Format::Json)
                              {
                                out << R"({"file":)"
                                    << toJson(vesk::AnyConstReference(manifest.name), -1)
-                                   << R"(,"value":)" << toJson(value, -1) << "}\n";
+                                   << R"(,"value":)" << toJson(value, -1, vesk::edit::friendlyName) << "}\n";
                              }
                              else
                              {

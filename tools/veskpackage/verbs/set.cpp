@@ -56,7 +56,7 @@ ExitCode setFields(const SetOptions& options)
         {
           for (const auto& [path, value] : assignments)
           {
-            vesk::edit::setAt(vesk::AnyReference(manifest.package), path, value);
+            vesk::edit::setAt(vesk::AnyReference(manifest.fields.package), path, value);
           }
         }
         catch (const FieldError& error)
@@ -65,7 +65,7 @@ ExitCode setFields(const SetOptions& options)
           return NegativeResult;
         }
         const std::string lost =
-            notKept(manifest.package, packageIn(manifestOf(manifest.package)), assignments);
+            notKept(manifest.fields.package, packageIn(manifestOf(manifest.fields.package)), assignments);
         if (!lost.empty())
         {
           complain(complaints, manifest.name, lost + ": a manifest cannot hold this value");

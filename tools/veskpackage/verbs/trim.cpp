@@ -12,7 +12,7 @@ ExitCode trimManifests(const TrimOptions& options)
       options.inputs,
       [&options](Manifest& manifest, std::ostream& out, std::ostream& complaints)
       {
-        const vesk::PackageInfo& package = manifest.package;
+        const vesk::PackageInfo& package = manifest.fields.package;
         const bool dropsAll = package.descriptionLanguages().empty() ||
                               (package.supportedLanguages().empty() && package.hasBehavior());
         if (dropsAll && !options.target.isForced)
@@ -23,7 +23,7 @@ ExitCode trimManifests(const TrimOptions& options)
               "be dropped; --force does it all the same");
           return NegativeResult;
         }
-        manifest.package.trimExtraInfo();
+        manifest.fields.package.trimExtraInfo();
         return writeManifest(manifest, options.target, out, complaints);
       });
 }

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef EDIT_MANIFEST_HPP
+#define EDIT_MANIFEST_HPP
+
+#include <edit/export.hpp>
+#include <edit/fieldpath.hpp>
+#include <package/loaderror.hpp>
+#include <package/packageinfo.hpp>
+#include <vesk/anyvalue.hpp>
+#include <vesk/typesystem.hpp>
+
+#include <string>
+
+namespace vesk
+{
+namespace edit
+{
+
+/// All that a manifest holds for those who read it. To the type system it is a struct with the
+/// members of the package and, behind them, "web", so that paths lead to both: `version`,
+/// `web.path`.
+struct Manifest
+{
+  PackageInfo package;
+  AnyValue web; ///< a WebInfo, or nothing
+};
+
+/// Reads the bytes of a manifest file with both readers. On success replaces \p manifest and returns
+/// true; on failure fills \p error and returns false, and the manifest is unchanged. Nothing is
+/// logged.
+VESKPACKAGE_EDIT_EXPORT bool readManifest(const std::string& bytes, Manifest& manifest,
+                                          LoadError& error);
+
+/// As setAt(); a step to web content that is not there makes it.
+VESKPACKAGE_EDIT_EXPORT void setField(Manifest& manifest, const FieldPath& path,
+                                      const std::string& text);
+
+} // namespace edit
+
+template <>
+VESKPACKAGE_EDIT_EXPORT TypeInterface* typeOf<edit::Manifest>();
+
+} // namespace vesk
+
+#endif
