@@ -1,61 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <edit/commonsubsequence.hpp>
 #include <edit/difference.hpp>
 #include <edit/fieldstep.hpp>
 #include <edit/json.hpp>
 #include <edit/membername.hpp>
+#include <edit/pairing.hpp>
 #include <vesk/anyvalue.hpp>
-
-#include <algorithm>
 
 namespace vesk::edit
 {
 namespace
 {
-struct Element
-{
-  std::size_t index;
-  AnyConstReference value;
-};
-using Elements = std::vector<Element>;
-
-/// How the elements of two lists are paired. Each way is applied to the elements that the one
-/// before it has left over between its pairs.
-enum class PairedBy
-{
-  Content,
-  Identity,
-  Turn
-};
-
-Elements elementsOf(const AnyConstReference& list)
-{
-  Elements elements;
-  for (const AnyConstReference& value : list.elements())
-  {
-    elements.push_back({elements.size(), value});
-  }
-  return elements;
-}
-
-Elements between(const Elements& elements, std::size_t begin, std::size_t end)
-{
-  return {elements.begin() + static_cast<std::ptrdiff_t>(begin),
-          elements.begin() + static_cast<std::ptrdiff_t>(end)};
-}
-
-std::vector<std::string> keysOf(const Elements& elements, PairedBy way)
-{
-  std::vector<std::string> keys;
-  for (const Element& element : elements)
-  {
-    const bool isStruct = element.value.type()->kind() == TypeKind::Struct;
-    keys.push_back(toJson(
-        way == PairedBy::Identity && isStruct ? element.value.member(0) : element.value, -1));
-  }
-  return keys;
-}
-
 bool areEqual(const AnyConstReference& before, const AnyConstReference& after)
 {
   return before.is<std::string>() ? before.as<std::string>() == after.as<std::string>()
@@ -81,7 +35,7 @@ public:
     switch (before.type()->kind())
     {
     case TypeKind::List:
-      compareElements(elementsOf(before), elementsOf(after), PairedBy::Content);
+      compareElements(before, after);
       break;
     case TypeKind::Map:
       compareEntries(before, after);
@@ -147,39 +101,14 @@ private:
     }
   }
 
-  void compareElements(const Elements& before, const Elements& after, PairedBy way)
+  void compareElements(const AnyConstReference& before, const AnyConstReference& after)
   {
-    if (way == PairedBy::Turn || before.empty() || after.empty())
+    const std::vector<AnyConstReference> left = before.elements();
+    const std::vector<AnyConstReference> right = after.elements();
+    for (const auto& [i, j] : pairsOf(left, right))
     {
-      compareInTurn(before, after);
-      return;
-    }
-    const auto nextWay = way == PairedBy::Content ? PairedBy::Identity : PairedBy::Turn;
-    std::size_t beginBefore = 0;
-    std::size_t beginAfter = 0;
-    const auto compareUpTo = [&](std::size_t endBefore, std::size_t endAfter)
-    {
-      compareElements(between(before, beginBefore, endBefore), between(after, beginAfter, endAfter),
-                      nextWay);
-      beginBefore = endBefore + 1;
-      beginAfter = endAfter + 1;
-    };
-    for (const auto& [i, j] : commonSubsequence(keysOf(before, way), keysOf(after, way)))
-    {
-      compareUpTo(i, j);
-      compareParts(before[i].index, before[i].value, after[j].index, after[j].value);
-    }
-    compareUpTo(before.size(), after.size());
-  }
-
-  void compareInTurn(const Elements& before, const Elements& after)
-  {
-    for (std::size_t i = 0; i < std::max(before.size(), after.size()); ++i)
-    {
-      const Element none{};
-      const Element& left = i < before.size() ? before[i] : none;
-      const Element& right = i < after.size() ? after[i] : none;
-      compareParts(left.index, left.value, right.index, right.value);
+      compareParts(i.value_or(0), i ? left[*i] : AnyConstReference(), j.value_or(0),
+                   j ? right[*j] : AnyConstReference());
     }
   }
 

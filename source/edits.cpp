@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <tuple>
 
 namespace vesk::source
 {
@@ -28,7 +29,10 @@ std::string edited(std::string_view text, std::vector<Edit> edits, LineEnd lineE
 {
   std::stable_sort(edits.begin(), edits.end(),
                    [](const Edit& left, const Edit& right)
-                   { return left.range.begin < right.range.begin; });
+                   {
+                     return std::tie(left.range.begin, left.range.end) <
+                            std::tie(right.range.begin, right.range.end);
+                   });
   std::string result;
   std::size_t done = 0;
   for (const Edit& edit : edits)
@@ -114,7 +118,7 @@ void Editor::removeAttribute(const Attribute& attribute)
 
 void Editor::setText(const Node& element, std::string_view text)
 {
-  std::string written = escapedText(text);
+  const std::string written = textAsXml(text, false);
   if (element.endTag().size() == 0)
   {
     if (!text.empty())
@@ -124,25 +128,31 @@ void Editor::setText(const Node& element, std::string_view text)
     }
     return;
   }
+  const auto isText = [](const Node& node)
+  { return node.kind() == Kind::Text || node.kind() == Kind::CData; };
+  const auto isLayout = [](const Node& node)
+  {
+    return node.kind() == Kind::Text && node.value().find_first_not_of(blanks) == std::string::npos;
+  };
+  bool hasText = false;
+  for (const Node& child : element.children())
+  {
+    hasText = hasText || (isText(child) && !isLayout(child));
+  }
   bool isWritten = false;
   for (const Node& child : element.children())
   {
-    if (child.kind() != Kind::Text && child.kind() != Kind::CData)
+    if (!isText(child) || (hasText && isLayout(child)))
     {
       continue;
     }
-    const bool staysCData = !isWritten && child.kind() == Kind::CData && !text.empty() &&
-                            text.find(endOfCData) == std::string_view::npos;
     collected.push_back(
-        {child.range(),
-         isWritten    ? std::string()
-         : staysCData ? std::string(beginOfCData) + std::string(text) + std::string(endOfCData)
-                      : written});
+        {child.range(), isWritten ? std::string() : textAsXml(text, child.kind() == Kind::CData)});
     isWritten = true;
   }
   if (!isWritten && !text.empty())
   {
-    collected.push_back({{element.startTag().end, element.startTag().end}, std::move(written)});
+    collected.push_back({{element.startTag().end, element.startTag().end}, written});
   }
 }
 
@@ -191,6 +201,15 @@ void Editor::insert(const Node& parent, const Node* after, const std::vector<New
        xml + (isFirstOfAll ? '\n' + indentationOf(document, parent).value_or("") : "")});
 }
 
-void Editor::remove(const Node& node) { collected.push_back({rangeToRemove(document, node), {}}); }
+void Editor::remove(const Node& node)
+{
+  collected.push_back({rangeToRemove(document, node.range()), {}});
+}
+
+void Editor::unwrap(const Node& element)
+{
+  collected.push_back({rangeToRemove(document, element.startTag()), {}});
+  collected.push_back({rangeToRemove(document, element.endTag()), {}});
+}
 
 } // namespace vesk::source

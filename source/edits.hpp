@@ -42,13 +42,15 @@ struct NewElement
   std::vector<std::pair<std::string, std::string>> attributes; ///< names and values
   std::string text;                                            ///< in front of the children
   std::vector<NewElement> children;
+  bool isCData = false; ///< whether the text stands in a CDATA section, where it can
 };
 
 /// Collects edits of a document by what they shall do to its nodes. The document must outlive it. The
 /// edits look like their surroundings: quotes, indentation, one element a line or all on one line.
 ///
-/// Values and texts are given as they are meant, and are escaped here. One with a character that XML
-/// cannot hold, such as U+0001, throws std::invalid_argument. Each node is to be edited once: the
+/// Values and texts are given as they are meant, and are escaped here; a text of blanks only is put
+/// into a CDATA section, since readers drop it elsewhere. One with a character that XML cannot hold,
+/// such as U+0001, throws std::invalid_argument. Each node is to be edited once: the
 /// edits of two calls that change the same place overlap, which apply() refuses.
 class VESKPACKAGE_SOURCE_EXPORT Editor
 {
@@ -63,7 +65,8 @@ public:
   void removeAttribute(const Attribute& attribute);
 
   /// Replaces the texts and CDATA sections within an element, but none in elements within it; comments
-  /// and all else stay. A text in a CDATA section stays in one where it can.
+  /// and all else stay, also texts of blanks beside other ones. A text in a CDATA section stays in one
+  /// where it can.
   void setText(const Node& element, std::string_view text);
 
   /// Puts elements into another one, behind its child \p after and the comments that follow that in
@@ -71,6 +74,9 @@ public:
   void insert(const Node& parent, const Node* after, const std::vector<NewElement>& elements);
   /// Removes a node; with its line, when it stands there alone.
   void remove(const Node& node);
+  /// Removes the tags of an element, each with its line, when it stands there alone. What is between
+  /// them stays.
+  void unwrap(const Node& element);
 
   const std::vector<Edit>& edits() const { return collected; }
   /// See source::apply().

@@ -44,10 +44,15 @@ std::string escaped(std::string_view text,
 
 std::optional<std::string> indentationOf(const Document& document, const Node& node)
 {
+  return indentationAt(document, node.range().begin);
+}
+
+std::optional<std::string> indentationAt(const Document& document, std::uint32_t begin)
+{
   const std::string_view text = document.text();
-  const std::size_t begin = lineBegin(text, node.range().begin);
-  const std::string_view before = text.substr(begin, node.range().begin - begin);
-  return begin != 0 && areBlanks(before) ? std::optional(std::string(before)) : std::nullopt;
+  const std::size_t line = lineBegin(text, begin);
+  const std::string_view before = text.substr(line, begin - line);
+  return line != 0 && areBlanks(before) ? std::optional(std::string(before)) : std::nullopt;
 }
 
 std::string stepOfIndentation(const Document& document)
@@ -65,17 +70,17 @@ std::string stepOfIndentation(const Document& document)
   return "  ";
 }
 
-Range rangeToRemove(const Document& document, const Node& node)
+Range rangeToRemove(const Document& document, const Range& range)
 {
   const std::string_view text = document.text();
-  const std::size_t lineEnd = text.find_first_of(lineEnds, node.range().end);
-  if (!indentationOf(document, node) || lineEnd == std::string_view::npos ||
-      !areBlanks(text.substr(node.range().end, lineEnd - node.range().end)))
+  const std::size_t lineEnd = text.find_first_of(lineEnds, range.end);
+  if (!indentationAt(document, range.begin) || lineEnd == std::string_view::npos ||
+      !areBlanks(text.substr(range.end, lineEnd - range.end)))
   {
-    return node.range();
+    return range;
   }
   const std::size_t end = lineEnd + (text.substr(lineEnd, 2) == "\r\n" ? 2 : 1);
-  return {static_cast<std::uint32_t>(lineBegin(text, node.range().begin)),
+  return {static_cast<std::uint32_t>(lineBegin(text, range.begin)),
           static_cast<std::uint32_t>(end)};
 }
 
@@ -109,7 +114,7 @@ std::string asXml(const NewElement& element, const std::optional<std::string>& i
   {
     return xml + "/>";
   }
-  xml += '>' + escapedText(element.text);
+  xml += '>' + textAsXml(element.text, element.isCData);
   for (const NewElement& child : element.children)
   {
     const auto inner = indentation ? std::optional(*indentation + step) : std::nullopt;
@@ -117,6 +122,19 @@ std::string asXml(const NewElement& element, const std::optional<std::string>& i
   }
   xml += indentation && !element.children.empty() ? '\n' + *indentation : "";
   return xml + "</" + element.name + '>';
+}
+
+std::string textAsXml(std::string_view text, bool isCData)
+{
+  const bool areOnlyBlanks =
+      !text.empty() && text.find_first_not_of(blanks) == std::string_view::npos;
+  std::string plain = escapedText(text);
+  if (text.empty() || (!isCData && !areOnlyBlanks) ||
+      text.find(endOfCData) != std::string_view::npos || text.find('\r') != std::string_view::npos)
+  {
+    return plain;
+  }
+  return std::string(beginOfCData).append(text).append(endOfCData);
 }
 
 std::string escapedText(std::string_view text)

@@ -11,13 +11,17 @@ namespace vesk::source
 {
 
 /// The blanks before a node in its line, if nothing else stands before it there.
+/// \{
 std::optional<std::string> indentationOf(const Document& document, const Node& node);
+std::optional<std::string> indentationAt(const Document& document, std::uint32_t begin);
+/// \}
 
 /// By how much the document indents an element within another one; none when it is on one line.
 std::string stepOfIndentation(const Document& document);
 
-/// The part of the text that goes with a node: its lines, when it stands there alone, else the node.
-Range rangeToRemove(const Document& document, const Node& node);
+/// The part of the text that goes with a node or tag: its lines, when it stands there alone, else that
+/// itself.
+Range rangeToRemove(const Document& document, const Range& range);
 
 /// The place behind a node and the comments that follow it in its line.
 std::uint32_t endWithComments(const Node& node, std::string_view text);
@@ -26,6 +30,10 @@ std::uint32_t endWithComments(const Node& node, std::string_view text);
 /// one line when there is none.
 std::string asXml(const NewElement& element, const std::optional<std::string>& indentation,
                   const std::string& step);
+
+/// A text as it is put into an element: in a CDATA section if it is to be in one and can, or if it is
+/// of blanks only. Throws as escapedText() does.
+std::string textAsXml(std::string_view text, bool isCData);
 
 /// As they stand in XML: throws std::invalid_argument for characters that cannot.
 /// \{
