@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <edit/changes.hpp>
+#include <edit/difference.hpp>
+#include <edit/textchange.hpp>
+#include <edit/unheld.hpp>
+#include <source/document.hpp>
+
+#include <algorithm>
+
+namespace vesk::edit
+{
+namespace
+{
+/// Whether what was read differs from what was wanted only by an empty entry.
+bool isEmptyEntry(const Difference& difference)
+{
+  const AnyConstReference& read = difference.after.value;
+  if (difference.before.value.isValid() || !read.isValid())
+  {
+    return false;
+  }
+  const auto isEmpty = [](const AnyConstReference& text)
+  { return text.is<std::string>() && text.as<std::string>().empty(); };
+  if (read.type()->kind() == TypeKind::List)
+  {
+    const auto elements = read.elements();
+    return std::all_of(elements.begin(), elements.end(), isEmpty);
+  }
+  return isEmpty(read);
+}
+
+/// Throws unless the text is read as wanted.
+void prove(const std::string& bytes, const Manifest& wanted, bool mayHaveEmptyEntries)
+{
+  Manifest read;
+  LoadError error;
+  if (!readManifest(bytes, read, error))
+  {
+    throw Refusal("the changed text would not be read: " + error.message);
+  }
+  if (AnyConstReference(read) == AnyConstReference(wanted))
+  {
+    return;
+  }
+  for (const Difference& difference :
+       differences(AnyConstReference(wanted), AnyConstReference(read)))
+  {
+    if (!mayHaveEmptyEntries || !isEmptyEntry(difference))
+    {
+      throw Refusal(whyUnheld(wanted, difference));
+    }
+  }
+}
+} // namespace
+
+std::string changed(const std::string& bytes, const Manifest& before, const Manifest& after,
+                    CommentEntries comments)
+{
+  if (AnyConstReference(before) == AnyConstReference(after))
+  {
+    return bytes;
+  }
+  const source::Document document = source::Document::parse(bytes);
+  if (const auto& error = document.error())
+  {
+    throw Refusal(error->message, source::Lines(document.text()).placeOf(error->range.begin));
+  }
+  TextChange change(document);
+  try
+  {
+    change.change(before, after);
+    if (change.stayingEntry() != nullptr && comments == CommentEntries::Refuse)
+    {
+      throw Refusal("what stands here is read as an empty entry, and stays",
+                    source::Lines(document.text()).placeOf(change.stayingEntry()->range().begin));
+    }
+    std::string result = change.apply();
+    prove(result, after, change.stayingEntry() != nullptr);
+    return result;
+  }
+  catch (const std::invalid_argument& error) // a character that XML has not
+  {
+    throw Refusal(error.what());
+  }
+}
+
+} // namespace vesk::edit
