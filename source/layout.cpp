@@ -58,7 +58,7 @@ public:
   }
 
 private:
-  static constexpr std::size_t widest = 8; // so few that looking for one takes no time
+  static constexpr std::size_t widest = 8; // one line must not make all others grow beyond measure
 
   void count(const std::string& step)
   {

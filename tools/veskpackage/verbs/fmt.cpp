@@ -1,26 +1,113 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "files/manifestfile.hpp"
+#include "output/complaint.hpp"
 #include "output/unifieddiff.hpp"
 #include "verbs/verbs.hpp"
 
+#include <package/manifest2/loadmanifest.hpp>
+#include <source/formatting.hpp>
+#include <source/lines.hpp>
+
+#include <QBuffer>
+
+#include <stdexcept>
+
 namespace tool
 {
+namespace
+{
+namespace source = vesk::source;
+
+/// What both readers take from a manifest.
+struct Meaning
+{
+  explicit Meaning(const std::string& content)
+  {
+    QBuffer input;
+    input.setData(QByteArray::fromStdString(content));
+    input.open(QIODevice::ReadOnly);
+    vesk::LoadError ignored;
+    vesk::readManifestDevice(input, package, sections, ignored);
+  }
+
+  vesk::PackageInfo package;
+  vesk::PackageInfo2 sections;
+};
+
+bool meanTheSame(const std::string& before, const std::string& after)
+{
+  const Meaning left(before);
+  const Meaning right(after);
+  return vesk::AnyConstReference(left.package) == vesk::AnyConstReference(right.package) &&
+         left.sections.sections == right.sections.sections;
+}
+
+/// The manifest with another layout. When it cannot have one, says why and gives none.
+std::optional<std::string> laidOut(const Manifest& manifest, const std::optional<std::string>& step,
+                                   std::ostream& complaints)
+{
+  const std::string original = manifest.bytes.toStdString();
+  const source::Document document = source::Document::parse(original);
+  if (const auto& error = document.error())
+  {
+    const source::Place place = source::Lines(document.text()).placeOf(error->range.begin);
+    complain(complaints,
+             manifest.name + ':' + std::to_string(place.line) + ':' + std::to_string(place.column),
+             error->message + "; --canonical rewrites it as the readers take it");
+    return std::nullopt;
+  }
+  try
+  {
+    std::string result = source::apply(document, source::formatting(document, step));
+    if (result == original || meanTheSame(original, result))
+    {
+      return result;
+    }
+    complain(complaints, manifest.name,
+             "not formatted: the readers would take it for another package");
+  }
+  catch (const std::runtime_error& refusal)
+  {
+    complain(complaints, manifest.name, refusal.what());
+  }
+  return std::nullopt;
+}
+
+/// As a terminal shows it; the bytes where nobody knows what they stand for.
+std::string inUtf8(const std::string& bytes)
+{
+  const source::Decoded decoded = source::decode(bytes, source::encodingOf(bytes));
+  return !decoded.isKnown || decoded.faultyByte ? bytes : decoded.text;
+}
+} // namespace
 
 ExitCode formatManifests(const FmtOptions& options)
 {
-  return forEachManifest(options.inputs,
-                         [&options](Manifest& manifest, std::ostream& out, std::ostream& complaints)
-                         {
-                           if (options.isCheck)
-                           {
-                             const std::string formatted = manifestOf(manifest.package);
-                             const std::string original = manifest.bytes.toStdString();
-                             printUnifiedDiff(out, manifest.name, original,
-                                              manifest.name + " (formatted)", formatted);
-                             return formatted == original ? Done : NegativeResult;
-                           }
-                           return writeManifest(manifest, options.target, out, complaints);
-                         });
+  return forEachManifest(
+      options.inputs,
+      [&options](Manifest& manifest, std::ostream& out, std::ostream& complaints)
+      {
+        const std::optional<std::string> formatted =
+            options.isCanonical ? manifestOf(manifest.package)
+                                : laidOut(manifest, options.step, complaints);
+        if (!formatted)
+        {
+          return NegativeResult;
+        }
+        const std::string original = manifest.bytes.toStdString();
+        if (options.isCheck)
+        {
+          printUnifiedDiff(out, manifest.name, inUtf8(original), manifest.name + " (formatted)",
+                           inUtf8(*formatted));
+          return *formatted == original ? Done : NegativeResult;
+        }
+        const bool loses = options.isCanonical && *formatted != original;
+        if (loses && !options.target.isForced && refuseToLose(manifest, complaints))
+        {
+          return NegativeResult;
+        }
+        return writeContent(*formatted, manifest, options.target, out, complaints);
+      });
 }
 
 } // namespace tool
