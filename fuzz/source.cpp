@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// Parses a text strictly and edits it: nodes cover the text, and an edit changes what it is about and
-// nothing else.
+// Parses a text strictly, edits it and lays it out: nodes cover the text, an edit changes what it is
+// about and nothing else, and what is laid out is so for good.
 #include "support.hpp"
 
-#include <source/edits.hpp>
+#include <source/formatting.hpp>
 #include <source/lines.hpp>
 
 #include <stdexcept>
@@ -93,6 +93,24 @@ void requireEdited(const Document& document, const std::vector<const Node*>& ele
   }
   require(found == expected, "all else is as it was");
 }
+
+/// The layout is done at once, and leaves all elements.
+void requireLaidOut(const Document& document, std::size_t countOfElements)
+{
+  const std::vector<Edit> edits = formatting(document);
+  try
+  {
+    const Document laidOut = Document::parse(vesk::source::apply(document, edits));
+    require(!laidOut.error() && formatting(laidOut).empty(), "laid out once and for all");
+    std::vector<const Node*> elements;
+    collect(*laidOut.root(), laidOut, elements);
+    require(elements.size() == countOfElements, "as many elements in the layout");
+  }
+  catch (const std::runtime_error&)
+  {
+    return; // of a text that is not encoded as we would
+  }
+}
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -115,5 +133,6 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
   }
   require(!elements.empty(), "a root element");
   requireEdited(document, elements, size % elements.size());
+  requireLaidOut(document, elements.size());
   return 0;
 }

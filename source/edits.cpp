@@ -96,13 +96,7 @@ void Editor::setAttribute(const Node& element, std::string_view name, std::strin
     place = before->range().end;
     quote = text[before->valueRange().end];
     const std::size_t begin = text.find_last_not_of(blanks, before->nameRange().begin - 1) + 1;
-    const std::string_view standing = text.substr(begin, before->nameRange().begin - begin);
-    separator.clear();
-    for (std::size_t i = 0; i < standing.size(); ++i)
-    {
-      const bool isOfCrLf = standing[i] == '\n' && i > 0 && standing[i - 1] == '\r';
-      separator += isOfCrLf ? "" : std::string(1, standing[i] == '\r' ? '\n' : standing[i]);
-    }
+    separator = withLineFeeds(text.substr(begin, before->nameRange().begin - begin));
   }
   collected.push_back(
       {{place, place},
@@ -158,7 +152,10 @@ void Editor::setText(const Node& element, std::string_view text)
 
 void Editor::insert(const Node& parent, const Node* after, const std::vector<NewElement>& elements)
 {
-  const std::string step = stepOfIndentation(document);
+  if (step.empty())
+  {
+    step = stepOfIndentation(document);
+  }
   // As the neighbour stands; the first child as its parent stands.
   std::optional<std::string> indentation;
   const Node* neighbour = after;

@@ -85,6 +85,7 @@ public:
 private:
   const Document& document;
   std::vector<Edit> collected;
+  std::string step; // of indentation; empty until it is needed
 };
 
 } // namespace vesk::source

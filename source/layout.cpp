@@ -3,6 +3,7 @@
 
 #include "characters.hpp"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace vesk::source
@@ -18,10 +19,57 @@ std::size_t lineBegin(std::string_view text, std::size_t offset)
   return end == std::string_view::npos ? 0 : end + 1;
 }
 
-bool areBlanks(std::string_view text)
+bool isLineEnd(char c) { return lineEnds.find(c) != std::string_view::npos; }
+
+/// How often nodes are indented by how much.
+class Steps
 {
-  return text.find_first_not_of(blanksInLine) == std::string_view::npos;
-}
+public:
+  /// Of the nodes in an element that stands behind such blanks, or behind something else.
+  void collect(const Document& document, const Node& element,
+               const std::optional<std::string>& outer)
+  {
+    if (staysInside(document, element))
+    {
+      return;
+    }
+    for (const Node& child : element.children())
+    {
+      const auto inner = child.kind() == Kind::Text ? std::nullopt : indentationOf(document, child);
+      if (outer && inner && inner->size() > outer->size() &&
+          inner->size() - outer->size() <= widest && inner->compare(0, outer->size(), *outer) == 0)
+      {
+        count(inner->substr(outer->size()));
+      }
+      if (child.isElement())
+      {
+        collect(document, child, inner);
+      }
+    }
+  }
+
+  /// The first of several; two blanks if there is none.
+  std::string mostFrequent() const
+  {
+    const auto most = std::max_element(counts.begin(), counts.end(),
+                                       [](const auto& left, const auto& right)
+                                       { return left.second < right.second; });
+    return most == counts.end() ? "  " : most->first;
+  }
+
+private:
+  static constexpr std::size_t widest = 8; // one line must not make all others grow beyond measure
+
+  void count(const std::string& step)
+  {
+    auto known = std::find_if(counts.begin(), counts.end(),
+                              [&step](const auto& counted) { return counted.first == step; });
+    known = known == counts.end() ? counts.insert(known, {step, 0}) : known;
+    ++known->second;
+  }
+
+  std::vector<std::pair<std::string, std::size_t>> counts; // in the order of the text
+};
 
 /// Escapes the characters that are given with what stands for them.
 std::string escaped(std::string_view text,
@@ -42,6 +90,22 @@ std::string escaped(std::string_view text,
 }
 } // namespace
 
+bool areBlanksInLine(std::string_view text)
+{
+  return text.find_first_not_of(blanksInLine) == std::string_view::npos;
+}
+
+std::string withLineFeeds(std::string_view text)
+{
+  std::string result;
+  for (std::size_t i = 0; i < text.size(); ++i)
+  {
+    const bool isOfCrLf = text[i] == '\n' && i > 0 && text[i - 1] == '\r';
+    result += isOfCrLf ? "" : std::string(1, text[i] == '\r' ? '\n' : text[i]);
+  }
+  return result;
+}
+
 std::optional<std::string> indentationOf(const Document& document, const Node& node)
 {
   return indentationAt(document, node.range().begin);
@@ -49,25 +113,42 @@ std::optional<std::string> indentationOf(const Document& document, const Node& n
 
 std::optional<std::string> indentationAt(const Document& document, std::uint32_t begin)
 {
-  const std::string_view text = document.text();
-  const std::size_t line = lineBegin(text, begin);
-  const std::string_view before = text.substr(line, begin - line);
-  return line != 0 && areBlanks(before) ? std::optional(std::string(before)) : std::nullopt;
+  const std::string_view before = document.text().substr(0, begin);
+  const std::size_t last = before.find_last_not_of(blanksInLine);
+  return last != std::string_view::npos && isLineEnd(before[last])
+             ? std::optional(std::string(before.substr(last + 1)))
+             : std::nullopt;
+}
+
+bool staysInside(const Document& document, const Node& element)
+{
+  const Attribute* const space = element.attribute("xml:space");
+  bool hasTags = false;
+  for (const Node& child : element.children())
+  {
+    const bool isText =
+        child.kind() == Kind::Text
+            ? document.text(child.range()).find_first_not_of(blanks) != std::string_view::npos
+            : child.kind() == Kind::CData || child.kind() == Kind::Reference;
+    if (isText)
+    {
+      return true;
+    }
+    hasTags = hasTags || child.isElement() || child.kind() == Kind::Instruction;
+  }
+  const Range inside{element.startTag().end, element.endTag().begin};
+  return (space != nullptr && space->value() == "preserve") ||
+         (!hasTags && document.text(inside).find_first_of(lineEnds) == std::string_view::npos);
 }
 
 std::string stepOfIndentation(const Document& document)
 {
-  const Node* const root = document.root();
-  for (const Node* node = root != nullptr ? root->firstChild() : nullptr; node != nullptr;
-       node = node->next())
+  Steps steps;
+  if (const Node* const root = document.root())
   {
-    const auto indentation = indentationOf(document, *node);
-    if (node->isElement() && indentation && !indentation->empty())
-    {
-      return *indentation;
-    }
+    steps.collect(document, *root, indentationOf(document, *root).value_or(""));
   }
-  return "  ";
+  return steps.mostFrequent();
 }
 
 Range rangeToRemove(const Document& document, const Range& range)
@@ -75,7 +156,7 @@ Range rangeToRemove(const Document& document, const Range& range)
   const std::string_view text = document.text();
   const std::size_t lineEnd = text.find_first_of(lineEnds, range.end);
   if (!indentationAt(document, range.begin) || lineEnd == std::string_view::npos ||
-      !areBlanks(text.substr(range.end, lineEnd - range.end)))
+      !areBlanksInLine(text.substr(range.end, lineEnd - range.end)))
   {
     return range;
   }
@@ -94,7 +175,7 @@ std::uint32_t endWithComments(const Node& node, std::string_view text)
       end = next->range().end;
     }
     else if (next->kind() != Kind::Text ||
-             !areBlanks(text.substr(next->range().begin, next->range().size())))
+             !areBlanksInLine(text.substr(next->range().begin, next->range().size())))
     {
       break;
     }

@@ -10,13 +10,24 @@
 namespace vesk::source
 {
 
+/// Whether there is nothing but blanks and tabs.
+bool areBlanksInLine(std::string_view text);
+
+/// With "\n" at the ends of all lines.
+std::string withLineFeeds(std::string_view text);
+
 /// The blanks before a node in its line, if nothing else stands before it there.
 /// \{
 std::optional<std::string> indentationOf(const Document& document, const Node& node);
 std::optional<std::string> indentationAt(const Document& document, std::uint32_t begin);
 /// \}
 
-/// By how much the document indents an element within another one; none when it is on one line.
+/// Whether layout leaves alone what stands in an element, since blanks may have a meaning there, or all
+/// is on one line and has no tags.
+bool staysInside(const Document& document, const Node& element);
+
+/// By how much most nodes of the document are indented within their parents, as far as they stand first
+/// in their lines; two blanks when none is.
 std::string stepOfIndentation(const Document& document);
 
 /// The part of the text that goes with a node or tag: its lines, when it stands there alone, else that

@@ -3,9 +3,11 @@
 // lines with edits where it is about those, and indented lines with what comes of it.
 #include "support.hpp"
 
-#include <source/edits.hpp>
+#include <source/formatting.hpp>
 #include <source/limits.hpp>
 #include <source/lines.hpp>
+
+#include <random>
 
 using namespace vesk::source;
 
@@ -84,6 +86,60 @@ std::string shown(const std::string& bytes)
         << escaped(document.text(error->range)) << "|\n";
   }
   return out.str();
+}
+
+/// The nodes of a text as they stand, without blanks between them and in tags.
+std::string outline(const Document& document, Node::ChildRange nodes)
+{
+  std::string result;
+  for (const Node& node : nodes)
+  {
+    const std::string_view standing = document.text(node.range());
+    const bool isBlank = standing.find_first_not_of(" \t\r\n") == std::string_view::npos;
+    result.append(node.isElement() || isBlank ? node.name() : standing);
+    for (const Attribute& attribute : node.attributes())
+    {
+      result.append("@").append(attribute.name()).append(document.text(attribute.valueRange()));
+    }
+    result.append(!node.isElement()           ? ""
+                  : node.endTag().size() == 0 ? "/"
+                                              : '(' + outline(document, node.children()) + ')');
+  }
+  return result;
+}
+
+std::string outline(const std::string& text)
+{
+  const Document document = Document::parse(text);
+  return document.error() ? document.error()->message : outline(document, document.nodes());
+}
+
+std::string formatted(const std::string& text, const std::optional<std::string>& step = {})
+{
+  const Document document = Document::parse(text);
+  return apply(document, formatting(document, step));
+}
+
+std::string messyElement(std::mt19937& random, int depth)
+{
+  const auto any = [&random](std::initializer_list<const char*> parts)
+  { return std::string(parts.begin()[random() % parts.size()]); };
+  std::string element = "<a" +
+                        any({"", " b='1'", "\n\tb = '\"'  c=\"'\"", " xml:space='preserve'"}) +
+                        any({"", "", " ", "\n "});
+  if (random() % 4 == 0)
+  {
+    return element + "/>";
+  }
+  element += '>';
+  for (auto left = depth == 0 ? 0 : random() % 6; left > 0; --left)
+  {
+    element += any({"", "", " ", "\n", "\n\n \n", "\n  ", "\n\t", "\n     "});
+    element += random() % 8 == 0   ? any({"t", "&r;", "&#32;", "<![CDATA[ ]]>"})
+               : random() % 3 == 0 ? any({"<!--c-->", "<!--\n c-->", "<?i x?>"})
+                                   : messyElement(random, depth - 1);
+  }
+  return element + any({"", " ", "\n"}) + "</a" + any({"", " "}) + '>';
 }
 
 const Node& find(const Node& root, const std::string& name)
@@ -194,6 +250,38 @@ TEST(Source, EditsAsTheSurroundingsLook)
             const std::string refused = thrown<std::invalid_argument>(commands);
             return "  " + (refused.empty() ? escaped(editor.apply()) : refused) + '\n';
           });
+}
+
+TEST(Source, LaysOut)
+{
+  compare("formatting.txt",
+          [](const std::vector<std::string>& given)
+          {
+            const auto step = given.size() == 1 ? std::nullopt : std::optional(given.back());
+            std::string result;
+            const std::string refused =
+                thrown<std::invalid_argument>([&] { result = formatted(given.front(), step); });
+            EXPECT_EQ(refused.empty() ? formatted(result, step) : "", result) << given.front();
+            return "  " + (refused.empty() ? escaped(result) : refused) + '\n';
+          });
+  for (const char* const file : {"/oddities.written.xml", "/oddities.content.xml"})
+  {
+    const std::string written = contentOf(GOLDEN_FILES + std::string(file));
+    EXPECT_EQ(formatted(written), written) << "what the library writes";
+  }
+}
+
+// Laid out, a text has the same nodes, and there is nothing left to do.
+TEST(Source, LaysOutBlanksAlone)
+{
+  std::mt19937 random(1);
+  for (int i = 0; i < 3000; ++i)
+  {
+    const std::string text = "<!DOCTYPE a [<!ENTITY r ''>]>" + messyElement(random, 4);
+    const std::string once = formatted(text);
+    ASSERT_EQ(formatted(once), once) << text;
+    ASSERT_EQ(outline(once), outline(text)) << text;
+  }
 }
 
 // In each encoding a text gives the same tree, and an edit changes nothing but what it is about.

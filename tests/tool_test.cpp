@@ -8,14 +8,14 @@ namespace
 /// What a shell's command prints in a folder with manifests in it, and its exit code unless 0.
 std::string said(const TemporaryFolder& folder, const std::string& command)
 {
-  const QString faulty = GOLDEN_FILES "/check";
-  const QString script = R"(cd "$0"; [ -e minimal.xml ] || cp "$1"/*.xml "$2"/*.xml .
+  const QString script =
+      R"(cd "$0"; [ -e minimal.xml ] || cp -r "$1"/*.xml "$2"/check/*.xml "$2"/messy .
                             PATH=${3%/*}:$PATH; exec 2>&1
                             %1)";
   const ProgramRun run =
       runProgram("sh",
                  {"-c", script.arg(QString::fromStdString(command)),
-                  QString::fromStdString(folder.path("")), EXAMPLE_MANIFESTS, faulty, TOOL},
+                  QString::fromStdString(folder.path("")), EXAMPLE_MANIFESTS, GOLDEN_FILES, TOOL},
                  {}, {"FAULTS=" FAULTS, "MANUAL=" MANUAL, "DOCS=" PROJECT_FOLDER "docs"});
   return run.out + (run.exitCode == 0 ? "" : "[exit code " + std::to_string(run.exitCode) + "]\n");
 }

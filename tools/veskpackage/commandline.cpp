@@ -250,13 +250,29 @@ void CommandLine::addSet()
 void CommandLine::addFmt()
 {
   CLI::App* const verb = app.add_subcommand(
-      "fmt", "Load manifests and write them back, without comments and what is not known");
+      "fmt", "Lay manifests out: lines, indentation, blanks and quotes, and nothing else");
   addInputs(*verb, fmtOptions.inputs, "Manifests to read");
   addTarget(*verb, fmtOptions.target);
   verb->add_flag("--check", fmtOptions.isCheck,
                  "Write nothing; print as a unified difference what would change, and exit with 1 "
                  "if anything")
       ->excludes("--in-place", "--output");
+  CLI::Option* const canonical =
+      verb->add_flag("--canonical", fmtOptions.isCanonical,
+                     "Write manifests anew as the library does, unless comments, unknown elements "
+                     "and the like are lost");
+  verb->get_option("--force")
+      ->description("With --canonical, write also when something is lost")
+      ->needs(canonical);
+  verb->add_option_function<std::string>(
+          "--indent",
+          [this](const std::string& width)
+          { fmtOptions.step = width == "tab" ? "\t" : std::string(std::stoul(width), ' '); },
+          "Indent by so many blanks, or by a tab, instead of as the manifest does for the most "
+          "part")
+      ->check(CLI::IsMember({"1", "2", "3", "4", "5", "6", "7", "8", "tab"}))
+      ->option_text("WIDTH")
+      ->excludes(canonical);
   addExample(*verb, "veskpackage fmt --check manifest.xml");
   verb->callback(
       [this]

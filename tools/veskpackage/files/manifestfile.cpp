@@ -55,8 +55,16 @@ QString replaceFile(const QString& path, const std::string& content)
   return file.commit() ? QString() : file.errorString();
 }
 
-/// Complains of what \p manifest has that would be lost; false when there is nothing.
-bool complainOfLosses(const Manifest& manifest, std::ostream& complaints)
+/// Whether \p target is the file that the manifest was read from.
+bool isInPlace(const Target& target, const Manifest& manifest)
+{
+  return manifest.file != "-" &&
+         (target.isInPlace || QFileInfo(QString::fromStdString(target.output)) ==
+                                  QFileInfo(QString::fromStdString(manifest.file)));
+}
+} // namespace
+
+bool refuseToLose(const Manifest& manifest, std::ostream& complaints)
 {
   vesk::check::Options options;
   for (const vesk::check::Rule& rule : vesk::check::rules())
@@ -72,9 +80,13 @@ bool complainOfLosses(const Manifest& manifest, std::ostream& complaints)
   {
     printFinding(complaints, manifest.name, loss, false);
   }
+  if (!losses.empty())
+  {
+    complain(complaints, manifest.name,
+             "not rewritten: what is listed above would be lost; --force rewrites it all the same");
+  }
   return !losses.empty();
 }
-} // namespace
 
 std::optional<std::string> readBytes(const std::string& file, std::string& trouble)
 {
@@ -178,27 +190,22 @@ bool writeFile(const std::string& content, const std::string& file, std::ostream
   return error.isEmpty();
 }
 
+ExitCode writeContent(const std::string& content, const Manifest& manifest, const Target& target,
+                      std::ostream& out, std::ostream& complaints)
+{
+  const bool staysAsItIs = isInPlace(target, manifest) && content == manifest.bytes;
+  const std::string& file = target.isInPlace ? manifest.file : target.output;
+  return staysAsItIs || writeFile(content, file, out, complaints) ? Done : FileTrouble;
+}
+
 ExitCode writeManifest(const Manifest& manifest, const Target& target, std::ostream& out,
                        std::ostream& complaints)
 {
   const std::string content = manifestOf(manifest.fields.package);
-  const bool isSameFile = target.isInPlace || QFileInfo(QString::fromStdString(target.output)) ==
-                                                  QFileInfo(QString::fromStdString(manifest.file));
-  if (!isSameFile || manifest.file == "-")
-  {
-    return writeFile(content, target.output, out, complaints) ? Done : FileTrouble;
-  }
-  if (content == manifest.bytes)
-  {
-    return Done;
-  }
-  if (!target.isForced && complainOfLosses(manifest, complaints))
-  {
-    complain(complaints, manifest.name,
-             "not rewritten: what is listed above would be lost; --force rewrites it all the same");
-    return NegativeResult;
-  }
-  return writeFile(content, manifest.file, out, complaints) ? Done : FileTrouble;
+  const bool loses = isInPlace(target, manifest) && content != manifest.bytes;
+  return loses && !target.isForced && refuseToLose(manifest, complaints)
+             ? NegativeResult
+             : writeContent(content, manifest, target, out, complaints);
 }
 
 } // namespace tool

@@ -59,6 +59,15 @@ struct Target
   bool isForced = false;    ///< also where something is lost
 };
 
+/// Complains of what \p manifest has that would be lost when its package is written; false when there
+/// is nothing.
+bool refuseToLose(const Manifest& manifest, std::ostream& complaints);
+
+/// Writes \p content to \p target in place of what was read; of a manifest from standard input, to
+/// \p out. A file that has this content stays untouched.
+ExitCode writeContent(const std::string& content, const Manifest& manifest, const Target& target,
+                      std::ostream& out, std::ostream& complaints);
+
 /// Writes \p manifest to \p target; one from standard input goes to \p out. When it would replace
 /// the file that it was read from, and lose something that the file has, prints what, and does not
 /// write unless it is forced to.

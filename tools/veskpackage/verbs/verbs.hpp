@@ -9,6 +9,7 @@
 #include <check/manifestcheck.hpp>
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -73,9 +74,11 @@ struct FmtOptions
 {
   Inputs inputs;
   Target target;
-  bool isCheck = false; ///< only shows what would change
+  std::optional<std::string> step; ///< of indentation; the manifest's own without it
+  bool isCanonical = false;        ///< written anew from the package instead
+  bool isCheck = false;            ///< only shows what would change
 };
-/// Loads manifests and writes them back.
+/// Changes the layout of manifests, and nothing else.
 ExitCode formatManifests(const FmtOptions& options);
 
 struct TrimOptions
