@@ -11,16 +11,24 @@ namespace vesk::edit
 {
 namespace
 {
-/// Whether what was read differs from what was wanted only by an empty entry.
+/// Whether it makes no difference: no text holds that there is nothing under a key.
+bool isNothing(const Difference& difference)
+{
+  const AnyConstReference& wanted = difference.before.value;
+  return wanted.isValid() && !difference.after.value.isValid() &&
+         wanted.type()->kind() == TypeKind::List && wanted.size() == 0;
+}
+
+/// Whether more was read than was wanted, but only an empty entry.
 bool isEmptyEntry(const Difference& difference)
 {
+  const auto isEmpty = [](const AnyConstReference& text)
+  { return text.is<std::string>() && text.as<std::string>().empty(); };
   const AnyConstReference& read = difference.after.value;
   if (difference.before.value.isValid() || !read.isValid())
   {
     return false;
   }
-  const auto isEmpty = [](const AnyConstReference& text)
-  { return text.is<std::string>() && text.as<std::string>().empty(); };
   if (read.type()->kind() == TypeKind::List)
   {
     const auto elements = read.elements();
@@ -45,7 +53,7 @@ void prove(const std::string& bytes, const Manifest& wanted, bool mayHaveEmptyEn
   for (const Difference& difference :
        differences(AnyConstReference(wanted), AnyConstReference(read)))
   {
-    if (!mayHaveEmptyEntries || !isEmptyEntry(difference))
+    if (!isNothing(difference) && !(mayHaveEmptyEntries && isEmptyEntry(difference)))
     {
       throw Refusal(whyUnheld(wanted, difference));
     }
@@ -69,13 +77,14 @@ std::string changed(const std::string& bytes, const Manifest& before, const Mani
   try
   {
     change.change(before, after);
-    if (change.stayingEntry() != nullptr && comments == CommentEntries::Refuse)
+    const Nodes& staying = change.stayingEntries();
+    if (!staying.empty() && comments == CommentEntries::Refuse)
     {
       throw Refusal("what stands here is read as an empty entry, and stays",
-                    source::Lines(document.text()).placeOf(change.stayingEntry()->range().begin));
+                    source::Lines(document.text()).placeOf(staying.front()->range().begin));
     }
     std::string result = change.apply();
-    prove(result, after, change.stayingEntry() != nullptr);
+    prove(result, after, !staying.empty());
     return result;
   }
   catch (const std::invalid_argument& error) // a character that XML has not

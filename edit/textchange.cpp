@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <edit/failing.hpp>
 #include <edit/newelements.hpp>
 #include <edit/pairing.hpp>
 #include <edit/textchange.hpp>
@@ -49,7 +50,7 @@ const Node* previousElement(const Node& node)
   return previous;
 }
 
-/// The reference to an entity in an element or within it; null when there is none.
+/// A reference to an entity among the children of an element; null when there is none.
 const Node* referenceIn(const Node& node)
 {
   for (const Node& child : node.children())
@@ -57,10 +58,6 @@ const Node* referenceIn(const Node& node)
     if (child.kind() == Kind::Reference)
     {
       return &child;
-    }
-    if (const Node* const inner = referenceIn(child))
-    {
-      return inner;
     }
   }
   return nullptr;
@@ -78,6 +75,24 @@ const Node* lastUpTo(const Node& host, const Element& parent, const Element& chi
     }
   }
   return nullptr;
+}
+
+void requireKnownNames(const Element& element, const AnyConstReference& texts)
+{
+  std::vector<std::string> names;
+  for (const Element& known : element.children)
+  {
+    names.push_back(known.name);
+  }
+  for (const AnyConstReference& text : texts.elements())
+  {
+    const auto& name = text.as<std::string>();
+    if (std::find(names.begin(), names.end(), name) == names.end())
+    {
+      throw Refusal(element.field.name + ": \"" + name + "\" is unknown; there are " +
+                    choiceInsteadOf(name, names));
+    }
+  }
 }
 
 std::size_t countOf(const EntriesByKey& entries, const std::string& key)
@@ -204,9 +219,20 @@ void TextChange::changeEntries(const Nodes& hosts, const Element& parent, const 
       refuse("readers find other entries here than stand in the text", *hosts.back());
     }
   }
-  const Node* previous = nullptr; // the entry before, in the order of keys
+  if (element.holds == Holds::Names)
+  {
+    requireKnownNames(element, after);
+  }
+  // A new entry comes behind the one before it, in the order of keys, or in front of the first one.
+  const Node* previous = nullptr;
+  const Node* first = standing.empty() ? nullptr : standing.begin()->second.front().node;
   for (const auto& [key, values] : is)
   {
+    if (countOf(standing, key) != 0)
+    {
+      previous = nullptr;
+      first = standing.at(key).front().node;
+    }
     for (const Pair& pair : pairsOf(was[key], values))
     {
       const Entry* const entry = pair.before ? &standing.at(key)[*pair.before] : nullptr;
@@ -222,10 +248,9 @@ void TextChange::changeEntries(const Nodes& hosts, const Element& parent, const 
       {
         insert(*previous->parent(), previous, newEntry(element, key, values[*pair.after]));
       }
-      else if (!standing.empty())
+      else if (first != nullptr)
       {
-        const Node& first = *standing.begin()->second.front().node;
-        insert(*first.parent(), previousElement(first),
+        insert(*first->parent(), previousElement(*first),
                newEntry(element, key, values[*pair.after]));
       }
       else if (isContainer(element))
@@ -256,6 +281,15 @@ void TextChange::changeEntry(const Entry& entry, const Element& holder, const st
   }
   const Element& element = entryFormat(holder);
   const format::Attribute* const value = attributeFor(element, Role::Value);
+  if (!entry.node->isElement())
+  {
+    if (element.several != Several::LastOfKeyCounts)
+    {
+      staying.push_back(entry.node);
+    }
+    insert(*entry.node->parent(), entry.node, newEntry(holder, key, after));
+    return;
+  }
   if (element.several == Several::CountOnce)
   {
     removed.insert(entry.others.begin(), entry.others.end());
@@ -281,10 +315,6 @@ void TextChange::changeEntry(const Entry& entry, const Element& holder, const st
 
 void TextChange::changeText(const Node& node, const AnyConstReference& value)
 {
-  if (!node.isElement())
-  {
-    refuse("what stands here is read as an empty entry, which has no text to change", node);
-  }
   refuseReferences({&node});
   for (const Node& child : node.children())
   {
@@ -308,7 +338,7 @@ void TextChange::removeEntry(const Entry& entry)
     }
     else
     {
-      staying = node;
+      staying.push_back(node);
     }
   }
 }
@@ -333,7 +363,11 @@ void TextChange::removeEmptied(const Nodes& containers, const Element& element)
     {
       refuseReferences({container});
       unwrapped.insert(container);
-      staying = nullptr; // it is no entry outside
+      // Outside it stands for no entry.
+      staying.erase(std::remove_if(staying.begin(), staying.end(),
+                                   [container](const Node* node)
+                                   { return node->parent() == container; }),
+                    staying.end());
     }
   }
 }

@@ -19,7 +19,10 @@ namespace vesk::edit
 class TextChange
 {
 public:
-  explicit TextChange(const source::Document& changed) : document(changed), editor(changed) {}
+  /// The readers of manifests take the ends of lines as they stand.
+  explicit TextChange(const source::Document& changed)
+      : document(changed), editor(changed, source::LineReading::Raw)
+  {}
 
   /// Throws Refusal.
   void change(const Manifest& before, const Manifest& after);
@@ -27,8 +30,9 @@ public:
   /// The bytes of the changed text.
   std::string apply();
 
-  /// A comment or the like that stays, though the entry that it stands for was to be removed.
-  const source::Node* stayingEntry() const { return staying; }
+  /// Comments and the like that stay, though the entries that they stand for were to be removed or
+  /// changed.
+  const Nodes& stayingEntries() const { return staying; }
 
 private:
   /// An element that comes behind a child of a parent, or in front of all if that is null.
@@ -79,7 +83,7 @@ private:
   std::set<const source::Node*> removed;
   std::set<const source::Node*> unwrapped; ///< of which only the tags are removed
   std::vector<Insertion> insertions;
-  const source::Node* staying = nullptr;
+  Nodes staying;
 };
 
 } // namespace vesk::edit

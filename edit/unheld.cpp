@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <edit/entries.hpp>
-#include <edit/failing.hpp>
 #include <edit/fieldstep.hpp>
 #include <edit/fieldvalue.hpp>
+#include <edit/json.hpp>
+#include <edit/membername.hpp>
 #include <edit/unheld.hpp>
 
-#include <algorithm>
 #include <set>
 
 namespace vesk::edit
 {
-
-using format::Element;
 
 namespace
 {
@@ -54,31 +52,18 @@ HeldMember innermostMember(const Manifest& manifest, const FieldPath& path)
   return member;
 }
 
-std::string inQuotes(const std::string& text) { return '"' + text + '"'; }
-
-/// What is wrong with the entries of a list that counts equal ones once; empty when nothing is.
-std::string faultIn(const AnyConstReference& list, const Element& element)
+/// A text that is in a list more than once; null when there is none.
+const std::string* repeatedIn(const AnyConstReference& list)
 {
-  std::vector<std::string> names;
-  for (const Element& known : element.children)
-  {
-    names.push_back(known.name);
-  }
   std::set<std::string> seen;
   for (const AnyConstReference& entry : list.elements())
   {
-    const auto& text = entry.as<std::string>();
-    if (element.holds == format::Holds::Names &&
-        std::find(names.begin(), names.end(), text) == names.end())
+    if (!seen.insert(entry.as<std::string>()).second)
     {
-      return inQuotes(text) + " is unknown; there are " + choiceInsteadOf(text, names);
-    }
-    if (!seen.insert(text).second)
-    {
-      return inQuotes(text) + " stands twice";
+      return &entry.as<std::string>();
     }
   }
-  return {};
+  return nullptr;
 }
 } // namespace
 
@@ -92,21 +77,16 @@ std::string whyUnheld(const Manifest& wanted, const Difference& difference)
   {
     return toText(member.path) + " is not part of a manifest";
   }
-  const AnyConstReference& value = difference.before.value;
-  if (attribute == nullptr && isContainer(*element) &&
-      entryFormat(*element).several == format::Several::CountOnce)
+  const bool countsOnce = attribute == nullptr && isContainer(*element) &&
+                          entryFormat(*element).several == format::Several::CountOnce;
+  if (const std::string* const repeated = countsOnce ? repeatedIn(member.value) : nullptr)
   {
-    const std::string fault = faultIn(member.value, *element);
-    if (!fault.empty())
-    {
-      return toText(member.path) + ": " + fault;
-    }
+    return toText(member.path) + ": \"" + *repeated + "\" stands twice";
   }
-  if (value.isValid() && value.type()->kind() == TypeKind::List && value.size() == 0)
-  {
-    return toText(path) + ": a manifest has no empty list here, only none";
-  }
-  return toText(path) + ": a manifest cannot hold this value";
+  return toText(path) + ": a manifest cannot hold this value; " +
+         (difference.after.value.isValid()
+              ? "it would be read as " + toJson(difference.after.value, -1, friendlyName)
+              : "it would be left out");
 }
 
 } // namespace vesk::edit

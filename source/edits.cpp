@@ -14,9 +14,7 @@ namespace
 {
 std::string withLineEnds(std::string_view text, LineEnd lineEnd)
 {
-  const std::string_view end = lineEnd == LineEnd::Lf     ? "\n"
-                               : lineEnd == LineEnd::CrLf ? "\r\n"
-                                                          : "\r";
+  const std::string_view end = charactersOf(lineEnd);
   std::string result;
   for (const char c : text)
   {
@@ -75,6 +73,11 @@ std::string apply(const Document& document, std::vector<Edit> edits)
   return encode(text, encoding);
 }
 
+LineEnd Editor::lineEnd() const
+{
+  return reading == LineReading::Raw ? document.lineEnd() : LineEnd::Lf;
+}
+
 void Editor::setAttribute(const Node& element, std::string_view name, std::string_view value,
                           const Attribute* after)
 {
@@ -112,7 +115,7 @@ void Editor::removeAttribute(const Attribute& attribute)
 
 void Editor::setText(const Node& element, std::string_view text)
 {
-  const std::string written = textAsXml(text, false);
+  const std::string written = textAsXml(text, false, lineEnd());
   if (element.endTag().size() == 0)
   {
     if (!text.empty())
@@ -141,7 +144,8 @@ void Editor::setText(const Node& element, std::string_view text)
       continue;
     }
     collected.push_back(
-        {child.range(), isWritten ? std::string() : textAsXml(text, child.kind() == Kind::CData)});
+        {child.range(),
+         isWritten ? std::string() : textAsXml(text, child.kind() == Kind::CData, lineEnd())});
     isWritten = true;
   }
   if (!isWritten && !text.empty())
@@ -179,7 +183,7 @@ void Editor::insert(const Node& parent, const Node* after, const std::vector<New
   std::string xml;
   for (const NewElement& element : elements)
   {
-    xml += (indentation ? '\n' + *indentation : "") + asXml(element, indentation, step);
+    xml += (indentation ? '\n' + *indentation : "") + asXml(element, indentation, step, lineEnd());
   }
   if (parent.endTag().size() == 0)
   {
@@ -190,9 +194,9 @@ void Editor::insert(const Node& parent, const Node* after, const std::vector<New
   }
   const bool isFirstOfAll =
       indentation && after == nullptr && parent.startTag().end == parent.endTag().begin;
-  const std::uint32_t place = after == nullptr ? parent.startTag().end
-                              : indentation    ? endWithComments(*after, document.text())
-                                               : after->range().end;
+  const std::uint32_t begin = after == nullptr ? parent.startTag().end : after->range().end;
+  const Node* const next = after == nullptr ? parent.firstChild() : after->next();
+  const std::uint32_t place = indentation ? endWithComments(begin, next, document.text()) : begin;
   collected.push_back(
       {{place, place},
        xml + (isFirstOfAll ? '\n' + indentationOf(document, parent).value_or("") : "")});

@@ -45,6 +45,13 @@ struct NewElement
   bool isCData = false; ///< whether the text stands in a CDATA section, where it can
 };
 
+/// How those who read a document take the ends of lines in its texts.
+enum class LineReading
+{
+  Normalized, ///< each as "\n", as XML demands
+  Raw         ///< as they stand, "\r\n" as two characters
+};
+
 /// Collects edits of a document by what they shall do to its nodes. The document must outlive it. The
 /// edits look like their surroundings: quotes, indentation, one element a line or all on one line.
 ///
@@ -55,7 +62,9 @@ struct NewElement
 class VESKPACKAGE_SOURCE_EXPORT Editor
 {
 public:
-  explicit Editor(const Document& edited) : document(edited) {}
+  explicit Editor(const Document& edited, LineReading lineReading = LineReading::Normalized)
+      : document(edited), reading(lineReading)
+  {}
 
   /// Gives an attribute of an element this value. A new one goes behind \p after, or behind the last
   /// one if that is null.
@@ -69,8 +78,8 @@ public:
   /// where it can.
   void setText(const Node& element, std::string_view text);
 
-  /// Puts elements into another one, behind its child \p after and the comments that follow that in
-  /// its line, or in front of all children if it is null.
+  /// Puts elements into another one: behind its child \p after, or behind its start tag if that is
+  /// null, and behind the comments that follow in that line.
   void insert(const Node& parent, const Node* after, const std::vector<NewElement>& elements);
   /// Removes a node; with its line, when it stands there alone.
   void remove(const Node& node);
@@ -83,7 +92,11 @@ public:
   std::string apply() const { return source::apply(document, collected); }
 
 private:
+  /// How line ends in texts are written so that they are read as they are.
+  LineEnd lineEnd() const;
+
   const Document& document;
+  LineReading reading;
   std::vector<Edit> collected;
   std::string step; // of indentation; empty until it is needed
 };

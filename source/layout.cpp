@@ -90,6 +90,11 @@ std::string escaped(std::string_view text,
 }
 } // namespace
 
+std::string_view charactersOf(LineEnd lineEnd)
+{
+  return lineEnd == LineEnd::Lf ? "\n" : lineEnd == LineEnd::CrLf ? "\r\n" : "\r";
+}
+
 bool areBlanksInLine(std::string_view text)
 {
   return text.find_first_not_of(blanksInLine) == std::string_view::npos;
@@ -165,10 +170,10 @@ Range rangeToRemove(const Document& document, const Range& range)
           static_cast<std::uint32_t>(end)};
 }
 
-std::uint32_t endWithComments(const Node& node, std::string_view text)
+std::uint32_t endWithComments(std::uint32_t place, const Node* next, std::string_view text)
 {
-  std::uint32_t end = node.range().end;
-  for (const Node* next = node.next(); next != nullptr; next = next->next())
+  std::uint32_t end = place;
+  for (; next != nullptr; next = next->next())
   {
     if (next->kind() == Kind::Comment)
     {
@@ -184,7 +189,7 @@ std::uint32_t endWithComments(const Node& node, std::string_view text)
 }
 
 std::string asXml(const NewElement& element, const std::optional<std::string>& indentation,
-                  const std::string& step)
+                  const std::string& step, LineEnd lineEnd)
 {
   std::string xml = '<' + element.name;
   for (const auto& [name, value] : element.attributes)
@@ -195,32 +200,41 @@ std::string asXml(const NewElement& element, const std::optional<std::string>& i
   {
     return xml + "/>";
   }
-  xml += '>' + textAsXml(element.text, element.isCData);
+  xml += '>' + textAsXml(element.text, element.isCData, lineEnd);
   for (const NewElement& child : element.children)
   {
     const auto inner = indentation ? std::optional(*indentation + step) : std::nullopt;
-    xml += (inner ? '\n' + *inner : "") + asXml(child, inner, step);
+    xml += (inner ? '\n' + *inner : "") + asXml(child, inner, step, lineEnd);
   }
   xml += indentation && !element.children.empty() ? '\n' + *indentation : "";
   return xml + "</" + element.name + '>';
 }
 
-std::string textAsXml(std::string_view text, bool isCData)
+std::string textAsXml(std::string_view text, bool isCData, LineEnd lineEnd)
 {
   const bool areOnlyBlanks =
       !text.empty() && text.find_first_not_of(blanks) == std::string_view::npos;
-  std::string plain = escapedText(text);
-  if (text.empty() || (!isCData && !areOnlyBlanks) ||
-      text.find(endOfCData) != std::string_view::npos || text.find('\r') != std::string_view::npos)
+  const std::string_view end = charactersOf(lineEnd);
+  bool fitsInCData = (isCData || areOnlyBlanks) && !text.empty() &&
+                     text.find(endOfCData) == std::string_view::npos;
+  std::string asText;
+  std::string asCData;
+  while (true)
   {
-    return plain;
+    const std::string_view line = text.substr(0, text.find(end));
+    asText += escaped(
+        line, {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'\r', "&#xD;"}, {'\n', "&#xA;"}});
+    asCData += line;
+    fitsInCData = fitsInCData && line.find_first_of(lineEnds) == std::string_view::npos;
+    if (line.size() == text.size())
+    {
+      break;
+    }
+    asText += '\n';
+    asCData += '\n';
+    text.remove_prefix(line.size() + end.size());
   }
-  return std::string(beginOfCData).append(text).append(endOfCData);
-}
-
-std::string escapedText(std::string_view text)
-{
-  return escaped(text, {{'&', "&amp;"}, {'<', "&lt;"}, {'>', "&gt;"}, {'\r', "&#xD;"}});
+  return fitsInCData ? std::string(beginOfCData) + asCData + std::string(endOfCData) : asText;
 }
 
 std::string escapedValue(std::string_view value, char quote)

@@ -10,6 +10,8 @@
 namespace vesk::source
 {
 
+std::string_view charactersOf(LineEnd lineEnd);
+
 /// Whether there is nothing but blanks and tabs.
 bool areBlanksInLine(std::string_view text);
 
@@ -34,23 +36,22 @@ std::string stepOfIndentation(const Document& document);
 /// itself.
 Range rangeToRemove(const Document& document, const Range& range);
 
-/// The place behind a node and the comments that follow it in its line.
-std::uint32_t endWithComments(const Node& node, std::string_view text);
+/// The place behind the comments that follow \p place in its line; \p next is the node that begins there,
+/// if any.
+std::uint32_t endWithComments(std::uint32_t place, const Node* next, std::string_view text);
 
 /// An element as XML, its children each in a line with \p indentation and more before it, or all in
 /// one line when there is none.
 std::string asXml(const NewElement& element, const std::optional<std::string>& indentation,
-                  const std::string& step);
+                  const std::string& step, LineEnd lineEnd);
 
 /// A text as it is put into an element: in a CDATA section if it is to be in one and can, or if it is
-/// of blanks only. Throws as escapedText() does.
-std::string textAsXml(std::string_view text, bool isCData);
+/// of blanks only. What is read as \p lineEnd becomes "\n", which stands for the document's line end in
+/// edits. Throws std::invalid_argument for characters that XML has not.
+std::string textAsXml(std::string_view text, bool isCData, LineEnd lineEnd);
 
-/// As they stand in XML: throws std::invalid_argument for characters that cannot.
-/// \{
-std::string escapedText(std::string_view text);
+/// The value of an attribute as it stands in XML. Throws as textAsXml() does.
 std::string escapedValue(std::string_view value, char quote);
-/// \}
 
 } // namespace vesk::source
 

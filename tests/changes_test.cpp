@@ -1,0 +1,315 @@
+// SPDX-License-Identifier: Apache-2.0
+// Changes of manifests as edits of their text: every part of many manifests is changed, removed and
+// added to alone, and one manifest is made another. changed() itself proves that what is read is what
+// was wanted; here is proved that nothing else changes.
+#include "support.hpp"
+
+#include <edit/changes.hpp>
+#include <edit/fieldvalue.hpp>
+#include <edit/membername.hpp>
+#include <source/edits.hpp>
+
+#include <QRegularExpression>
+
+#include <set>
+
+using namespace vesk::edit;
+using vesk::AnyConstReference;
+using vesk::AnyReference;
+using vesk::TypeKind;
+namespace source = vesk::source;
+
+namespace
+{
+struct Text
+{
+  std::string name;
+  std::string bytes;
+};
+
+std::vector<Text> textsIn(const std::vector<const char*>& folders)
+{
+  std::vector<Text> texts;
+  for (const char* const folder : folders)
+  {
+    for (const QFileInfo& file : QDir(folder).entryInfoList({"*.xml"}, QDir::Files, QDir::Name))
+    {
+      texts.push_back({file.fileName().toStdString(), contentOf(file.filePath().toStdString())});
+    }
+  }
+  return texts;
+}
+
+std::string replaced(const std::string& text, const QString& what, const QString& by)
+{
+  return QString::fromStdString(text).replace(QRegularExpression(what), by).toStdString();
+}
+
+/// A text in UTF-8 in other forms that mean the same.
+std::vector<Text> formsOf(const Text& text)
+{
+  std::vector<Text> forms{{"tabs", replaced(text.bytes, "\n(  )+", "\n\t")},
+                          {"one line", replaced(text.bytes, ">\\s+<", "><")},
+                          {"CRLF", replaced(text.bytes, "\n", "\r\n")}};
+  for (const source::Encoding& encoding :
+       {source::Encoding{"UTF-8", true}, source::Encoding{"UTF-16LE", true},
+        source::Encoding{"UTF-16BE", true}, source::Encoding{"ISO-8859-1", false}})
+  {
+    const std::string name = encoding.name.substr(0, encoding.name.find_last_of("LB"));
+    forms.push_back({encoding.name,
+                     source::encode((encoding.hasMark ? "\xEF\xBB\xBF" : "") +
+                                        replaced(text.bytes, "encoding=.UTF-8.",
+                                                 QString::fromStdString("encoding='" + name + "'")),
+                                    encoding)});
+  }
+  return forms;
+}
+
+Manifest read(const std::string& bytes)
+{
+  Manifest manifest;
+  vesk::LoadError error;
+  EXPECT_TRUE(readManifest(bytes, manifest, error)) << error.message;
+  return manifest;
+}
+
+/// All parts of a value that a manifest may hold, with the paths to them.
+void collectParts(const AnyConstReference& value, const FieldPath& path,
+                  std::vector<FieldPath>& parts)
+{
+  const auto collect = [&](const FieldStep& step, const AnyConstReference& part)
+  {
+    FieldPath inner = path;
+    inner.push_back(step);
+    parts.push_back(inner);
+    collectParts(part, inner, parts);
+  };
+  if (!value.isValid())
+  {
+    return;
+  }
+  switch (value.type()->kind())
+  {
+  case TypeKind::Struct:
+    for (const std::string& name : value.memberNames())
+    {
+      collect(friendlyName(*value.type(), name), value.member(name));
+    }
+    break;
+  case TypeKind::List:
+    for (std::size_t i = 0; i < value.size(); ++i)
+    {
+      collect(i, value.element(i));
+    }
+    break;
+  case TypeKind::Map:
+    for (const auto& [key, entry] : value.entries())
+    {
+      collect(key.as<std::string>(), entry);
+    }
+    break;
+  case TypeKind::Dynamic:
+    collectParts(value.as<vesk::AnyValue>(), path, parts);
+    break;
+  default:
+    break;
+  }
+}
+
+AnyReference at(Manifest& manifest, const FieldPath& path)
+{
+  const AnyConstReference part = valueAt(AnyConstReference(manifest), path);
+  return {*part.type(), const_cast<void*>(part.address())};
+}
+
+/// What is no field and so has to stay: comments, instructions, document types and elements that are
+/// not known.
+std::multiset<std::string> asidesIn(const std::string& bytes)
+{
+  const source::Document document = source::Document::parse(bytes);
+  std::multiset<std::string> asides;
+  const std::function<void(const source::Node&)> collect = [&](const source::Node& node)
+  {
+    using source::Kind;
+    const bool isAside = node.kind() == Kind::Comment || node.kind() == Kind::Instruction ||
+                         node.kind() == Kind::Declaration || node.kind() == Kind::DocumentType ||
+                         node.name().find(':') != std::string_view::npos;
+    if (isAside)
+    {
+      asides.emplace(document.text(node.range()));
+    }
+    for (const source::Node& child : node.children())
+    {
+      if (child.attribute("lang") == nullptr) // of a text that is removed
+      {
+        collect(child);
+      }
+    }
+  };
+  for (const source::Node& node : document.nodes())
+  {
+    collect(node);
+  }
+  return asides;
+}
+
+/// Changes a part in a way that suits it. False when it has none.
+bool changePart(Manifest& manifest, const FieldPath& path)
+{
+  const AnyReference part = at(manifest, path);
+  if (part.is<std::string>())
+  {
+    part.set("changed <&> \" ' \xC3\xA9");
+    return true;
+  }
+  if (part.is<bool>())
+  {
+    part.set(!part.as<bool>());
+    return true;
+  }
+  return false;
+}
+
+/// Adds a copy of the first element or entry to a list or map, in front of it.
+bool addPart(Manifest& manifest, const FieldPath& path)
+{
+  const AnyReference part = at(manifest, path);
+  const bool isMap = part.type()->kind() == TypeKind::Map;
+  if ((!isMap && part.type()->kind() != TypeKind::List) || part.size() == 0)
+  {
+    return false;
+  }
+  vesk::AnyValue first(isMap ? part.entries().front().second : part.element(0));
+  if (!isMap) // else one could not be told from the other
+  {
+    (first.is<std::string>() ? first.reference() : first.member(0)).set("added");
+  }
+  isMap ? part.insert("!", first) : part.insert(std::size_t{0}, first);
+  return true;
+}
+
+/// Removes an element or entry.
+bool removePart(Manifest& manifest, const FieldPath& path)
+{
+  const FieldPath whole(path.begin(), path.end() - 1);
+  const AnyReference parent = whole.empty() ? AnyReference(manifest) : at(manifest, whole);
+  if (parent.type()->kind() == TypeKind::List)
+  {
+    parent.erase(std::get<std::size_t>(path.back()));
+    return true;
+  }
+  return parent.type()->kind() == TypeKind::Map && parent.erase(std::get<std::string>(path.back()));
+}
+
+using Change = bool (*)(Manifest&, const FieldPath&);
+
+/// Makes a change of each part alone. \p check is given the text before and after it, and the part.
+/// Says what is refused.
+std::set<std::string>
+changeEach(const Text& text, Change change, const std::string& what,
+           const std::function<void(const Manifest& before, const Manifest& after,
+                                    const std::string& bytes, const FieldPath&)>& check)
+{
+  const Manifest before = read(text.bytes);
+  std::vector<FieldPath> parts;
+  collectParts(AnyConstReference(before), {}, parts);
+  std::set<std::string> refused;
+  for (const FieldPath& path : parts)
+  {
+    Manifest after = before;
+    if (!change(after, path))
+    {
+      continue;
+    }
+    SCOPED_TRACE(text.name + ' ' + what + ' ' + toText(path));
+    try
+    {
+      check(before, after, changed(text.bytes, before, after), path);
+    }
+    catch (const Refusal& refusal)
+    {
+      refused.insert(what + ' ' + toText(path) + ": " + refusal.what());
+    }
+  }
+  return refused;
+}
+
+std::set<std::string> changeInAllWays(const Text& text)
+{
+  const auto goesBack = [&text](const Manifest& before, const Manifest& after,
+                                const std::string& bytes, const FieldPath& path)
+  {
+    const AnyConstReference part = valueAt(AnyConstReference(before), path);
+    const bool wasThere =
+        part.is<std::string>() ? !part.as<std::string>().empty() : !part.is<bool>();
+    EXPECT_NE(bytes, text.bytes);
+    EXPECT_EQ(asidesIn(bytes), asidesIn(text.bytes));
+    const std::string back = changed(bytes, after, before);
+    const bool mayBeSpeltOtherwise =
+        text.bytes.find('&') != std::string::npos || text.name == "repeated.xml";
+    EXPECT_TRUE(!wasThere || back == text.bytes || mayBeSpeltOtherwise) << bytes << back;
+  };
+  std::set<std::string> refused = changeEach(text, changePart, "change", goesBack);
+  refused.merge(changeEach(text, addPart, "add to", goesBack));
+  const auto keepsAsides = [&text](const Manifest& before, const Manifest&,
+                                   const std::string& bytes, const FieldPath& path)
+  {
+    const auto kind = valueAt(AnyConstReference(before), path).type()->kind();
+    EXPECT_TRUE(kind == TypeKind::Struct || asidesIn(bytes) == asidesIn(text.bytes)) << bytes;
+  };
+  refused.merge(changeEach(text, removePart, "remove", keepsAsides));
+  return refused;
+}
+} // namespace
+
+TEST(Changes, TouchNothingElse)
+{
+  std::set<std::string> refused;
+  for (const Text& text : textsIn({EXAMPLE_MANIFESTS, GOLDEN_FILES "/messy"}))
+  {
+    refused.merge(changeInAllWays(text));
+  }
+  std::string lines;
+  for (const std::string& line : refused)
+  {
+    lines += line + '\n';
+  }
+  EXPECT_EQ(lines, contentOf(GOLDEN_FILES "/refusals.txt"));
+}
+
+TEST(Changes, KeepEachForm)
+{
+  for (const Text& text : textsIn({EXAMPLE_MANIFESTS}))
+  {
+    const std::set<std::string> refused = changeInAllWays(text);
+    for (const Text& form : formsOf(text))
+    {
+      EXPECT_EQ(changeInAllWays(form), refused) << text.name;
+    }
+  }
+}
+
+TEST(Changes, MakeAnyManifestAnyOther)
+{
+  const std::vector<Text> texts = textsIn({EXAMPLE_MANIFESTS, GOLDEN_FILES "/messy"});
+  std::set<std::string> refused;
+  for (const Text& from : texts)
+  {
+    for (const Text& to : texts)
+    {
+      try
+      {
+        changed(from.bytes, read(from.bytes), read(to.bytes), CommentEntries::Stay);
+      }
+      catch (const Refusal& refusal)
+      {
+        refused.insert(from.name + ": " + refusal.what());
+      }
+    }
+  }
+  EXPECT_THAT(
+      refused,
+      testing::ElementsAre(
+          R"(document-type.xml: this comes out of the entity "product", within which nothing is changed)",
+          testing::StartsWith("latin-1.xml: names.el_GR: a manifest cannot hold this value;")));
+}
