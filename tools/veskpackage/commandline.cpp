@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commandline.hpp"
 
+#include "files/arguments.hpp"
+
 #include <algorithm>
 #include <cstdlib>
 #include <thread>
@@ -69,6 +71,33 @@ void requireFiles(const Inputs& inputs)
   std::vector<std::string> all = inputs.files;
   all.push_back(inputs.filesFrom);
   require(std::count(all.begin(), all.end(), "-") <= 1, "standard input can be read once only");
+}
+
+/// Divides what stands for FILE... FIELD...
+void takeFields(Inputs& inputs, std::vector<std::string>& fields)
+{
+  Arguments arguments = filesAndFields(inputs.files);
+  const bool hasFiles = !arguments.files.empty() || !inputs.filesFrom.empty();
+  require(hasFiles || arguments.others.empty(),
+          "FILE or --files-from is required; there is no file " +
+              (arguments.others.empty() ? std::string() : arguments.others.front()));
+  inputs.files = std::move(arguments.files);
+  fields = std::move(arguments.others);
+  requireFiles(inputs);
+  require(!fields.empty(), "FIELD is required behind the files");
+}
+
+/// Divides what stands for FILE... FIELD=VALUE...
+void takeAssignments(Inputs& inputs, std::vector<std::string>& assignments)
+{
+  Arguments arguments = filesAndAssignments(inputs.files);
+  const auto isNone = [](const std::string& text) { return text.find('=') == std::string::npos; };
+  require(!arguments.others.empty() &&
+              std::none_of(arguments.others.begin(), arguments.others.end(), isNone),
+          "FIELD=VALUE is required behind the files");
+  inputs.files = std::move(arguments.files);
+  assignments = std::move(arguments.others);
+  requireFiles(inputs);
 }
 
 void requireOneOutput(const Inputs& inputs, const Target& target)
@@ -204,20 +233,19 @@ void CommandLine::addCheck()
 
 void CommandLine::addGet()
 {
-  CLI::App* const verb = app.add_subcommand("get", "Print one field of manifests: FILE... FIELD");
-  addInputs(*verb, getOptions.inputs, "Manifests, and the FIELD behind them");
+  CLI::App* const verb = app.add_subcommand("get", "Print fields of manifests: FILE... FIELD...");
+  addInputs(*verb, getOptions.inputs,
+            "Manifests, and behind them fields, as in version, 'behaviors[0].path' or "
+            "'behaviors[*].path'; what exists, contains a / or ends in .xml is a manifest");
   addFormat(*verb, getOptions.format, false,
-            "text (texts as they are, anything else as json; the default), or json (file and "
-            "value, a line each)");
-  addExample(*verb, "veskpackage get manifest.xml 'behaviors[0].tags.en_US[1]'");
+            "text (texts as they are, anything else as json; the default), or json (file, "
+            "field and value, a line each)");
+  addExample(*verb, "veskpackage get manifest.xml version 'behaviors[*].tags.en_US[1]'");
   verb->callback(
       [this]
       {
-        require(!getOptions.inputs.files.empty(), "FIELD is required");
-        getOptions.field = getOptions.inputs.files.back();
-        getOptions.inputs.files.pop_back();
-        requireFiles(getOptions.inputs);
-        code = getField(getOptions);
+        takeFields(getOptions.inputs, getOptions.fields);
+        code = getFields(getOptions);
       });
 }
 
@@ -225,24 +253,16 @@ void CommandLine::addSet()
 {
   CLI::App* const verb = app.add_subcommand(
       "set", "Change fields of manifests, in their files: FILE... FIELD=VALUE...");
-  addInputs(*verb, setOptions.inputs, "Manifests, and FIELD=VALUE any number of times behind them");
+  addInputs(*verb, setOptions.inputs,
+            "Manifests, and FIELD=VALUE any number of times behind them; the name of a manifest "
+            "with a = starts with ./, ../ or /");
   verb->add_flag("--force", setOptions.isForced,
                  "Also when comments, unknown elements and the like are lost");
   addExample(*verb, "veskpackage set manifest.xml version=1.3 names.fr_FR=Bonjour");
   verb->callback(
       [this]
       {
-        std::vector<std::string>& files = setOptions.inputs.files;
-        const auto isAssignment = [](const std::string& text)
-        { return text.find('=') != std::string::npos; };
-        const auto first = std::find_if(files.begin(), files.end(), isAssignment);
-        setOptions.assignments.assign(first, files.end());
-        files.erase(first, files.end());
-        require(!setOptions.assignments.empty() &&
-                    std::all_of(setOptions.assignments.begin(), setOptions.assignments.end(),
-                                isAssignment),
-                "FIELD=VALUE is required behind the files");
-        requireFiles(setOptions.inputs);
+        takeAssignments(setOptions.inputs, setOptions.assignments);
         code = setFields(setOptions);
       });
 }

@@ -55,10 +55,10 @@ struct GetOptions
 {
   Inputs inputs;
   Format format = Format::Text;
-  std::string field;
+  std::vector<std::string> fields; ///< paths, also to every element of a list
 };
-/// Prints one field of each manifest.
-ExitCode getField(const GetOptions& options);
+/// Prints fields of each manifest, in their order.
+ExitCode getFields(const GetOptions& options);
 
 struct SetOptions
 {
