@@ -22,10 +22,16 @@ std::string faultIn(const std::string& name) { return name.empty() ? "the name i
 
 void addInputs(CLI::App& verb, Inputs& inputs, const std::string& what)
 {
-  verb.add_option("FILE", inputs.files, what)->check(faultIn);
+  verb.add_option("FILE", inputs.files,
+                  what + "; folders are searched for them (files called manifest.xml, and others "
+                         "in .xml whose root is package)")
+      ->check(faultIn);
   verb.add_option("--files-from", inputs.filesFrom,
                   "Read further files from LIST, a path a line; - is standard input")
       ->option_text("LIST");
+  verb.add_flag("-0,--null", inputs.hasNulls,
+                "A NUL ends each path in LIST, as find -print0 writes it")
+      ->needs("--files-from");
   verb.add_option("-j,--jobs", inputs.jobs, "Work on so many files at once")
       ->check(CLI::Range(1, 1024))
       ->option_text("NUMBER");
@@ -65,12 +71,17 @@ void require(bool condition, const std::string& what)
   }
 }
 
+void requireOneStandardInput(const std::vector<std::string>& files)
+{
+  require(std::count(files.begin(), files.end(), "-") <= 1, "standard input can be read once only");
+}
+
 void requireFiles(const Inputs& inputs)
 {
   require(!inputs.files.empty() || !inputs.filesFrom.empty(), "FILE or --files-from is required");
   std::vector<std::string> all = inputs.files;
   all.push_back(inputs.filesFrom);
-  require(std::count(all.begin(), all.end(), "-") <= 1, "standard input can be read once only");
+  requireOneStandardInput(all);
 }
 
 /// Divides what stands for FILE... FIELD...
@@ -182,9 +193,7 @@ void CommandLine::addCheck()
 {
   CLI::App* const verb = app.add_subcommand(
       "check", "Tell what is wrong with manifests, also what the readers pass over in silence");
-  addInputs(*verb, checkOptions.inputs,
-            "Manifests, and folders that are searched for them (files called manifest.xml, and "
-            "others in .xml whose root is package)");
+  addInputs(*verb, checkOptions.inputs, "Manifests to check");
   addFormat(*verb, checkOptions.format, false,
             "text (a line for each finding, and a summary), or json (a line for each manifest)");
   verb->add_flag("--strict", checkOptions.isStrict, "Fail for warnings as well");
@@ -225,7 +234,6 @@ void CommandLine::addCheck()
           const auto [tag, severity] = overrideIn(text);
           checkOptions.severities[tag] = severity;
         }
-        checkOptions.inputs.searchFolders = true;
         checkOptions.isColored = isColored(color);
         code = checkManifests(checkOptions);
       });
@@ -306,13 +314,21 @@ void CommandLine::addTrim()
 void CommandLine::addDiff()
 {
   CLI::App* const verb = app.add_subcommand(
-      "diff", "Compare two manifests by what they mean, field by field; exits with 1 when they "
-              "differ");
-  verb->add_option("A", diffOptions.left, "The one manifest")->required()->check(faultIn);
-  verb->add_option("B", diffOptions.right, "The other manifest")->required()->check(faultIn);
+      "diff",
+      "Compare two manifests, or all in two folders, by what they mean, field by field; exits "
+      "with 1 when they differ");
+  verb->add_option("A", diffOptions.left, "The one manifest or folder")->required()->check(faultIn);
+  verb->add_option("B", diffOptions.right, "The other manifest or folder")
+      ->required()
+      ->check(faultIn);
   addFormat(*verb, diffOptions.format, false, "text (a line for each difference), or json");
   addExample(*verb, "veskpackage diff old.xml new.xml");
-  verb->callback([this] { code = diffManifests(diffOptions); });
+  verb->callback(
+      [this]
+      {
+        requireOneStandardInput({diffOptions.left, diffOptions.right});
+        code = diffManifests(diffOptions);
+      });
 }
 
 } // namespace tool

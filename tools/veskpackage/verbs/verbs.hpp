@@ -88,11 +88,11 @@ ExitCode trimManifests(const TrimOptions& options);
 
 struct DiffOptions
 {
-  std::string left;
+  std::string left; ///< a manifest, or a folder when the other is one, too
   std::string right;
   Format format = Format::Text;
 };
-/// Prints in which fields two manifests differ.
+/// Prints in which fields two manifests differ, or the manifests at the same place in two folders.
 ExitCode diffManifests(const DiffOptions& options);
 
 } // namespace tool
