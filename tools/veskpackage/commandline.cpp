@@ -233,6 +233,7 @@ CommandLine::CommandLine()
   addFmt();
   addTrim();
   addDiff();
+  addFields();
 }
 
 void CommandLine::addShow()
@@ -393,6 +394,15 @@ void CommandLine::addDiff()
         requireOneStandardInput({diffOptions.left, diffOptions.right});
         code = diffManifests(diffOptions);
       });
+}
+
+void CommandLine::addFields()
+{
+  CLI::App* const verb =
+      app.add_subcommand("fields", "List every field of a manifest, and what it is");
+  addFormat(*verb, fieldsFormat, false, "text (the default), or json");
+  addExample(*verb, "veskpackage fields | grep -A 2 behaviors");
+  verb->callback([this] { code = listFields(fieldsFormat); });
 }
 
 } // namespace tool

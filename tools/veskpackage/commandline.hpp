@@ -33,6 +33,7 @@ private:
   void addFmt();
   void addTrim();
   void addDiff();
+  void addFields();
 
   ShowOptions showOptions;
   CheckOptions checkOptions;
@@ -41,6 +42,7 @@ private:
   FmtOptions fmtOptions;
   TrimOptions trimOptions;
   DiffOptions diffOptions;
+  Format fieldsFormat = Format::Text;
   std::vector<std::string> overrides;
   std::string color = "auto";
   std::string explained;

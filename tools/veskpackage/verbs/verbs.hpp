@@ -7,6 +7,7 @@
 #include "files/manifestfile.hpp"
 
 #include <check/manifestcheck.hpp>
+#include <edit/fieldlist.hpp>
 
 #include <map>
 #include <string>
@@ -94,6 +95,11 @@ struct DiffOptions
 };
 /// Prints in which fields two manifests differ, or the manifests at the same place in two folders.
 ExitCode diffManifests(const DiffOptions& options);
+
+/// Prints every field that a path can lead to, and what it is.
+ExitCode listFields(Format format);
+/// What a field is, in one or two lines.
+std::vector<std::string> wordsFor(const vesk::edit::ListedField& field);
 
 } // namespace tool
 
