@@ -86,6 +86,14 @@ void requireFiles(const Inputs& inputs)
   requireOneStandardInput(all);
 }
 
+void requireEachOnce(const std::string& option, std::vector<std::string> values)
+{
+  std::sort(values.begin(), values.end());
+  const auto twice = std::adjacent_find(values.begin(), values.end());
+  require(twice == values.end(),
+          option + ": " + (twice == values.end() ? "" : *twice) + " comes twice");
+}
+
 /// Divides what stands for FILE... FIELD...
 void takeFields(Inputs& inputs, std::vector<std::string>& fields)
 {
@@ -234,6 +242,7 @@ CommandLine::CommandLine()
   addTrim();
   addDiff();
   addFields();
+  addNew();
 }
 
 void CommandLine::addShow()
@@ -403,6 +412,40 @@ void CommandLine::addFields()
   addFormat(*verb, fieldsFormat, false, "text (the default), or json");
   addExample(*verb, "veskpackage fields | grep -A 2 behaviors");
   verb->callback([this] { code = listFields(fieldsFormat); });
+}
+
+void CommandLine::addNew()
+{
+  CLI::App* const verb =
+      app.add_subcommand("new", "Write a manifest to begin with, which has no faults");
+  const auto addText = [verb](const std::string& name, auto& value, const std::string& kind,
+                              const std::string& meaning)
+  {
+    return verb->add_option(name, value, meaning)
+        ->check(faultInText)
+        ->option_text(kind)
+        ->allow_extra_args(false);
+  };
+  addText("--uuid", newOptions.uuid, "UUID", "Its identifier (a new one by default)");
+  addText("--name", newOptions.name, "TEXT",
+          "What it is called (as the folder of the manifest by default)");
+  addText("--language", newOptions.languages, "CODE",
+          "A language of its content, names and descriptions, any number of times (en_US by "
+          "default)");
+  addText("--behavior", newOptions.behaviors, "PATH",
+          "The folder of a behavior in the package, any number of times");
+  verb->add_option("-o,--output", newOptions.output, "Write to FILE instead of standard output")
+      ->check(faultIn)
+      ->option_text("FILE");
+  verb->add_flag("--force", newOptions.isForced, "Write over a file that exists");
+  addExample(*verb, "veskpackage new --name 'My guide' --behavior greeting -o guide.xml");
+  verb->callback(
+      [this]
+      {
+        requireEachOnce("--language", newOptions.languages);
+        requireEachOnce("--behavior", newOptions.behaviors);
+        code = newManifest(newOptions);
+      });
 }
 
 } // namespace tool

@@ -34,6 +34,7 @@ private:
   void addTrim();
   void addDiff();
   void addFields();
+  void addNew();
 
   ShowOptions showOptions;
   CheckOptions checkOptions;
@@ -43,6 +44,7 @@ private:
   TrimOptions trimOptions;
   DiffOptions diffOptions;
   Format fieldsFormat = Format::Text;
+  NewOptions newOptions;
   std::vector<std::string> overrides;
   std::string color = "auto";
   std::string explained;

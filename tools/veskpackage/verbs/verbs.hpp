@@ -96,6 +96,20 @@ struct DiffOptions
 /// Prints in which fields two manifests differ, or the manifests at the same place in two folders.
 ExitCode diffManifests(const DiffOptions& options);
 
+struct NewOptions
+{
+  std::string uuid; ///< empty: a new one
+  std::string name; ///< empty: as the folder is called
+  std::vector<std::string> languages{"en_US"};
+  std::vector<std::string> behaviors; ///< their paths
+  std::string output = "-";
+  bool isForced = false; ///< also over a file that exists
+};
+/// Writes a manifest to begin with. Its values need to be without fault.
+ExitCode newManifest(const NewOptions& options);
+/// What is wrong with a text that a manifest is to hold; empty when that is nothing.
+std::string faultInText(const std::string& text);
+
 /// Prints every field that a path can lead to, and what it is.
 ExitCode listFields(Format format);
 /// What a field is, in one or two lines.
