@@ -1,27 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <edit/failing.hpp>
+#include <edit/nearest.hpp>
 
 #include <algorithm>
-#include <iterator>
 
 namespace vesk::edit
 {
-namespace
-{
-/// Whether one may be a typing error for the other: they differ in one place only, by at most two
-/// characters and less than half of the longer name.
-bool areAlike(const std::string& left, const std::string& right)
-{
-  const auto& [shorter, longer] =
-      std::minmax(left, right, [](const auto& a, const auto& b) { return a.size() < b.size(); });
-  const auto head = std::mismatch(shorter.begin(), shorter.end(), longer.begin()).first;
-  const auto tail =
-      std::mismatch(shorter.rbegin(), std::make_reverse_iterator(head), longer.rbegin()).second;
-  const auto differing = (longer.rend() - tail) - (head - shorter.begin());
-  return differing <= 2 && static_cast<std::size_t>(differing) * 2 < longer.size();
-}
-} // namespace
-
 std::string placeAt(const FieldPath& path, std::size_t depth)
 {
   const auto end = path.begin() + static_cast<std::ptrdiff_t>(depth);
@@ -40,10 +24,12 @@ std::string choiceInsteadOf(const std::string& name, const std::vector<std::stri
   {
     text += " and " + std::to_string(names.size() - most) + " more";
   }
-  const auto alike =
-      std::find_if(names.begin(), names.end(),
-                   [&name](const std::string& other) { return areAlike(other, name); });
-  return alike == names.end() ? text : text + " (did you mean " + toText({*alike}) + "?)";
+  std::string meant;
+  for (const std::string& other : nearest(name, names))
+  {
+    meant += (meant.empty() ? " (did you mean " : " or ") + toText({other});
+  }
+  return meant.empty() ? text : text + meant + "?)";
 }
 
 void failAt(const FieldPath& path, const std::string& why)

@@ -66,12 +66,18 @@ private:
   FieldStep index()
   {
     expect('[', "\"[\"");
+    if (at('*'))
+    {
+      ++position;
+      expect(']', "\"]\"");
+      return EveryElement();
+    }
     std::size_t number = 0;
     const auto [end, error] =
         std::from_chars(text.data() + position, text.data() + text.size(), number);
     if (error != std::errc())
     {
-      fail("expected an index, as in [0]");
+      fail("expected an index, as in [0], or [*] for all");
     }
     position = static_cast<std::size_t>(end - text.data());
     expect(']', "\"]\"");
@@ -158,6 +164,10 @@ std::string toText(const FieldPath& path)
     if (const auto* index = std::get_if<std::size_t>(&step))
     {
       text += '[' + std::to_string(*index) + ']';
+    }
+    else if (std::holds_alternative<EveryElement>(step))
+    {
+      text += "[*]";
     }
     else
     {

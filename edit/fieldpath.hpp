@@ -24,15 +24,22 @@ public:
   using std::runtime_error::runtime_error;
 };
 
-/// The name of a struct's member, the key of a map's entry, or the index of a list's element, from
-/// 0.
-using FieldStep = std::variant<std::string, std::size_t>;
+/// A step to every element of a list, or to every entry of a map.
+struct EveryElement
+{
+  friend bool operator==(EveryElement, EveryElement) { return true; }
+  friend bool operator!=(EveryElement, EveryElement) { return false; }
+};
+
+/// The name of a struct's member, the key of a map's entry, the index of a list's element, from 0,
+/// or every one of these elements or entries.
+using FieldStep = std::variant<std::string, std::size_t, EveryElement>;
 
 /// The way from a value to a part of it; to the value itself when there are no steps.
 ///
-/// As text it is as in `version`, `names.en_US` or `behaviors[0].tags.en_US[1]`. A name that is empty
-/// or holds one of `.[]"=`, a blank or a control character is written as a JSON string:
-/// `names."a.b"`. All text is UTF-8.
+/// As text it is as in `version`, `names.en_US`, `behaviors[0].tags.en_US[1]` or `behaviors[*].path`.
+/// A name that is empty or holds one of `.[]"=`, a blank or a control character is written as a JSON
+/// string: `names."a.b"`. All text is UTF-8.
 using FieldPath = std::vector<FieldStep>;
 
 /// Parses the text of a path, which need not lead anywhere. Throws FieldError, with the place of

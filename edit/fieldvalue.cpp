@@ -4,6 +4,9 @@
 #include <edit/fieldvalue.hpp>
 #include <edit/valuefromtext.hpp>
 
+#include <algorithm>
+#include <utility>
+
 namespace vesk::edit
 {
 namespace
@@ -58,6 +61,10 @@ View lookThrough(View value)
 template <typename View>
 View partOf(const View& whole, const FieldPath& path, std::size_t depth)
 {
+  if (std::holds_alternative<EveryElement>(path[depth]))
+  {
+    failAt(path, placeAt(path, depth + 1) + " stands for any number, but only one is taken here");
+  }
   const View value = lookThrough(whole);
   const auto* name = std::get_if<std::string>(&path[depth]);
   const auto* index = std::get_if<std::size_t>(&path[depth]);
@@ -99,6 +106,70 @@ View partOf(const View& whole, const FieldPath& path, std::size_t depth)
   const auto& name = std::get<std::string>(path[depth]);
   failAt(path, placeAt(path, depth) + " has no entry \"" + name + "\"; " +
                    (keys.empty() ? "it is empty" : "it has " + choiceInsteadOf(name, keys)));
+}
+
+/// The part to which the step at a depth leads, which has to be there.
+AnyConstReference partThereOf(const AnyConstReference& whole, const FieldPath& path,
+                              std::size_t depth)
+{
+  const AnyConstReference part = partOf(whole, path, depth);
+  if (!part.isValid())
+  {
+    failMissing(whole, path, depth);
+  }
+  return part;
+}
+
+/// The steps to all elements or entries of what the steps before a depth lead to.
+std::vector<FieldStep> everyStep(const AnyConstReference& whole, const FieldPath& path,
+                                 std::size_t depth)
+{
+  const AnyConstReference value = lookThrough(whole);
+  const TypeKind kind = value.isValid() ? value.type()->kind() : TypeKind::Unknown;
+  std::vector<FieldStep> steps;
+  if (kind == TypeKind::List)
+  {
+    for (std::size_t index = 0; index < value.size(); ++index)
+    {
+      steps.emplace_back(index);
+    }
+  }
+  else if (kind == TypeKind::Map)
+  {
+    for (const auto& entry : value.entries())
+    {
+      steps.emplace_back(keyName(entry.first));
+    }
+  }
+  else
+  {
+    failAt(path, placeAt(path, depth) + " is " + kindName(value) + " and has no elements");
+  }
+  return steps;
+}
+
+/// Adds the paths that \p path stands for, whose first steps, up to a depth, lead to \p value.
+void expand(const AnyConstReference& value, FieldPath path, std::size_t depth,
+            std::vector<FieldPath>& paths)
+{
+  const auto step = path.begin() + static_cast<std::ptrdiff_t>(depth);
+  if (std::find(step, path.end(), FieldStep(EveryElement())) == path.end())
+  {
+    paths.push_back(std::move(path));
+  }
+  else if (!std::holds_alternative<EveryElement>(*step))
+  {
+    const AnyConstReference part = partThereOf(value, path, depth);
+    expand(part, std::move(path), depth + 1, paths);
+  }
+  else
+  {
+    for (FieldStep& one : everyStep(value, path, depth))
+    {
+      *step = std::move(one);
+      expand(partThereOf(value, path, depth), path, depth + 1, paths);
+    }
+  }
 }
 
 void setPart(const AnyReference& whole, const FieldPath& path, std::size_t depth,
@@ -158,14 +229,16 @@ AnyConstReference valueAt(const AnyConstReference& root, const FieldPath& path)
   AnyConstReference value = root;
   for (std::size_t depth = 0; depth < path.size(); ++depth)
   {
-    const AnyConstReference part = partOf(value, path, depth);
-    if (!part.isValid())
-    {
-      failMissing(value, path, depth);
-    }
-    value = part;
+    value = partThereOf(value, path, depth);
   }
   return value;
+}
+
+std::vector<FieldPath> expanded(const AnyConstReference& root, const FieldPath& path)
+{
+  std::vector<FieldPath> paths;
+  expand(root, path, 0, paths);
+  return paths;
 }
 
 void setAt(const AnyReference& root, const FieldPath& path, const std::string& text)

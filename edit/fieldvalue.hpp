@@ -7,6 +7,7 @@
 #include <vesk/anyvalue.hpp>
 
 #include <string>
+#include <vector>
 
 namespace vesk::edit
 {
@@ -17,14 +18,23 @@ namespace vesk::edit
 /// \{
 
 /// The part of a package, or of any value, to which the path leads: a view, as valid as \p root.
-/// Throws FieldError, which says how far the path leads and what is there.
+/// Throws FieldError, which says how far the path leads and what is there; also for a path with a step
+/// to every element, of which expanded() makes paths to one part each.
 VESKPACKAGE_EDIT_EXPORT AnyConstReference valueAt(const AnyConstReference& root,
                                                   const FieldPath& path);
+
+/// The paths without steps to every element that \p path stands for, in the order of the elements and
+/// entries: none where a list is empty, and \p path itself where it has no such step. The steps in
+/// front of the last such one have to lead somewhere, or FieldError is thrown as by valueAt(). Those
+/// behind it are not followed: setAt() may well make what they lead to.
+VESKPACKAGE_EDIT_EXPORT std::vector<FieldPath> expanded(const AnyConstReference& root,
+                                                        const FieldPath& path);
 
 /// Sets the part to which the path leads: a string to the text as it is, and anything else to what
 /// the text says in JSON (true, 12, ["en_US", "de"], {"en_US": "Hello"}). Members of structs that it
 /// leaves out get their default. A map's entry is made when there is none under the key; the index
-/// behind the last element of a list appends one. Throws FieldError, and has changed nothing then.
+/// behind the last element of a list appends one. Throws FieldError, and has changed nothing then; also
+/// for a path with a step to every element.
 VESKPACKAGE_EDIT_EXPORT void setAt(const AnyReference& root, const FieldPath& path,
                                    const std::string& text);
 

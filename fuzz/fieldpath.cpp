@@ -56,7 +56,11 @@ void get(const AnyReference& root, const FieldPath& path)
 {
   try
   {
-    toJson(valueAt(root, path), -1);
+    for (const FieldPath& one : expanded(root, path))
+    {
+      requireSamePath(one);
+      toJson(valueAt(root, one), -1);
+    }
   }
   catch (const FieldError&) // it leads nowhere
   {}

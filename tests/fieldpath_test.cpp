@@ -4,6 +4,7 @@
 
 #include <edit/fieldvalue.hpp>
 #include <edit/membername.hpp>
+#include <edit/nearest.hpp>
 #include <package/interop/xovalue.hpp>
 
 #include <QRegularExpression>
@@ -11,7 +12,10 @@
 
 using namespace vesk;
 using namespace vesk::edit;
+using testing::ElementsAre;
+using testing::IsEmpty;
 using testing::Pair;
+using Path = FieldPath;
 
 namespace
 {
@@ -62,7 +66,6 @@ struct vesk::StructDescription<Measures>
 
 TEST(FieldPath, IsWrittenAndReadAsText)
 {
-  using Path = FieldPath;
   const std::size_t zero = 0;
   for (const auto& [text, path] : std::vector<std::pair<std::string, Path>>{
            {"version", Path{"version"}},
@@ -70,6 +73,7 @@ TEST(FieldPath, IsWrittenAndReadAsText)
             Path{"behaviors", zero, "langToTags", "en_US", std::size_t(12)}},
            {"[0][1]", Path{zero, std::size_t(1)}},
            {R"(names."")", Path{"names", ""}},
+           {R"(*."[*]"[*][*].x)", Path{"*", "[*]", EveryElement(), EveryElement(), "x"}},
            {R"("a.b"."x[0]=\"y\\ \n"[0].über)", Path{"a.b", "x[0]=\"y\\ \n", zero, "über"}}})
   {
     EXPECT_EQ(parseFieldPath(text), path);
@@ -86,6 +90,24 @@ TEST(FieldPath, CallsMembersAsTheVariantFormDoes)
   XO::XOValue variant;
   package.toXOValue(variant);
   expectVariantNames(AnyConstReference(package), variant);
+}
+
+TEST(Nearest, AreTheLeastMisspelt)
+{
+  const std::vector<std::string> names{"set", "get", "tags", "Tags", "version"};
+  using Names = std::vector<std::string>;
+  for (const auto& [misspelt, expected] :
+       std::map<std::string, Names>{{"et", Names{"set", "get"}},
+                                    {"TAGS", Names{"Tags"}},
+                                    {"tgas", Names{"tags"}},
+                                    {"VERSOIN", Names{"version"}},
+                                    {"vrsoin", Names{"version"}},
+                                    {"vsoin", Names{}},
+                                    {"", Names{}}})
+  {
+    EXPECT_EQ(nearest(misspelt, names), expected) << misspelt;
+  }
+  EXPECT_THAT(nearest(std::string(65, 'x'), {std::string(64, 'x')}), IsEmpty());
 }
 
 TEST(FieldValue, IsSetInEveryMemberOfEveryRecord)
@@ -122,12 +144,19 @@ TEST(FieldValue, MayBeOfAnyType)
   EXPECT_EQ(toJson(root, -1), all);
   EXPECT_EQ(valueAt(root, parseFieldPath("texts.7")).as<std::string>(), "c");
   EXPECT_EQ(valueAt(root, parseFieldPath("held.inner")).to<std::string>(), "y");
+  const auto expand = [&](const std::string& path) { return expanded(root, parseFieldPath(path)); };
+  EXPECT_THAT(expand("texts[*]"), ElementsAre(Path{"texts", "7"}, Path{"texts", "8"}));
+  EXPECT_THAT(expand("values[*].x"), IsEmpty());
+  EXPECT_THAT(expand("held[*].x"),
+              ElementsAre(Path{"held", "inner", "x"}, Path{"held", "none", "x"}));
+  EXPECT_THAT(expand("no.every"), ElementsAre(Path{"no", "every"}));
   for (const auto& [assignment, message] : std::vector<std::pair<std::string, std::string>>{
            {"count=300", "count: takes a number of type int8, not 300"},
            {"count=1.5", "count: takes a number of type int8, not 1.5"},
            {"count=", R"(count: takes a number of type int8, not "")"},
            {"weight.x=1", "weight.x: weight is a number and has no members"},
            {"weight=1e999", R"(weight: takes a number of type float64, not "1e999")"},
+           {"texts[*]=a", "texts[*]: texts[*] stands for any number, but only one is taken here"},
            {"texts.x=a", R"(texts.x: takes a number of type int32, not "x")"},
            {"held.none=1", "held.none: is empty and takes no value"},
            {"held.none.x=1", "held.none.x: held.none is empty and has no members"},

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commandline.hpp"
 
+#include "files/arguments.hpp"
+
+#include <edit/nearest.hpp>
+
 #include <algorithm>
 #include <cstdlib>
 #include <thread>
@@ -20,10 +24,16 @@ std::string faultIn(const std::string& name) { return name.empty() ? "the name i
 
 void addInputs(CLI::App& verb, Inputs& inputs, const std::string& what)
 {
-  verb.add_option("FILE", inputs.files, what)->check(faultIn);
+  verb.add_option("FILE", inputs.files,
+                  what + "; folders are searched for them (files called manifest.xml, and others "
+                         "in .xml whose root is package)")
+      ->check(faultIn);
   verb.add_option("--files-from", inputs.filesFrom,
                   "Read further files from LIST, a path a line; - is standard input")
       ->option_text("LIST");
+  verb.add_flag("-0,--null", inputs.hasNulls,
+                "A NUL ends each path in LIST, as find -print0 writes it")
+      ->needs("--files-from");
   verb.add_option("-j,--jobs", inputs.jobs, "Work on so many files at once")
       ->check(CLI::Range(1, 1024))
       ->option_text("NUMBER");
@@ -63,12 +73,52 @@ void require(bool condition, const std::string& what)
   }
 }
 
+void requireOneStandardInput(const std::vector<std::string>& files)
+{
+  require(std::count(files.begin(), files.end(), "-") <= 1, "standard input can be read once only");
+}
+
 void requireFiles(const Inputs& inputs)
 {
   require(!inputs.files.empty() || !inputs.filesFrom.empty(), "FILE or --files-from is required");
   std::vector<std::string> all = inputs.files;
   all.push_back(inputs.filesFrom);
-  require(std::count(all.begin(), all.end(), "-") <= 1, "standard input can be read once only");
+  requireOneStandardInput(all);
+}
+
+void requireEachOnce(const std::string& option, std::vector<std::string> values)
+{
+  std::sort(values.begin(), values.end());
+  const auto twice = std::adjacent_find(values.begin(), values.end());
+  require(twice == values.end(),
+          option + ": " + (twice == values.end() ? "" : *twice) + " comes twice");
+}
+
+/// Divides what stands for FILE... FIELD...
+void takeFields(Inputs& inputs, std::vector<std::string>& fields)
+{
+  Arguments arguments = filesAndFields(inputs.files);
+  const bool hasFiles = !arguments.files.empty() || !inputs.filesFrom.empty();
+  require(hasFiles || arguments.others.empty(),
+          "FILE or --files-from is required; there is no file " +
+              (arguments.others.empty() ? std::string() : arguments.others.front()));
+  inputs.files = std::move(arguments.files);
+  fields = std::move(arguments.others);
+  requireFiles(inputs);
+  require(!fields.empty(), "FIELD is required behind the files");
+}
+
+/// Divides what stands for FILE... FIELD=VALUE...
+void takeAssignments(Inputs& inputs, std::vector<std::string>& assignments)
+{
+  Arguments arguments = filesAndAssignments(inputs.files);
+  const auto isNone = [](const std::string& text) { return text.find('=') == std::string::npos; };
+  require(!arguments.others.empty() &&
+              std::none_of(arguments.others.begin(), arguments.others.end(), isNone),
+          "FIELD=VALUE is required behind the files");
+  inputs.files = std::move(arguments.files);
+  assignments = std::move(arguments.others);
+  requireFiles(inputs);
 }
 
 void requireOneOutput(const Inputs& inputs, const Target& target)
@@ -80,6 +130,66 @@ void requireOneOutput(const Inputs& inputs, const Target& target)
 void addExample(CLI::App& verb, const std::string& example)
 {
   verb.footer("Example:\n  " + example);
+}
+
+std::string quotedChoice(const std::vector<std::string>& names)
+{
+  std::string text;
+  for (const std::string& name : names)
+  {
+    text += (text.empty() ? "\"" : " or \"") + name + '"';
+  }
+  return text;
+}
+
+/// "--jobs" and the like of a verb, or of the program itself.
+std::vector<std::string> optionsOf(const CLI::App& app)
+{
+  std::vector<std::string> names;
+  for (const CLI::Option* const option : app.get_options())
+  {
+    for (const std::string& name : option->get_lnames())
+    {
+      names.push_back("--" + name);
+    }
+  }
+  return names;
+}
+
+std::vector<std::string> verbsOf(const CLI::App& app)
+{
+  std::vector<std::string> names;
+  for (const CLI::App* const verb : app.get_subcommands({}))
+  {
+    names.push_back(verb->get_name());
+  }
+  return names;
+}
+
+/// What is wrong with a command line, and what may have been meant.
+std::string messageOf(const CLI::App& app, const CLI::Error& error)
+{
+  std::string text = error.what();
+  const std::vector<std::string> unexpected = app.remaining(true);
+  if (!unexpected.empty())
+  {
+    const auto verbs = app.get_subcommands();
+    const std::string name = unexpected.front().substr(0, unexpected.front().find('='));
+    const bool isOption = name.compare(0, 1, "-") == 0;
+    std::vector<std::string> meant;
+    if (isOption)
+    {
+      text = "there is no option \"" + name + '"';
+      meant = vesk::edit::nearest(name, optionsOf(verbs.empty() ? app : *verbs.front()));
+    }
+    else if (verbs.empty())
+    {
+      text = "there is no verb \"" + name + '"';
+      meant = vesk::edit::nearest(name, verbsOf(app));
+    }
+    text += meant.empty() ? "" : "; did you mean " + quotedChoice(meant) + '?';
+  }
+  return text + "\nRun with --help for more information.\n";
 }
 
 bool isColored(const std::string& color)
@@ -116,6 +226,8 @@ CommandLine::CommandLine()
 {
   app.set_version_flag("--version", std::string("veskpackage ") + VESKPACKAGE_VERSION);
   app.require_subcommand(1);
+  app.failure_message([](const CLI::App* whole, const CLI::Error& error)
+                      { return messageOf(*whole, error); });
   std::string footer = "FILE is a manifest; - stands for standard input or output.\nExit codes:";
   for (std::size_t i = 0; i < exitCodeMeanings.size(); ++i)
   {
@@ -129,6 +241,8 @@ CommandLine::CommandLine()
   addFmt();
   addTrim();
   addDiff();
+  addFields();
+  addNew();
 }
 
 void CommandLine::addShow()
@@ -153,9 +267,7 @@ void CommandLine::addCheck()
 {
   CLI::App* const verb = app.add_subcommand(
       "check", "Tell what is wrong with manifests, also what the readers pass over in silence");
-  addInputs(*verb, checkOptions.inputs,
-            "Manifests, and folders that are searched for them (files called manifest.xml, and "
-            "others in .xml whose root is package)");
+  addInputs(*verb, checkOptions.inputs, "Manifests to check");
   addFormat(*verb, checkOptions.format, false,
             "text (a line for each finding, and a summary), or json (a line for each manifest)");
   verb->add_flag("--strict", checkOptions.isStrict, "Fail for warnings as well");
@@ -196,7 +308,6 @@ void CommandLine::addCheck()
           const auto [tag, severity] = overrideIn(text);
           checkOptions.severities[tag] = severity;
         }
-        checkOptions.inputs.searchFolders = true;
         checkOptions.isColored = isColored(color);
         code = checkManifests(checkOptions);
       });
@@ -204,20 +315,19 @@ void CommandLine::addCheck()
 
 void CommandLine::addGet()
 {
-  CLI::App* const verb = app.add_subcommand("get", "Print one field of manifests: FILE... FIELD");
-  addInputs(*verb, getOptions.inputs, "Manifests, and the FIELD behind them");
+  CLI::App* const verb = app.add_subcommand("get", "Print fields of manifests: FILE... FIELD...");
+  addInputs(*verb, getOptions.inputs,
+            "Manifests, and behind them fields, as in version, 'behaviors[0].path' or "
+            "'behaviors[*].path'; what exists, contains a / or ends in .xml is a manifest");
   addFormat(*verb, getOptions.format, false,
-            "text (texts as they are, anything else as json; the default), or json (file and "
-            "value, a line each)");
-  addExample(*verb, "veskpackage get manifest.xml 'behaviors[0].tags.en_US[1]'");
+            "text (texts as they are, anything else as json; the default), or json (file, "
+            "field and value, a line each)");
+  addExample(*verb, "veskpackage get manifest.xml version 'behaviors[*].tags.en_US[1]'");
   verb->callback(
       [this]
       {
-        require(!getOptions.inputs.files.empty(), "FIELD is required");
-        getOptions.field = getOptions.inputs.files.back();
-        getOptions.inputs.files.pop_back();
-        requireFiles(getOptions.inputs);
-        code = getField(getOptions);
+        takeFields(getOptions.inputs, getOptions.fields);
+        code = getFields(getOptions);
       });
 }
 
@@ -225,24 +335,16 @@ void CommandLine::addSet()
 {
   CLI::App* const verb = app.add_subcommand(
       "set", "Change fields of manifests, in their files: FILE... FIELD=VALUE...");
-  addInputs(*verb, setOptions.inputs, "Manifests, and FIELD=VALUE any number of times behind them");
+  addInputs(*verb, setOptions.inputs,
+            "Manifests, and FIELD=VALUE any number of times behind them; the name of a manifest "
+            "with a = starts with ./, ../ or /");
   verb->add_flag("--force", setOptions.isForced,
                  "Also when comments, unknown elements and the like are lost");
   addExample(*verb, "veskpackage set manifest.xml version=1.3 names.fr_FR=Bonjour");
   verb->callback(
       [this]
       {
-        std::vector<std::string>& files = setOptions.inputs.files;
-        const auto isAssignment = [](const std::string& text)
-        { return text.find('=') != std::string::npos; };
-        const auto first = std::find_if(files.begin(), files.end(), isAssignment);
-        setOptions.assignments.assign(first, files.end());
-        files.erase(first, files.end());
-        require(!setOptions.assignments.empty() &&
-                    std::all_of(setOptions.assignments.begin(), setOptions.assignments.end(),
-                                isAssignment),
-                "FIELD=VALUE is required behind the files");
-        requireFiles(setOptions.inputs);
+        takeAssignments(setOptions.inputs, setOptions.assignments);
         code = setFields(setOptions);
       });
 }
@@ -302,13 +404,64 @@ void CommandLine::addTrim()
 void CommandLine::addDiff()
 {
   CLI::App* const verb = app.add_subcommand(
-      "diff", "Compare two manifests by what they mean, field by field; exits with 1 when they "
-              "differ");
-  verb->add_option("A", diffOptions.left, "The one manifest")->required()->check(faultIn);
-  verb->add_option("B", diffOptions.right, "The other manifest")->required()->check(faultIn);
+      "diff",
+      "Compare two manifests, or all in two folders, by what they mean, field by field; exits "
+      "with 1 when they differ");
+  verb->add_option("A", diffOptions.left, "The one manifest or folder")->required()->check(faultIn);
+  verb->add_option("B", diffOptions.right, "The other manifest or folder")
+      ->required()
+      ->check(faultIn);
   addFormat(*verb, diffOptions.format, false, "text (a line for each difference), or json");
   addExample(*verb, "veskpackage diff old.xml new.xml");
-  verb->callback([this] { code = diffManifests(diffOptions); });
+  verb->callback(
+      [this]
+      {
+        requireOneStandardInput({diffOptions.left, diffOptions.right});
+        code = diffManifests(diffOptions);
+      });
+}
+
+void CommandLine::addFields()
+{
+  CLI::App* const verb =
+      app.add_subcommand("fields", "List every field of a manifest, and what it is");
+  addFormat(*verb, fieldsFormat, false, "text (the default), or json");
+  addExample(*verb, "veskpackage fields | grep -A 2 behaviors");
+  verb->callback([this] { code = listFields(fieldsFormat); });
+}
+
+void CommandLine::addNew()
+{
+  CLI::App* const verb =
+      app.add_subcommand("new", "Write a manifest to begin with, which has no faults");
+  const auto addText = [verb](const std::string& name, auto& value, const std::string& kind,
+                              const std::string& meaning)
+  {
+    return verb->add_option(name, value, meaning)
+        ->check(faultInText)
+        ->option_text(kind)
+        ->allow_extra_args(false);
+  };
+  addText("--uuid", newOptions.uuid, "UUID", "Its identifier (a new one by default)");
+  addText("--name", newOptions.name, "TEXT",
+          "What it is called (as the folder of the manifest by default)");
+  addText("--language", newOptions.languages, "CODE",
+          "A language of its content, names and descriptions, any number of times (en_US by "
+          "default)");
+  addText("--behavior", newOptions.behaviors, "PATH",
+          "The folder of a behavior in the package, any number of times");
+  verb->add_option("-o,--output", newOptions.output, "Write to FILE instead of standard output")
+      ->check(faultIn)
+      ->option_text("FILE");
+  verb->add_flag("--force", newOptions.isForced, "Write over a file that exists");
+  addExample(*verb, "veskpackage new --name 'My guide' --behavior greeting -o guide.xml");
+  verb->callback(
+      [this]
+      {
+        requireEachOnce("--language", newOptions.languages);
+        requireEachOnce("--behavior", newOptions.behaviors);
+        code = newManifest(newOptions);
+      });
 }
 
 } // namespace tool

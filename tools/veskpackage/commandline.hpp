@@ -33,6 +33,8 @@ private:
   void addFmt();
   void addTrim();
   void addDiff();
+  void addFields();
+  void addNew();
 
   ShowOptions showOptions;
   CheckOptions checkOptions;
@@ -41,6 +43,8 @@ private:
   FmtOptions fmtOptions;
   TrimOptions trimOptions;
   DiffOptions diffOptions;
+  Format fieldsFormat = Format::Text;
+  NewOptions newOptions;
   std::vector<std::string> overrides;
   std::string color = "auto";
   std::string explained;

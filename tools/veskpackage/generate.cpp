@@ -8,6 +8,7 @@
 #include <exception>
 #include <fstream>
 #include <iostream>
+#include <set>
 
 namespace tool
 {
@@ -94,6 +95,40 @@ void writeExitStatus(std::ostream& page)
   }
 }
 
+/// For the verbs that take or print the paths of fields.
+void writeFields(std::ostream& page, const std::string& verb)
+{
+  if (std::set<std::string>{"get", "set", "unset", "diff", "fields"}.count(verb) == 0)
+  {
+    return;
+  }
+  page << ".SH FIELDS\n\\&"
+       << escaped(
+              "A field is named by its path: members of records with dots between them, elements "
+              "of lists by their index, counted from 0, and entries of maps by their key, as in "
+              "behaviors[0].tags.en_US[1]. [*] stands for every element or entry, as in "
+              "behaviors[*].path or names[*]. A key that is empty or holds a dot, a bracket, a "
+              "quote, =, a blank or a control character is written as a JSON string, as in "
+              "names.\"a.b\". What is set to the index behind the last element of a list is "
+              "appended to it. Shells need quotes around paths with brackets.")
+       << '\n';
+  if (verb != "fields")
+  {
+    page << ".PP\nAll fields are in veskpackage\\-fields(1).\n";
+    return;
+  }
+  for (const vesk::edit::ListedField& field : vesk::edit::listedFields())
+  {
+    page << ".TP\n\\fB" << escaped(field.path) << "\\fR\n";
+    const char* lineBreak = "";
+    for (const std::string& line : wordsFor(field))
+    {
+      page << lineBreak << "\\&" << escaped(line) << '\n';
+      lineBreak = ".br\n";
+    }
+  }
+}
+
 void writeVerbPage(const std::string& folder, const CLI::App& verb)
 {
   const std::string name = "veskpackage-" + verb.get_name();
@@ -112,6 +147,7 @@ void writeVerbPage(const std::string& folder, const CLI::App& verb)
   writeOptions(page, verb);
   const std::string example = verb.get_footer();
   page << ".SH EXAMPLE\n.nf\n\\&" << escaped(example.substr(example.find('\n') + 1)) << "\n.fi\n";
+  writeFields(page, verb.get_name());
   writeExitStatus(page);
   page << ".SH SEE ALSO\nveskpackage(1)\n";
 }

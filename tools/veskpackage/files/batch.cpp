@@ -14,9 +14,11 @@
 #include <memory>
 #include <mutex>
 #include <sstream>
+#include <stdexcept>
 #include <system_error>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 
 namespace tool
 {
@@ -25,7 +27,7 @@ bool Inputs::areMany() const
 {
   std::error_code unknown;
   return files.size() != 1 || !filesFrom.empty() ||
-         (searchFolders && std::filesystem::is_directory(files.front(), unknown));
+         std::filesystem::is_directory(files.front(), unknown);
 }
 
 namespace
@@ -76,7 +78,9 @@ struct Job
 class Batch
 {
 public:
-  Batch(const Inputs& inputs, const Work& toDo) : jobs(inputs.jobs), files(inputs), work(toDo) {}
+  Batch(const Inputs& inputs, const Work& toDo, std::string between)
+      : jobs(inputs.jobs), files(inputs), work(toDo), separator(std::move(between))
+  {}
 
   ExitCode run()
   {
@@ -96,6 +100,10 @@ public:
       other.join();
     }
     progress.clear();
+    if (badList)
+    {
+      std::rethrow_exception(badList);
+    }
     return code;
   }
 
@@ -131,7 +139,7 @@ private:
         return nullptr;
       }
     }
-    const std::optional<std::string> file = files.next();
+    const std::optional<std::string> file = nextFile();
     if (!file)
     {
       return nullptr;
@@ -141,6 +149,20 @@ private:
     const std::lock_guard<std::mutex> lock(mutex);
     unprinted.push_back(job);
     return job;
+  }
+
+  /// None also when the list of files turns out to be bad; its error is for the caller's thread.
+  std::optional<std::string> nextFile()
+  {
+    try
+    {
+      return badList ? std::nullopt : files.next();
+    }
+    catch (const std::runtime_error&)
+    {
+      badList = std::current_exception();
+      return std::nullopt;
+    }
   }
 
   void finish(Job& finished)
@@ -165,23 +187,31 @@ private:
     {
       progress.clear();
       std::cerr << complaints << std::flush;
-      isFull = isFull || !(std::cout << out).flush();
+      isFull =
+          isFull || !(std::cout << (hasPrinted && !out.empty() ? separator : "") << out).flush();
+      hasPrinted = hasPrinted || !out.empty();
     }
   }
 
   const int jobs;
   std::mutex filesMutex;
-  InputFiles files;
+  InputFiles files; // while filesMutex is held, as is the next
+  std::exception_ptr badList;
   const Work& work;
+  const std::string separator;
   std::mutex mutex; // of all that follows
   std::condition_variable printed;
   std::deque<std::shared_ptr<Job>> unprinted; // in the order of files
   Progress progress;
   ExitCode code = Done;
+  bool hasPrinted = false;
   bool isFull = false; // standard output takes no more; main() reports that
 };
 } // namespace
 
-ExitCode forEachFile(const Inputs& inputs, const Work& work) { return Batch(inputs, work).run(); }
+ExitCode forEachFile(const Inputs& inputs, const Work& work, const std::string& separator)
+{
+  return Batch(inputs, work, separator).run();
+}
 
 } // namespace tool

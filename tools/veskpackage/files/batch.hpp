@@ -12,13 +12,13 @@
 namespace tool
 {
 
-/// Which files a verb works on.
+/// Which files a verb works on. A folder stands for the manifests in it.
 struct Inputs
 {
   std::vector<std::string> files;
   std::string filesFrom; ///< a file with a path a line, or "-" for standard input; may be empty
-  bool searchFolders = false; ///< whether a folder stands for the manifests in it
-  int jobs = 1;               ///< how many files are worked on at once
+  bool hasNulls = false; ///< whether that list has a NUL behind each path instead of a line break
+  int jobs = 1;          ///< how many files are worked on at once
 
   /// Whether there can be more than one, so that results are printed a line each.
   bool areMany() const;
@@ -28,9 +28,10 @@ struct Inputs
 using Work =
     std::function<ExitCode(const std::string& file, std::ostream& out, std::ostream& complaints)>;
 
-/// Works on all files and gives the highest exit code. While it takes long, a terminal is shown how
-/// far it is. Memory does not grow with the number of files.
-ExitCode forEachFile(const Inputs& inputs, const Work& work);
+/// Works on all files and gives the highest exit code. Between the results of two files prints
+/// \p separator. While it takes long, a terminal is shown how far it is. Memory does not grow with
+/// the number of files. Throws std::runtime_error when the list of files cannot be read.
+ExitCode forEachFile(const Inputs& inputs, const Work& work, const std::string& separator = {});
 
 } // namespace tool
 

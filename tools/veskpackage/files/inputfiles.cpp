@@ -64,7 +64,7 @@ std::optional<std::string> InputFiles::next()
   }
   while (std::optional<std::string> file = nextNamed())
   {
-    if (!named.searchFolders || !enter(*file))
+    if (!enter(*file))
     {
       return file;
     }
@@ -83,16 +83,21 @@ std::optional<std::string> InputFiles::nextNamed()
     return named.files[given++];
   }
   std::istream& lines = named.filesFrom == "-" ? std::cin : list;
-  std::string line;
-  while (!named.filesFrom.empty() && std::getline(lines, line))
+  std::string path;
+  while (!named.filesFrom.empty() && std::getline(lines, path, named.hasNulls ? '\0' : '\n'))
   {
-    if (!line.empty() && line.back() == '\r') // of a list from another system
+    if (path.find('\0') != std::string::npos)
     {
-      line.pop_back();
+      throw std::runtime_error("the list of files " + named.filesFrom +
+                               " has NULs between the paths; --null reads it so");
     }
-    if (!line.empty())
+    if (!named.hasNulls && !path.empty() && path.back() == '\r') // of a list from another system
     {
-      return line;
+      path.pop_back();
+    }
+    if (!path.empty())
+    {
+      return path;
     }
   }
   return std::nullopt;

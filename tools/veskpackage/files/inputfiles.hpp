@@ -20,6 +20,7 @@ public:
   /// Throws std::runtime_error when the list of files cannot be read.
   explicit InputFiles(const Inputs& inputs);
 
+  /// Throws std::runtime_error when the list is of another kind.
   std::optional<std::string> next();
 
 private:

@@ -135,14 +135,17 @@ std::optional<Manifest> load(const std::string& file, std::ostream& complaints)
 
 ExitCode forEachManifest(const Inputs& inputs,
                          const std::function<ExitCode(Manifest& manifest, std::ostream& out,
-                                                      std::ostream& complaints)>& work)
+                                                      std::ostream& complaints)>& work,
+                         const std::string& separator)
 {
-  return forEachFile(inputs,
-                     [&work](const std::string& file, std::ostream& out, std::ostream& complaints)
-                     {
-                       std::optional<Manifest> manifest = load(file, complaints);
-                       return manifest ? work(*manifest, out, complaints) : FileTrouble;
-                     });
+  return forEachFile(
+      inputs,
+      [&work](const std::string& file, std::ostream& out, std::ostream& complaints)
+      {
+        std::optional<Manifest> manifest = load(file, complaints);
+        return manifest ? work(*manifest, out, complaints) : FileTrouble;
+      },
+      separator);
 }
 
 vesk::PackageInfo packageIn(const std::string& content)

@@ -38,7 +38,8 @@ std::optional<Manifest> load(const std::string& file, std::ostream& complaints);
 /// As forEachFile(), with the manifests that can be loaded; the others give FileTrouble.
 ExitCode forEachManifest(const Inputs& inputs,
                          const std::function<ExitCode(Manifest& manifest, std::ostream& out,
-                                                      std::ostream& complaints)>& work);
+                                                      std::ostream& complaints)>& work,
+                         const std::string& separator = {});
 
 /// The package read from a file with this content, which must be a manifest.
 vesk::PackageInfo packageIn(const std::string& content);

@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "files/inputfiles.hpp"
 #include "verbs/verbs.hpp"
 
 #include <edit/difference.hpp>
 #include <edit/json.hpp>
 #include <edit/membername.hpp>
 
+#include <algorithm>
+#include <filesystem>
 #include <iostream>
+#include <set>
+#include <system_error>
 
 namespace tool
 {
@@ -20,60 +25,155 @@ std::string toJson(const vesk::AnyConstReference& value)
   return vesk::edit::toJson(value, -1, vesk::edit::friendlyName);
 }
 
-void printText(const Difference& difference)
+/// Prints in what manifests differ, as text or as one JSON array.
+class Printer
 {
-  std::cout << toText(difference.path()) << ": ";
-  if (!difference.after.value.isValid())
-  {
-    std::cout << "removed " << toJson(difference.before.value) << '\n';
-  }
-  else if (!difference.before.value.isValid())
-  {
-    std::cout << "added " << toJson(difference.after.value) << '\n';
-  }
-  else
-  {
-    std::cout << toJson(difference.before.value) << " -> " << toJson(difference.after.value)
-              << '\n';
-  }
-}
+public:
+  explicit Printer(Format toPrint) : format(toPrint) {}
 
-/// "before" or "after" is null where that manifest has no such field.
-void printJson(const std::vector<Difference>& all)
-{
-  std::cout << '[';
-  const char* separator = "";
-  for (const Difference& difference : all)
+  /// \p file is what to call the two manifests; empty where there are no others.
+  void print(const std::string& file, const Difference& difference)
   {
+    if (format == Format::Text)
+    {
+      std::cout << (file.empty() ? "" : file + ": ") << toText(difference.path()) << ": "
+                << change(difference) << '\n';
+      return;
+    }
     const std::string field = toText(difference.path());
-    std::cout << separator << R"({"field":)" << toJson(vesk::AnyConstReference(field))
-              << R"(,"before":)" << toJson(difference.before.value) << R"(,"after":)"
-              << toJson(difference.after.value) << '}';
-    separator = ",\n ";
+    start(file);
+    std::cout << R"("field":)" << toJson(vesk::AnyConstReference(field)) << R"(,"before":)"
+              << toJson(difference.before.value) << R"(,"after":)" << toJson(difference.after.value)
+              << '}';
   }
-  std::cout << "]\n";
-}
-} // namespace
 
-ExitCode diffManifests(const DiffOptions& options)
+  /// Says that only one folder has a manifest.
+  void printLone(const std::string& file, const std::string& folder)
+  {
+    if (format == Format::Text)
+    {
+      std::cout << file << ": only in " << folder << '\n';
+      return;
+    }
+    start(file);
+    std::cout << R"("onlyIn":)" << toJson(vesk::AnyConstReference(folder)) << '}';
+  }
+
+  void end() const
+  {
+    if (format == Format::Json)
+    {
+      std::cout << (isFirst ? "[]\n" : "]\n");
+    }
+  }
+
+private:
+  static std::string change(const Difference& difference)
+  {
+    if (!difference.after.value.isValid())
+    {
+      return "removed " + toJson(difference.before.value);
+    }
+    if (!difference.before.value.isValid())
+    {
+      return "added " + toJson(difference.after.value);
+    }
+    return toJson(difference.before.value) + " -> " + toJson(difference.after.value);
+  }
+
+  void start(const std::string& file)
+  {
+    std::cout << (isFirst ? "[{" : ",\n {");
+    isFirst = false;
+    if (!file.empty())
+    {
+      std::cout << R"("file":)" << toJson(vesk::AnyConstReference(file)) << ',';
+    }
+  }
+
+  const Format format;
+  bool isFirst = true;
+};
+
+ExitCode compare(const std::string& leftFile, const std::string& rightFile, const std::string& name,
+                 Printer& printer)
 {
-  const std::optional<Manifest> left = load(options.left, std::cerr);
-  const std::optional<Manifest> right = load(options.right, std::cerr);
+  const std::optional<Manifest> left = load(leftFile, std::cerr);
+  const std::optional<Manifest> right = load(rightFile, std::cerr);
   if (!left || !right)
   {
     return FileTrouble;
   }
   const std::vector<Difference> all = vesk::edit::differences(
       vesk::AnyConstReference(left->fields), vesk::AnyConstReference(right->fields));
-  if (options.format == Format::Json)
+  for (const Difference& difference : all)
   {
-    printJson(all);
-  }
-  else
-  {
-    std::for_each(all.begin(), all.end(), printText);
+    printer.print(name, difference);
   }
   return all.empty() ? Done : NegativeResult;
+}
+
+/// The paths, below a folder, of the manifests in it.
+std::set<std::string> manifestsBelow(const std::string& folder)
+{
+  const Inputs inputs{{folder}, {}};
+  InputFiles files(inputs);
+  std::set<std::string> paths;
+  while (const std::optional<std::string> file = files.next())
+  {
+    paths.insert(std::filesystem::path(*file).lexically_relative(folder).string());
+  }
+  return paths;
+}
+
+ExitCode compareFolders(const DiffOptions& options, Printer& printer)
+{
+  const std::set<std::string> left = manifestsBelow(options.left);
+  const std::set<std::string> right = manifestsBelow(options.right);
+  std::set<std::string> all = left;
+  all.insert(right.begin(), right.end());
+  ExitCode code = Done;
+  for (const std::string& path : all)
+  {
+    const bool isLeft = left.count(path) != 0;
+    const bool isRight = right.count(path) != 0;
+    if (isLeft && isRight)
+    {
+      code = std::max(
+          code, compare(options.left + '/' + path, options.right + '/' + path, path, printer));
+    }
+    else
+    {
+      printer.printLone(path, isLeft ? options.left : options.right);
+      code = std::max(code, NegativeResult);
+    }
+  }
+  return code;
+}
+
+bool areFolders(const DiffOptions& options)
+{
+  std::error_code unknown;
+  return std::filesystem::is_directory(options.left, unknown) &&
+         std::filesystem::is_directory(options.right, unknown);
+}
+} // namespace
+
+ExitCode diffManifests(const DiffOptions& options)
+{
+  Printer printer(options.format);
+  if (areFolders(options))
+  {
+    const ExitCode code = compareFolders(options, printer);
+    printer.end();
+    return code;
+  }
+  const ExitCode code = compare(options.left, options.right, {}, printer);
+  if (code != FileTrouble)
+  {
+    printer.end();
+  }
+  return code;
 }
 
 } // namespace tool

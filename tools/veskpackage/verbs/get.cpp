@@ -9,47 +9,67 @@
 namespace tool
 {
 
+using vesk::AnyConstReference;
 using vesk::edit::FieldPath;
-using vesk::edit::toJson;
 
 namespace
 {
-std::string shown(const vesk::AnyConstReference& value, Format format)
+std::string jsonOf(const AnyConstReference& value)
 {
-  return format == Format::Text && value.is<std::string>() ? value.as<std::string>()
-                                                           : toJson(value, -1, vesk::edit::friendlyName);
+  return vesk::edit::toJson(value, -1, vesk::edit::friendlyName);
+}
+
+void printValue(std::ostream& out, const Manifest& manifest, const FieldPath& path,
+                const GetOptions& options)
+{
+  const AnyConstReference value = vesk::edit::valueAt(AnyConstReference(manifest.fields), path);
+  if (options.format == Format::Json)
+  {
+    const std::string field = toText(path);
+    out << R"({"file":)" << jsonOf(AnyConstReference(manifest.name)) << R"(,"field":)"
+        << jsonOf(AnyConstReference(field)) << R"(,"value":)" << jsonOf(value) << "}\n";
+    return;
+  }
+  out << (options.inputs.areMany() ? manifest.name + ": " : "")
+      << (value.is<std::string>() ? value.as<std::string>() : jsonOf(value)) << '\n';
 }
 } // namespace
 
-ExitCode getField(const GetOptions& options)
+ExitCode getFields(const GetOptions& options)
 {
-  const FieldPath path = vesk::edit::parseFieldPath(options.field);
-  return forEachManifest(options.inputs,
-                         [&](Manifest& manifest, std::ostream& out, std::ostream& complaints)
-                         {
-                           try
-                           {
-                             const vesk::AnyConstReference value = vesk::edit::valueAt(
-                                 vesk::AnyConstReference(manifest.fields), path);
-                             if (options.format == Format::Json)
-                             {
-                               out << R"({"file":)"
-                                   << toJson(vesk::AnyConstReference(manifest.name), -1)
-                                   << R"(,"value":)" << toJson(value, -1, vesk::edit::friendlyName) << "}\n";
-                             }
-                             else
-                             {
-                               out << (options.inputs.areMany() ? manifest.name + ": " : "")
-                                   << shown(value, options.format) << '\n';
-                             }
-                             return Done;
-                           }
-                           catch (const vesk::edit::FieldError& error)
-                           {
-                             complain(complaints, manifest.name, error.what());
-                             return NegativeResult;
-                           }
-                         });
+  std::vector<FieldPath> fields;
+  for (const std::string& field : options.fields)
+  {
+    fields.push_back(vesk::edit::parseFieldPath(field));
+  }
+  return forEachManifest(
+      options.inputs,
+      [&](Manifest& manifest, std::ostream& out, std::ostream& complaints)
+      {
+        ExitCode code = Done;
+        const auto tryTo = [&](const auto& doThat) // so that the other fields are printed
+        {
+          try
+          {
+            doThat();
+          }
+          catch (const vesk::edit::FieldError& error)
+          {
+            complain(complaints, manifest.name, error.what());
+            code = NegativeResult;
+          }
+        };
+        for (const FieldPath& field : fields)
+        {
+          std::vector<FieldPath> paths;
+          tryTo([&] { paths = expanded(AnyConstReference(manifest.fields), field); });
+          for (const FieldPath& path : paths)
+          {
+            tryTo([&] { printValue(out, manifest, path, options); });
+          }
+        }
+        return code;
+      });
 }
 
 } // namespace tool

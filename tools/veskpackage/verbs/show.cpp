@@ -32,7 +32,7 @@ void printManifest(Manifest& manifest, Format format, bool isOneOfMany, std::ost
   }
   else
   {
-    out << manifest.fields.package;
+    out << (isOneOfMany ? "== " + manifest.name + " ==\n" : "") << manifest.fields.package;
     if (manifest.fields.web.isValid())
     {
       out << "Web content\n***********\nPath: " << manifest.fields.web.as<vesk::WebInfo>().path
@@ -44,12 +44,14 @@ void printManifest(Manifest& manifest, Format format, bool isOneOfMany, std::ost
 
 ExitCode showManifests(const ShowOptions& options)
 {
-  return forEachManifest(options.inputs,
-                         [&options](Manifest& manifest, std::ostream& out, std::ostream&)
-                         {
-                           printManifest(manifest, options.format, options.inputs.areMany(), out);
-                           return Done;
-                         });
+  return forEachManifest(
+      options.inputs,
+      [&options](Manifest& manifest, std::ostream& out, std::ostream&)
+      {
+        printManifest(manifest, options.format, options.inputs.areMany(), out);
+        return Done;
+      },
+      options.format == Format::Text ? "\n" : "");
 }
 
 } // namespace tool

@@ -7,6 +7,7 @@
 #include "files/manifestfile.hpp"
 
 #include <check/manifestcheck.hpp>
+#include <edit/fieldlist.hpp>
 
 #include <map>
 #include <optional>
@@ -56,10 +57,10 @@ struct GetOptions
 {
   Inputs inputs;
   Format format = Format::Text;
-  std::string field;
+  std::vector<std::string> fields; ///< paths, also to every element of a list
 };
-/// Prints one field of each manifest.
-ExitCode getField(const GetOptions& options);
+/// Prints fields of each manifest, in their order.
+ExitCode getFields(const GetOptions& options);
 
 struct SetOptions
 {
@@ -91,12 +92,31 @@ ExitCode trimManifests(const TrimOptions& options);
 
 struct DiffOptions
 {
-  std::string left;
+  std::string left; ///< a manifest, or a folder when the other is one, too
   std::string right;
   Format format = Format::Text;
 };
-/// Prints in which fields two manifests differ.
+/// Prints in which fields two manifests differ, or the manifests at the same place in two folders.
 ExitCode diffManifests(const DiffOptions& options);
+
+struct NewOptions
+{
+  std::string uuid; ///< empty: a new one
+  std::string name; ///< empty: as the folder is called
+  std::vector<std::string> languages{"en_US"};
+  std::vector<std::string> behaviors; ///< their paths
+  std::string output = "-";
+  bool isForced = false; ///< also over a file that exists
+};
+/// Writes a manifest to begin with. Its values need to be without fault.
+ExitCode newManifest(const NewOptions& options);
+/// What is wrong with a text that a manifest is to hold; empty when that is nothing.
+std::string faultInText(const std::string& text);
+
+/// Prints every field that a path can lead to, and what it is.
+ExitCode listFields(Format format);
+/// What a field is, in one or two lines.
+std::vector<std::string> wordsFor(const vesk::edit::ListedField& field);
 
 } // namespace tool
 

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <edit/nearest.hpp>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+namespace vesk::edit
+{
+namespace
+{
+constexpr std::size_t longest = 64;
+/// What a letter costs that differs only in case, and one that differs: all letters of a name in
+/// another case cost less than one that differs.
+constexpr std::size_t caseCost = 1;
+constexpr std::size_t editCost = longest + 1;
+
+char lower(char letter)
+{
+  return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+std::size_t replacing(char left, char right)
+{
+  return left == right ? 0 : lower(left) == lower(right) ? caseCost : editCost;
+}
+
+/// What it costs to make one name of another, neither of which is longer than the longest.
+std::size_t distance(const std::string& from, const std::string& to)
+{
+  // costs[i][j]: of the first j letters of one from the first i letters of the other
+  std::array<std::array<std::size_t, longest + 1>, longest + 1> costs{};
+  for (std::size_t i = 0; i <= from.size(); ++i)
+  {
+    for (std::size_t j = 0; j <= to.size(); ++j)
+    {
+      if (i == 0 || j == 0)
+      {
+        costs[i][j] = (i + j) * editCost;
+        continue;
+      }
+      costs[i][j] = std::min({costs[i - 1][j] + editCost, costs[i][j - 1] + editCost,
+                              costs[i - 1][j - 1] + replacing(from[i - 1], to[j - 1])});
+      if (i > 1 && j > 1 && lower(from[i - 1]) == lower(to[j - 2]) &&
+          lower(from[i - 2]) == lower(to[j - 1]))
+      {
+        costs[i][j] = std::min(costs[i][j], costs[i - 2][j - 2] + editCost);
+      }
+    }
+  }
+  return costs[from.size()][to.size()];
+}
+
+/// How many letters may differ where the longer name has so many.
+std::size_t mostEdits(std::size_t size) { return size / 3; }
+} // namespace
+
+std::vector<std::string> nearest(const std::string& misspelt, const std::vector<std::string>& names)
+{
+  std::vector<std::string> found;
+  std::size_t least = 0;
+  for (const std::string& name : names)
+  {
+    const auto [shorter, longer] = std::minmax(misspelt.size(), name.size());
+    const std::size_t most = mostEdits(longer);
+    if (longer > longest || longer - shorter > most)
+    {
+      continue;
+    }
+    const std::size_t cost = distance(misspelt, name);
+    if (cost / editCost > most || (!found.empty() && cost > least))
+    {
+      continue;
+    }
+    if (cost < least)
+    {
+      found.clear();
+    }
+    least = cost;
+    found.push_back(name);
+  }
+  return found;
+}
+
+} // namespace vesk::edit
