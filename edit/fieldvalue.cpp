@@ -246,4 +246,36 @@ void setAt(const AnyReference& root, const FieldPath& path, const std::string& t
   setPart(root, path, 0, text);
 }
 
+void unsetAt(const AnyReference& root, const FieldPath& path)
+{
+  AnyReference whole = root;
+  AnyReference part = root;
+  for (std::size_t depth = 0; depth < path.size(); ++depth)
+  {
+    whole = lookThrough(part);
+    part = partOf(whole, path, depth);
+    if (!part.isValid())
+    {
+      failMissing(whole, path, depth);
+    }
+  }
+  if (part.is<AnyValue>())
+  {
+    part.as<AnyValue>().reset();
+  }
+  else if (path.empty() || whole.type()->kind() == TypeKind::Struct)
+  {
+    part.set(AnyValue(*part.type()));
+  }
+  else if (const auto* index = std::get_if<std::size_t>(&path.back()))
+  {
+    whole.erase(*index);
+  }
+  else
+  {
+    const auto& type = describedAs<MapTypeInterface>(whole);
+    whole.erase(valueFromText(*type.keyType(), std::get<std::string>(path.back()), path));
+  }
+}
+
 } // namespace vesk::edit

@@ -38,6 +38,11 @@ VESKPACKAGE_EDIT_EXPORT std::vector<FieldPath> expanded(const AnyConstReference&
 VESKPACKAGE_EDIT_EXPORT void setAt(const AnyReference& root, const FieldPath& path,
                                    const std::string& text);
 
+/// Gives a struct's member the default of its type, such as an empty text, and removes an element of
+/// a list or an entry of a map. Throws FieldError, and has changed nothing then, where the path leads
+/// to nothing, and for a path with a step to every element.
+VESKPACKAGE_EDIT_EXPORT void unsetAt(const AnyReference& root, const FieldPath& path);
+
 /// \}
 
 } // namespace vesk::edit

@@ -56,20 +56,27 @@ bool readManifest(const std::string& bytes, Manifest& manifest, LoadError& error
 
 void setField(Manifest& manifest, const FieldPath& path, const std::string& text)
 {
-  const AnyValue before = manifest.web;
-  if (path.front() == FieldStep("web") && !manifest.web.isValid())
+  Manifest changed = manifest;
+  if (path.front() == FieldStep("web") && !changed.web.isValid())
   {
-    manifest.web = WebInfo();
+    changed.web = WebInfo();
   }
-  try
+  for (const FieldPath& part : expanded(AnyConstReference(changed), path))
   {
-    setAt(AnyReference(manifest), path, text);
+    setAt(AnyReference(changed), part, text);
   }
-  catch (const FieldError&)
+  manifest = std::move(changed);
+}
+
+void unsetField(Manifest& manifest, const FieldPath& path)
+{
+  Manifest changed = manifest;
+  std::vector<FieldPath> parts = expanded(AnyConstReference(changed), path);
+  for (auto part = parts.rbegin(); part != parts.rend(); ++part) // indexes stay as they are so
   {
-    manifest.web = before;
-    throw;
+    unsetAt(AnyReference(changed), *part);
   }
+  manifest = std::move(changed);
 }
 
 } // namespace edit

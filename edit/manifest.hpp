@@ -31,9 +31,14 @@ struct Manifest
 VESKPACKAGE_EDIT_EXPORT bool readManifest(const std::string& bytes, Manifest& manifest,
                                           LoadError& error);
 
-/// As setAt(); a step to web content that is not there makes it.
+/// Sets each part that \p path stands for, as setAt() does; a step to web content that is not there
+/// makes it. Throws FieldError, and has changed nothing then.
 VESKPACKAGE_EDIT_EXPORT void setField(Manifest& manifest, const FieldPath& path,
                                       const std::string& text);
+
+/// Unsets each part that \p path stands for, as unsetAt() does. Throws FieldError, and has changed
+/// nothing then.
+VESKPACKAGE_EDIT_EXPORT void unsetField(Manifest& manifest, const FieldPath& path);
 
 } // namespace edit
 
