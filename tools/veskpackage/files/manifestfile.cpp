@@ -2,6 +2,7 @@
 #include "files/manifestfile.hpp"
 
 #include "files/memoryfile.hpp"
+#include "files/replacing.hpp"
 #include "output/complaint.hpp"
 #include "output/finding.hpp"
 
@@ -9,52 +10,13 @@
 
 #include <QBuffer>
 #include <QFileInfo>
-#include <QSaveFile>
 
-#include <cerrno>
 #include <cstdio>
-#include <unistd.h>
 
 namespace tool
 {
 namespace
 {
-bool writeTo(QFileDevice& file, const std::string& content)
-{
-  if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-  {
-    return false;
-  }
-  const char* left = content.data();
-  const char* const end = left + content.size();
-  while (left < end) // a disk that is nearly full takes a part
-  {
-    const qint64 written = file.write(left, end - left);
-    if (written <= 0)
-    {
-      return false;
-    }
-    left += written;
-  }
-  return true;
-}
-
-/// Returns why it failed, or an empty text. Some write errors appear only when the data reaches the
-/// disk, and the toolkit does not wait for that.
-QString replaceFile(const QString& path, const std::string& content)
-{
-  QSaveFile file(path);
-  if (!writeTo(file, content))
-  {
-    return file.errorString();
-  }
-  if (fdatasync(file.handle()) != 0 && errno != EINVAL) // EINVAL: there is nothing to sync
-  {
-    return qt_error_string(errno);
-  }
-  return file.commit() ? QString() : file.errorString();
-}
-
 /// Complains of what \p manifest has that would be lost; false when there is nothing.
 bool complainOfLosses(const Manifest& manifest, std::ostream& complaints)
 {
@@ -78,12 +40,16 @@ bool complainOfLosses(const Manifest& manifest, std::ostream& complaints)
 
 std::optional<std::string> readBytes(const std::string& file, std::string& trouble)
 {
-  constexpr int mebibyte = 1 << 20;
   QFile input(QString::fromStdString(file));
-  const bool isOpen = file == "-" ? input.open(fileno(stdin), QIODevice::ReadOnly)
-                                  : input.open(QIODevice::ReadOnly);
+  file == "-" ? input.open(fileno(stdin), QIODevice::ReadOnly) : input.open(QIODevice::ReadOnly);
+  return readBytes(input, trouble);
+}
+
+std::optional<std::string> readBytes(QFile& input, std::string& trouble)
+{
+  constexpr int mebibyte = 1 << 20;
   std::string bytes;
-  for (QByteArray piece; isOpen && !(piece = input.read(mebibyte)).isEmpty();)
+  for (QByteArray piece; input.isOpen() && !(piece = input.read(mebibyte)).isEmpty();)
   {
     bytes.append(piece.constData(), static_cast<std::size_t>(piece.size()));
     if (bytes.size() > std::size_t{mostMebibytes} * mebibyte)
@@ -162,23 +128,14 @@ bool writeFile(const std::string& content, const std::string& file, std::ostream
     out << content;
     return true;
   }
-  const QString path = QString::fromStdString(file);
-  QString error;
-  const QFileInfo existing(path);
-  if (existing.exists() && !existing.isFile()) // a device or pipe, which must not be replaced
+  const QFileInfo existing(QString::fromStdString(file));
+  const bool isDevice = existing.exists() && !existing.isFile(); // or a pipe: not to be replaced
+  const std::string trouble = isDevice ? writeInto(file, content) : replaceFile(file, content);
+  if (!trouble.empty())
   {
-    QFile device(path);
-    error = writeTo(device, content) ? QString() : device.errorString();
+    complain(complaints, file, trouble);
   }
-  else
-  {
-    error = replaceFile(path, content);
-  }
-  if (!error.isEmpty())
-  {
-    complain(complaints, file, "Could not write: " + error.toStdString());
-  }
-  return error.isEmpty();
+  return trouble.empty();
 }
 
 ExitCode writeManifest(const Manifest& manifest, const Target& target, std::ostream& out,
