@@ -52,16 +52,32 @@ void addFormat(CLI::App& verb, Format& format, bool hasVariant, const std::strin
       ->option_text("FORMAT");
 }
 
+CLI::Option* addOutput(CLI::App& verb, Target& target, const std::string& insteadOf)
+{
+  return verb.add_option("-o,--output", target.output, "Write to FILE instead of " + insteadOf)
+      ->option_text("FILE");
+}
+
 void addTarget(CLI::App& verb, Target& target)
 {
-  CLI::Option* const output =
-      verb.add_option("-o,--output", target.output, "Write to FILE instead of standard output")
-          ->option_text("FILE");
+  CLI::Option* const output = addOutput(verb, target, "standard output");
   verb.add_flag("-i,--in-place", target.isInPlace,
                 "Write over the file itself, whole or not at all; its mode is kept")
       ->excludes(output);
-  verb.add_flag("--force", target.isForced,
-                "Write over a file also when comments, unknown elements and the like are lost");
+}
+
+void addDryRun(CLI::App& verb, Target& target)
+{
+  verb.add_flag("--dry-run", target.isShownOnly,
+                "Write nothing; print as a unified difference what would change")
+      ->excludes("--output");
+}
+
+/// For verbs that write over the files unless they are told otherwise.
+void addTargetInPlace(CLI::App& verb, Target& target)
+{
+  addOutput(verb, target, "over the file itself");
+  addDryRun(verb, target);
 }
 
 /// What is wrong with how a verb is used, beyond what single options say.
@@ -124,7 +140,15 @@ void takeAssignments(Inputs& inputs, std::vector<std::string>& assignments)
 void requireOneOutput(const Inputs& inputs, const Target& target)
 {
   requireFiles(inputs);
-  require(target.isInPlace || !inputs.areMany(), "several files need --in-place");
+  require(target.isInPlace || target.isShownOnly || !inputs.areMany(),
+          "several files need --in-place");
+}
+
+/// For verbs that write over the files unless they are told otherwise.
+void chooseTarget(const CLI::App& verb, const Inputs& inputs, Target& target)
+{
+  target.isInPlace = verb.count("--output") == 0;
+  require(target.isInPlace || !inputs.areMany(), "several files cannot be written to one");
 }
 
 void addExample(CLI::App& verb, const std::string& example)
@@ -238,6 +262,7 @@ CommandLine::CommandLine()
   addCheck();
   addGet();
   addSet();
+  addUnset();
   addFmt();
   addTrim();
   addDiff();
@@ -338,14 +363,33 @@ void CommandLine::addSet()
   addInputs(*verb, setOptions.inputs,
             "Manifests, and FIELD=VALUE any number of times behind them; the name of a manifest "
             "with a = starts with ./, ../ or /");
-  verb->add_flag("--force", setOptions.isForced,
-                 "Also when comments, unknown elements and the like are lost");
+  addTargetInPlace(*verb, setOptions.target);
   addExample(*verb, "veskpackage set manifest.xml version=1.3 names.fr_FR=Bonjour");
   verb->callback(
-      [this]
+      [this, verb]
       {
         takeAssignments(setOptions.inputs, setOptions.assignments);
+        chooseTarget(*verb, setOptions.inputs, setOptions.target);
         code = setFields(setOptions);
+      });
+}
+
+void CommandLine::addUnset()
+{
+  CLI::App* const verb =
+      app.add_subcommand("unset", "Remove fields of manifests, in their files: FILE... FIELD...");
+  addInputs(
+      *verb, unsetOptions.inputs,
+      "Manifests, and behind them fields: a text, an entry of a map, an element of a list, or "
+      "a whole map or list");
+  addTargetInPlace(*verb, unsetOptions.target);
+  addExample(*verb, "veskpackage unset manifest.xml names.fr_FR 'behaviors[*].tags.fr_FR'");
+  verb->callback(
+      [this, verb]
+      {
+        takeFields(unsetOptions.inputs, unsetOptions.fields);
+        chooseTarget(*verb, unsetOptions.inputs, unsetOptions.target);
+        code = unsetFields(unsetOptions);
       });
 }
 
@@ -355,7 +399,7 @@ void CommandLine::addFmt()
       "fmt", "Lay manifests out: lines, indentation, blanks and quotes, and nothing else");
   addInputs(*verb, fmtOptions.inputs, "Manifests to read");
   addTarget(*verb, fmtOptions.target);
-  verb->add_flag("--check", fmtOptions.isCheck,
+  verb->add_flag("--check", fmtOptions.target.isShownOnly,
                  "Write nothing; print as a unified difference what would change, and exit with 1 "
                  "if anything")
       ->excludes("--in-place", "--output");
@@ -363,8 +407,8 @@ void CommandLine::addFmt()
       verb->add_flag("--canonical", fmtOptions.isCanonical,
                      "Write manifests anew as the library does, unless comments, unknown elements "
                      "and the like are lost");
-  verb->get_option("--force")
-      ->description("With --canonical, write also when something is lost")
+  verb->add_flag("--force", fmtOptions.isForced,
+                 "With --canonical, write also when something is lost")
       ->needs(canonical);
   verb->add_option_function<std::string>(
           "--indent",
@@ -379,8 +423,7 @@ void CommandLine::addFmt()
   verb->callback(
       [this]
       {
-        fmtOptions.isCheck ? requireFiles(fmtOptions.inputs)
-                           : requireOneOutput(fmtOptions.inputs, fmtOptions.target);
+        requireOneOutput(fmtOptions.inputs, fmtOptions.target);
         code = formatManifests(fmtOptions);
       });
 }
@@ -392,6 +435,8 @@ void CommandLine::addTrim()
               "to tags and sentences in their supported ones");
   addInputs(*verb, trimOptions.inputs, "Manifests to read");
   addTarget(*verb, trimOptions.target);
+  addDryRun(*verb, trimOptions.target);
+  verb->add_flag("--force", trimOptions.isForced, "Also when all texts are dropped");
   addExample(*verb, "veskpackage trim manifest.xml -o trimmed.xml");
   verb->callback(
       [this]

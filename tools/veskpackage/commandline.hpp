@@ -30,6 +30,7 @@ private:
   void addCheck();
   void addGet();
   void addSet();
+  void addUnset();
   void addFmt();
   void addTrim();
   void addDiff();
@@ -40,6 +41,7 @@ private:
   CheckOptions checkOptions;
   GetOptions getOptions;
   SetOptions setOptions;
+  UnsetOptions unsetOptions;
   FmtOptions fmtOptions;
   TrimOptions trimOptions;
   DiffOptions diffOptions;

@@ -7,6 +7,8 @@
 
 #include <edit/manifest.hpp>
 
+#include <QFile>
+
 #include <functional>
 #include <optional>
 #include <ostream>
@@ -30,19 +32,21 @@ inline constexpr int mostMebibytes = 32;
 /// The content of \p file, or of standard input when that is "-". When it cannot be read or is too
 /// large, returns none, and \p trouble says why.
 std::optional<std::string> readBytes(const std::string& file, std::string& trouble);
+/// The same of a file that is open, or could not be opened.
+std::optional<std::string> readBytes(QFile& input, std::string& trouble);
 
 /// Loads the manifest in \p file, or from standard input when that is "-". When it cannot be loaded,
 /// says why and gives none.
 std::optional<Manifest> load(const std::string& file, std::ostream& complaints);
+
+/// The same of bytes that were read from \p file.
+std::optional<Manifest> parse(const std::string& file, std::string bytes, std::ostream& complaints);
 
 /// As forEachFile(), with the manifests that can be loaded; the others give FileTrouble.
 ExitCode forEachManifest(const Inputs& inputs,
                          const std::function<ExitCode(Manifest& manifest, std::ostream& out,
                                                       std::ostream& complaints)>& work,
                          const std::string& separator = {});
-
-/// The package read from a file with this content, which must be a manifest.
-vesk::PackageInfo packageIn(const std::string& content);
 
 /// What PackageInfo::saveToManifestFile() writes.
 std::string manifestOf(const vesk::PackageInfo& package);
@@ -51,29 +55,6 @@ std::string manifestOf(const vesk::PackageInfo& package);
 /// at all, and keeps its mode. When that fails, says why and gives false.
 bool writeFile(const std::string& content, const std::string& file, std::ostream& out,
                std::ostream& complaints);
-
-/// Where a manifest is written to.
-struct Target
-{
-  std::string output = "-"; ///< a file or standard output
-  bool isInPlace = false;   ///< instead, in the place of the file that it was read from
-  bool isForced = false;    ///< also where something is lost
-};
-
-/// Complains of what \p manifest has that would be lost when its package is written; false when there
-/// is nothing.
-bool refuseToLose(const Manifest& manifest, std::ostream& complaints);
-
-/// Writes \p content to \p target in place of what was read; of a manifest from standard input, to
-/// \p out. A file that has this content stays untouched.
-ExitCode writeContent(const std::string& content, const Manifest& manifest, const Target& target,
-                      std::ostream& out, std::ostream& complaints);
-
-/// Writes \p manifest to \p target; one from standard input goes to \p out. When it would replace
-/// the file that it was read from, and lose something that the file has, prints what, and does not
-/// write unless it is forced to.
-ExitCode writeManifest(const Manifest& manifest, const Target& target, std::ostream& out,
-                       std::ostream& complaints);
 
 } // namespace tool
 

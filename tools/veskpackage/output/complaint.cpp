@@ -9,4 +9,11 @@ void complain(std::ostream& complaints, const std::string& file, const std::stri
   complaints << file << ": error: " << message << '\n';
 }
 
+void complain(std::ostream& complaints, const std::string& file, const vesk::source::Place& place,
+              const std::string& message)
+{
+  complain(complaints, file + ':' + std::to_string(place.line) + ':' + std::to_string(place.column),
+           message);
+}
+
 } // namespace tool

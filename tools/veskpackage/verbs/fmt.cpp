@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "files/manifestfile.hpp"
 #include "output/complaint.hpp"
-#include "output/unifieddiff.hpp"
+#include "output/finding.hpp"
 #include "verbs/verbs.hpp"
 
 #include <source/formatting.hpp>
 #include <source/lines.hpp>
+
+#include <QBuffer>
 
 #include <stdexcept>
 
@@ -22,9 +23,7 @@ std::optional<std::string> laidOut(const Manifest& manifest, const std::optional
   const source::Document document = source::Document::parse(manifest.bytes);
   if (const auto& error = document.error())
   {
-    const source::Place place = source::Lines(document.text()).placeOf(error->range.begin);
-    complain(complaints,
-             manifest.name + ':' + std::to_string(place.line) + ':' + std::to_string(place.column),
+    complain(complaints, manifest.name, source::Lines(document.text()).placeOf(error->range.begin),
              error->message + "; --canonical rewrites it as the readers take it");
     return std::nullopt;
   }
@@ -48,41 +47,55 @@ std::optional<std::string> laidOut(const Manifest& manifest, const std::optional
   return std::nullopt;
 }
 
-/// As a terminal shows it; the bytes where nobody knows what they stand for.
-std::string inUtf8(const std::string& bytes)
+/// Complains of what \p manifest has that would be lost when its package is written; false when there
+/// is nothing.
+bool refuseToLose(const Manifest& manifest, std::ostream& complaints)
 {
-  const source::Decoded decoded = source::decode(bytes, source::encodingOf(bytes));
-  return !decoded.isKnown || decoded.faultyByte ? bytes : decoded.text;
+  vesk::check::Options options;
+  for (const vesk::check::Rule& rule : vesk::check::rules())
+  {
+    options.severities[rule.tag] =
+        rule.isLost ? vesk::check::Severity::Warning : vesk::check::Severity::Off;
+  }
+  QBuffer bytes;
+  bytes.setData(QByteArray::fromStdString(manifest.bytes));
+  bytes.open(QIODevice::ReadOnly);
+  const auto losses = vesk::check::checkDevice(bytes, options);
+  for (const vesk::check::Finding& loss : losses)
+  {
+    printFinding(complaints, manifest.name, loss, false);
+  }
+  if (!losses.empty())
+  {
+    complain(complaints, manifest.name,
+             "not rewritten: what is listed above would be lost; --force rewrites it all the same");
+  }
+  return !losses.empty();
+}
+
+/// The manifest as the library writes its package. When that loses something, says what and gives
+/// none, unless it is forced to.
+std::optional<std::string> canonical(const Manifest& manifest, bool isForced,
+                                     std::ostream& complaints)
+{
+  std::string written = manifestOf(manifest.fields.package);
+  const bool isRefused =
+      written != manifest.bytes && !isForced && refuseToLose(manifest, complaints);
+  return isRefused ? std::nullopt : std::optional(std::move(written));
 }
 } // namespace
 
 ExitCode formatManifests(const FmtOptions& options)
 {
-  return forEachManifest(
-      options.inputs,
-      [&options](Manifest& manifest, std::ostream& out, std::ostream& complaints)
+  return rewriteManifests(
+      options.inputs, options.target,
+      [&options](const Manifest& manifest, std::ostream& complaints)
       {
-        const std::optional<std::string> formatted =
-            options.isCanonical ? manifestOf(manifest.fields.package)
-                                : laidOut(manifest, options.step, complaints);
-        if (!formatted)
-        {
-          return NegativeResult;
-        }
-        const std::string& original = manifest.bytes;
-        if (options.isCheck)
-        {
-          printUnifiedDiff(out, manifest.name, inUtf8(original), manifest.name + " (formatted)",
-                           inUtf8(*formatted));
-          return *formatted == original ? Done : NegativeResult;
-        }
-        const bool loses = options.isCanonical && *formatted != original;
-        if (loses && !options.target.isForced && refuseToLose(manifest, complaints))
-        {
-          return NegativeResult;
-        }
-        return writeContent(*formatted, manifest, options.target, out, complaints);
-      });
+        return options.isCanonical
+                   ? canonical(manifest, options.isForced || options.target.isShownOnly, complaints)
+                   : laidOut(manifest, options.step, complaints);
+      },
+      NegativeResult);
 }
 
 } // namespace tool

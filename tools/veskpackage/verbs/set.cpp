@@ -1,78 +1,47 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "output/complaint.hpp"
 #include "verbs/verbs.hpp"
-
-#include <edit/fieldvalue.hpp>
-#include <edit/json.hpp>
 
 namespace tool
 {
 
-using vesk::edit::FieldError;
 using vesk::edit::FieldPath;
-using vesk::edit::toJson;
-using vesk::edit::toText;
-using vesk::edit::valueAt;
-
-namespace
-{
-using Assignments = std::vector<std::pair<FieldPath, std::string>>;
-
-/// The first field that was set but differs once written and read again; empty when there is none.
-std::string notKept(const vesk::PackageInfo& edited, const vesk::PackageInfo& written,
-                    const Assignments& assignments)
-{
-  for (const auto& [path, value] : assignments)
-  {
-    try
-    {
-      if (toJson(valueAt(vesk::AnyConstReference(edited), path), -1) !=
-          toJson(valueAt(vesk::AnyConstReference(written), path), -1))
-      {
-        return toText(path);
-      }
-    }
-    catch (const FieldError&) // it is not there any more
-    {
-      return toText(path);
-    }
-  }
-  return {};
-}
-} // namespace
 
 ExitCode setFields(const SetOptions& options)
 {
-  Assignments assignments;
+  std::vector<std::pair<FieldPath, std::string>> assignments;
   for (const std::string& assignment : options.assignments)
   {
     assignments.push_back(vesk::edit::parseAssignment(assignment));
   }
-  return forEachManifest(
-      options.inputs,
-      [&](Manifest& manifest, std::ostream& out, std::ostream& complaints)
-      {
-        try
-        {
-          for (const auto& [path, value] : assignments)
-          {
-            vesk::edit::setAt(vesk::AnyReference(manifest.fields.package), path, value);
-          }
-        }
-        catch (const FieldError& error)
-        {
-          complain(complaints, manifest.name, error.what());
-          return NegativeResult;
-        }
-        const std::string lost =
-            notKept(manifest.fields.package, packageIn(manifestOf(manifest.fields.package)), assignments);
-        if (!lost.empty())
-        {
-          complain(complaints, manifest.name, lost + ": a manifest cannot hold this value");
-          return NegativeResult;
-        }
-        return writeManifest(manifest, {"-", true, options.isForced}, out, complaints);
-      });
+  const auto change = [&assignments](vesk::edit::Manifest& fields)
+  {
+    for (const auto& [path, value] : assignments)
+    {
+      setField(fields, path, value);
+    }
+  };
+  return rewriteManifests(options.inputs, options.target,
+                          [&change](const Manifest& manifest, std::ostream& complaints)
+                          { return withChange(manifest, change, complaints); });
+}
+
+ExitCode unsetFields(const UnsetOptions& options)
+{
+  std::vector<FieldPath> paths;
+  for (const std::string& field : options.fields)
+  {
+    paths.push_back(vesk::edit::parseFieldPath(field));
+  }
+  const auto change = [&paths](vesk::edit::Manifest& fields)
+  {
+    for (const FieldPath& path : paths)
+    {
+      unsetField(fields, path);
+    }
+  };
+  return rewriteManifests(options.inputs, options.target,
+                          [&change](const Manifest& manifest, std::ostream& complaints)
+                          { return withChange(manifest, change, complaints); });
 }
 
 } // namespace tool

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "files/manifestfile.hpp"
 #include "output/complaint.hpp"
 #include "verbs/verbs.hpp"
 
@@ -8,23 +7,24 @@ namespace tool
 
 ExitCode trimManifests(const TrimOptions& options)
 {
-  return forEachManifest(
-      options.inputs,
-      [&options](Manifest& manifest, std::ostream& out, std::ostream& complaints)
+  return rewriteManifests(
+      options.inputs, options.target,
+      [&options](const Manifest& manifest, std::ostream& complaints) -> std::optional<std::string>
       {
         const vesk::PackageInfo& package = manifest.fields.package;
         const bool dropsAll = package.descriptionLanguages().empty() ||
                               (package.supportedLanguages().empty() && package.hasBehavior());
-        if (dropsAll && !options.target.isForced)
+        if (dropsAll && !options.isForced)
         {
           complain(
               complaints, manifest.name,
               "not trimmed: it lacks description or supported languages, so that all texts would "
               "be dropped; --force does it all the same");
-          return NegativeResult;
+          return std::nullopt;
         }
-        manifest.fields.package.trimExtraInfo();
-        return writeManifest(manifest, options.target, out, complaints);
+        return withChange(
+            manifest, [](vesk::edit::Manifest& fields) { fields.package.trimExtraInfo(); },
+            complaints, vesk::edit::CommentEntries::Stay);
       });
 }
 

@@ -4,7 +4,7 @@
 
 #include "exitcode.hpp"
 #include "files/batch.hpp"
-#include "files/manifestfile.hpp"
+#include "files/rewriting.hpp"
 
 #include <check/manifestcheck.hpp>
 #include <edit/fieldlist.hpp>
@@ -65,11 +65,20 @@ ExitCode getFields(const GetOptions& options);
 struct SetOptions
 {
   Inputs inputs;
+  Target target;
   std::vector<std::string> assignments; ///< FIELD=VALUE
-  bool isForced = false;
 };
-/// Changes fields of each manifest, in its file.
+/// Changes fields of each manifest, and nothing else in its text.
 ExitCode setFields(const SetOptions& options);
+
+struct UnsetOptions
+{
+  Inputs inputs;
+  Target target;
+  std::vector<std::string> fields;
+};
+/// Removes fields from each manifest, and nothing else from its text.
+ExitCode unsetFields(const UnsetOptions& options);
 
 struct FmtOptions
 {
@@ -77,7 +86,7 @@ struct FmtOptions
   Target target;
   std::optional<std::string> step; ///< of indentation; the manifest's own without it
   bool isCanonical = false;        ///< written anew from the package instead
-  bool isCheck = false;            ///< only shows what would change
+  bool isForced = false;           ///< written anew also where something is lost
 };
 /// Changes the layout of manifests, and nothing else.
 ExitCode formatManifests(const FmtOptions& options);
@@ -86,6 +95,7 @@ struct TrimOptions
 {
   Inputs inputs;
   Target target;
+  bool isForced = false; ///< also where all texts are dropped
 };
 /// Strips manifests down to their description languages.
 ExitCode trimManifests(const TrimOptions& options);
