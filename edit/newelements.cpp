@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <edit/changes.hpp>
 #include <edit/entries.hpp>
+#include <edit/failing.hpp>
 #include <edit/newelements.hpp>
-#include <vesk/anyvalue.hpp>
+
+#include <algorithm>
 
 namespace vesk::edit
 {
@@ -35,6 +38,21 @@ NewElement elementWith(const Element& element, const AnyConstReference& record)
     }
   }
   return made;
+}
+
+/// Readers know no other elements than those in the format.
+void requireKnown(const std::string& name, const Element& holder)
+{
+  std::vector<std::string> names;
+  for (const Element& known : holder.children)
+  {
+    names.push_back(known.name);
+  }
+  if (std::find(names.begin(), names.end(), name) == names.end())
+  {
+    throw Refusal(holder.field.name + ": \"" + name + "\" is unknown; there are " +
+                  choiceInsteadOf(name, names));
+  }
 }
 
 bool isEmpty(const NewElement& element)
@@ -98,6 +116,7 @@ NewElement newEntry(const Element& holder, const std::string& key, const AnyCons
   }
   if (holder.holds == Holds::Names)
   {
+    requireKnown(asText(value), holder);
     return {asText(value), {}, "", {}};
   }
   NewElement entry{format.name, {}, "", {}, format.isCdata};

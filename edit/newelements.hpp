@@ -18,7 +18,7 @@ namespace vesk::edit
 std::vector<source::NewElement> newElements(const format::Element& element,
                                             const AnyConstReference& record);
 
-/// An entry of a list or map.
+/// An entry of a list or map. Throws Refusal for a name that the format does not know.
 source::NewElement newEntry(const format::Element& holder, const std::string& key,
                             const AnyConstReference& value);
 

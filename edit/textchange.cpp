@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <edit/failing.hpp>
 #include <edit/newelements.hpp>
 #include <edit/pairing.hpp>
 #include <edit/textchange.hpp>
@@ -75,24 +74,6 @@ const Node* lastUpTo(const Node& host, const Element& parent, const Element& chi
     }
   }
   return nullptr;
-}
-
-void requireKnownNames(const Element& element, const AnyConstReference& texts)
-{
-  std::vector<std::string> names;
-  for (const Element& known : element.children)
-  {
-    names.push_back(known.name);
-  }
-  for (const AnyConstReference& text : texts.elements())
-  {
-    const auto& name = text.as<std::string>();
-    if (std::find(names.begin(), names.end(), name) == names.end())
-    {
-      throw Refusal(element.field.name + ": \"" + name + "\" is unknown; there are " +
-                    choiceInsteadOf(name, names));
-    }
-  }
 }
 
 std::size_t countOf(const EntriesByKey& entries, const std::string& key)
@@ -218,10 +199,6 @@ void TextChange::changeEntries(const Nodes& hosts, const Element& parent, const 
       refuseReferences(hosts);
       refuse("readers find other entries here than stand in the text", *hosts.back());
     }
-  }
-  if (element.holds == Holds::Names)
-  {
-    requireKnownNames(element, after);
   }
   // A new entry comes behind the one before it, in the order of keys, or in front of the first one.
   const Node* previous = nullptr;
