@@ -6,11 +6,11 @@
 
 #include <edit/changes.hpp>
 #include <edit/fieldvalue.hpp>
-#include <edit/membername.hpp>
 #include <source/edits.hpp>
 
 #include <QRegularExpression>
 
+#include <fuzz/manifestparts.hpp>
 #include <set>
 
 using namespace vesk::edit;
@@ -73,90 +73,10 @@ Manifest read(const std::string& bytes)
   return manifest;
 }
 
-/// All parts of a value that a manifest may hold, with the paths to them.
-void collectParts(const AnyConstReference& value, const FieldPath& path,
-                  std::vector<FieldPath>& parts)
-{
-  const auto collect = [&](const FieldStep& step, const AnyConstReference& part)
-  {
-    FieldPath inner = path;
-    inner.push_back(step);
-    parts.push_back(inner);
-    collectParts(part, inner, parts);
-  };
-  if (!value.isValid())
-  {
-    return;
-  }
-  switch (value.type()->kind())
-  {
-  case TypeKind::Struct:
-    for (const std::string& name : value.memberNames())
-    {
-      collect(friendlyName(*value.type(), name), value.member(name));
-    }
-    break;
-  case TypeKind::List:
-    for (std::size_t i = 0; i < value.size(); ++i)
-    {
-      collect(i, value.element(i));
-    }
-    break;
-  case TypeKind::Map:
-    for (const auto& [key, entry] : value.entries())
-    {
-      collect(key.as<std::string>(), entry);
-    }
-    break;
-  case TypeKind::Dynamic:
-    collectParts(value.as<vesk::AnyValue>(), path, parts);
-    break;
-  default:
-    break;
-  }
-}
-
-AnyReference at(Manifest& manifest, const FieldPath& path)
-{
-  const AnyConstReference part = valueAt(AnyConstReference(manifest), path);
-  return {*part.type(), const_cast<void*>(part.address())};
-}
-
-/// What is no field and so has to stay: comments, instructions, document types and elements that are
-/// not known.
-std::multiset<std::string> asidesIn(const std::string& bytes)
-{
-  const source::Document document = source::Document::parse(bytes);
-  std::multiset<std::string> asides;
-  const std::function<void(const source::Node&)> collect = [&](const source::Node& node)
-  {
-    using source::Kind;
-    const bool isAside = node.kind() == Kind::Comment || node.kind() == Kind::Instruction ||
-                         node.kind() == Kind::Declaration || node.kind() == Kind::DocumentType ||
-                         node.name().find(':') != std::string_view::npos;
-    if (isAside)
-    {
-      asides.emplace(document.text(node.range()));
-    }
-    for (const source::Node& child : node.children())
-    {
-      if (child.attribute("lang") == nullptr) // of a text that is removed
-      {
-        collect(child);
-      }
-    }
-  };
-  for (const source::Node& node : document.nodes())
-  {
-    collect(node);
-  }
-  return asides;
-}
-
 /// Changes a part in a way that suits it. False when it has none.
 bool changePart(Manifest& manifest, const FieldPath& path)
 {
-  const AnyReference part = at(manifest, path);
+  const AnyReference part = partAt(manifest, path);
   if (part.is<std::string>())
   {
     part.set("changed <&> \" ' \xC3\xA9");
@@ -173,7 +93,7 @@ bool changePart(Manifest& manifest, const FieldPath& path)
 /// Adds a copy of the first element or entry to a list or map, in front of it.
 bool addPart(Manifest& manifest, const FieldPath& path)
 {
-  const AnyReference part = at(manifest, path);
+  const AnyReference part = partAt(manifest, path);
   const bool isMap = part.type()->kind() == TypeKind::Map;
   if ((!isMap && part.type()->kind() != TypeKind::List) || part.size() == 0)
   {
@@ -192,7 +112,7 @@ bool addPart(Manifest& manifest, const FieldPath& path)
 bool removePart(Manifest& manifest, const FieldPath& path)
 {
   const FieldPath whole(path.begin(), path.end() - 1);
-  const AnyReference parent = whole.empty() ? AnyReference(manifest) : at(manifest, whole);
+  const AnyReference parent = whole.empty() ? AnyReference(manifest) : partAt(manifest, whole);
   if (parent.type()->kind() == TypeKind::List)
   {
     parent.erase(std::get<std::size_t>(path.back()));
@@ -211,10 +131,8 @@ changeEach(const Text& text, Change change, const std::string& what,
                                     const std::string& bytes, const FieldPath&)>& check)
 {
   const Manifest before = read(text.bytes);
-  std::vector<FieldPath> parts;
-  collectParts(AnyConstReference(before), {}, parts);
   std::set<std::string> refused;
-  for (const FieldPath& path : parts)
+  for (const FieldPath& path : partsOf(before))
   {
     Manifest after = before;
     if (!change(after, path))
