@@ -20,9 +20,8 @@ std::string jsonOf(const AnyConstReference& value)
 }
 
 void printValue(std::ostream& out, const Manifest& manifest, const FieldPath& path,
-                const GetOptions& options)
+                const AnyConstReference& value, const GetOptions& options)
 {
-  const AnyConstReference value = vesk::edit::valueAt(AnyConstReference(manifest.fields), path);
   if (options.format == Format::Json)
   {
     const std::string field = toText(path);
@@ -42,34 +41,24 @@ ExitCode getFields(const GetOptions& options)
   {
     fields.push_back(vesk::edit::parseFieldPath(field));
   }
-  return forEachManifest(
-      options.inputs,
-      [&](Manifest& manifest, std::ostream& out, std::ostream& complaints)
-      {
-        ExitCode code = Done;
-        const auto tryTo = [&](const auto& doThat) // so that the other fields are printed
-        {
-          try
-          {
-            doThat();
-          }
-          catch (const vesk::edit::FieldError& error)
-          {
-            complain(complaints, manifest.name, error.what());
-            code = NegativeResult;
-          }
-        };
-        for (const FieldPath& field : fields)
-        {
-          std::vector<FieldPath> paths;
-          tryTo([&] { paths = expanded(AnyConstReference(manifest.fields), field); });
-          for (const FieldPath& path : paths)
-          {
-            tryTo([&] { printValue(out, manifest, path, options); });
-          }
-        }
-        return code;
-      });
+  return forEachManifest(options.inputs,
+                         [&](Manifest& manifest, std::ostream& out, std::ostream& complaints)
+                         {
+                           ExitCode code = Done;
+                           const auto print =
+                               [&](const FieldPath& path, const AnyConstReference& value)
+                           { printValue(out, manifest, path, value, options); };
+                           const auto miss = [&](const vesk::edit::FieldError& error)
+                           {
+                             complain(complaints, manifest.name, error.what());
+                             code = NegativeResult;
+                           };
+                           for (const FieldPath& field : fields)
+                           {
+                             visitAt(AnyConstReference(manifest.fields), field, print, miss);
+                           }
+                           return code;
+                         });
 }
 
 } // namespace tool
