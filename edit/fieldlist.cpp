@@ -42,7 +42,7 @@ std::string textOf(const Place& place)
     return {};
   }
   const format::Element& element = *place.element;
-  const std::string path = pathTo(element, format::package(), '/' + format::package().name);
+  std::string path = pathTo(element, format::package(), '/' + format::package().name);
   const format::Attribute* const value =
       place.attribute != nullptr ? place.attribute : format::attributeFor(element, Role::Value);
   if (value != nullptr)
@@ -82,6 +82,10 @@ Place placeOf(const TypeInterface& record, const std::string& member)
 /// What the keys of a map are: "language".
 std::string keyIn(const Place& place)
 {
+  if (place.element == nullptr)
+  {
+    return "text";
+  }
   const format::Element& element = *place.element;
   const format::Attribute* const key = format::attributeFor(
       element.holds == Holds::Entries ? element.children.front() : element, Role::Key);

@@ -17,8 +17,8 @@ struct ListedField
   std::string path;
   std::string type;    ///< as in "map from language to text"
   std::string place;   ///< the element or attribute; empty when a manifest does not hold the field
-  std::string meaning; ///< in a sentence or two; empty with \ref place
-  std::string absent;  ///< what it means that there is none; empty with \ref place
+  std::string meaning; ///< in a sentence or two; empty where the place is
+  std::string absent;  ///< what it means that there is none; empty where the place is
 };
 
 /// Every field of a Manifest, the members of records behind the list that they are in.

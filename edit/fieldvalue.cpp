@@ -120,55 +120,63 @@ AnyConstReference partThereOf(const AnyConstReference& whole, const FieldPath& p
   return part;
 }
 
-/// The steps to all elements or entries of what the steps before a depth lead to.
-std::vector<FieldStep> everyStep(const AnyConstReference& whole, const FieldPath& path,
-                                 std::size_t depth)
+/// All elements or entries of what the steps before a depth lead to, and the step to each.
+std::vector<std::pair<FieldStep, AnyConstReference>>
+everyPartOf(const AnyConstReference& whole, const FieldPath& path, std::size_t depth)
 {
   const AnyConstReference value = lookThrough(whole);
   const TypeKind kind = value.isValid() ? value.type()->kind() : TypeKind::Unknown;
-  std::vector<FieldStep> steps;
+  std::vector<std::pair<FieldStep, AnyConstReference>> parts;
   if (kind == TypeKind::List)
   {
-    for (std::size_t index = 0; index < value.size(); ++index)
+    for (const AnyConstReference& element : value.elements())
     {
-      steps.emplace_back(index);
+      parts.emplace_back(parts.size(), element);
     }
   }
   else if (kind == TypeKind::Map)
   {
     for (const auto& entry : value.entries())
     {
-      steps.emplace_back(keyName(entry.first));
+      parts.emplace_back(keyName(entry.first), entry.second);
     }
   }
   else
   {
     failAt(path, placeAt(path, depth) + " is " + kindName(value) + " and has no elements");
   }
-  return steps;
+  return parts;
 }
 
-/// Adds the paths that \p path stands for, whose first steps, up to a depth, lead to \p value.
-void expand(const AnyConstReference& value, FieldPath path, std::size_t depth,
-            std::vector<FieldPath>& paths)
+/// As visitAt(), from what the steps before a depth lead to.
+void visitFrom(AnyConstReference value, FieldPath path, std::size_t depth,
+               const FieldVisitor& visit, const std::function<void(const FieldError&)>& miss)
 {
-  const auto step = path.begin() + static_cast<std::ptrdiff_t>(depth);
-  if (std::find(step, path.end(), FieldStep(EveryElement())) == path.end())
+  std::vector<std::pair<FieldStep, AnyConstReference>> parts;
+  try
   {
-    paths.push_back(std::move(path));
-  }
-  else if (!std::holds_alternative<EveryElement>(*step))
-  {
-    const AnyConstReference part = partThereOf(value, path, depth);
-    expand(part, std::move(path), depth + 1, paths);
-  }
-  else
-  {
-    for (FieldStep& one : everyStep(value, path, depth))
+    for (; depth < path.size() && !std::holds_alternative<EveryElement>(path[depth]); ++depth)
     {
-      *step = std::move(one);
-      expand(partThereOf(value, path, depth), path, depth + 1, paths);
+      value = partThereOf(value, path, depth);
     }
+    if (depth < path.size())
+    {
+      parts = everyPartOf(value, path, depth);
+    }
+  }
+  catch (const FieldError& error)
+  {
+    miss(error);
+    return;
+  }
+  if (depth == path.size())
+  {
+    visit(path, value);
+  }
+  for (const auto& [step, part] : parts)
+  {
+    path[depth] = step;
+    visitFrom(part, path, depth + 1, visit, miss);
   }
 }
 
@@ -234,10 +242,23 @@ AnyConstReference valueAt(const AnyConstReference& root, const FieldPath& path)
   return value;
 }
 
+void visitAt(const AnyConstReference& root, const FieldPath& path, const FieldVisitor& visit,
+             const std::function<void(const FieldError&)>& miss)
+{
+  visitFrom(root, path, 0, visit, miss);
+}
+
 std::vector<FieldPath> expanded(const AnyConstReference& root, const FieldPath& path)
 {
+  const auto last = std::find(path.rbegin(), path.rend(), FieldStep(EveryElement())).base();
   std::vector<FieldPath> paths;
-  expand(root, path, 0, paths);
+  const auto take = [&](FieldPath one, const AnyConstReference&)
+  {
+    one.insert(one.end(), last, path.end());
+    paths.push_back(std::move(one));
+  };
+  const auto fail = [](const FieldError& error) { throw error; };
+  visitAt(root, FieldPath(path.begin(), last), take, fail);
   return paths;
 }
 

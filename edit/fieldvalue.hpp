@@ -6,6 +6,7 @@
 #include <edit/fieldpath.hpp>
 #include <vesk/anyvalue.hpp>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -19,9 +20,19 @@ namespace vesk::edit
 
 /// The part of a package, or of any value, to which the path leads: a view, as valid as \p root.
 /// Throws FieldError, which says how far the path leads and what is there; also for a path with a step
-/// to every element, of which expanded() makes paths to one part each.
+/// to every element, for which there is visitAt().
 VESKPACKAGE_EDIT_EXPORT AnyConstReference valueAt(const AnyConstReference& root,
                                                   const FieldPath& path);
+
+/// Takes a path to one part and that part.
+using FieldVisitor = std::function<void(const FieldPath& path, const AnyConstReference& value)>;
+
+/// Calls \p visit for every part to which a path leads that may have steps to every element, in the
+/// order of the elements and entries; where it leads nowhere, calls \p miss with the error instead,
+/// and goes on with the next element. Takes time in proportion to the elements.
+VESKPACKAGE_EDIT_EXPORT void visitAt(const AnyConstReference& root, const FieldPath& path,
+                                     const FieldVisitor& visit,
+                                     const std::function<void(const FieldError&)>& miss);
 
 /// The paths without steps to every element that \p path stands for, in the order of the elements and
 /// entries: none where a list is empty, and \p path itself where it has no such step. The steps in

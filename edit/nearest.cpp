@@ -61,9 +61,9 @@ std::vector<std::string> nearest(const std::string& misspelt, const std::vector<
   std::size_t least = 0;
   for (const std::string& name : names)
   {
-    const auto [shorter, longer] = std::minmax(misspelt.size(), name.size());
+    const std::size_t longer = std::max(misspelt.size(), name.size());
     const std::size_t most = mostEdits(longer);
-    if (longer > longest || longer - shorter > most)
+    if (longer > longest || longer - std::min(misspelt.size(), name.size()) > most)
     {
       continue;
     }

@@ -56,11 +56,19 @@ void get(const AnyReference& root, const FieldPath& path)
 {
   try
   {
+    visitAt(
+        root, path,
+        [&](const FieldPath& one, const vesk::AnyConstReference& value)
+        {
+          requireSamePath(one);
+          requireEqual(value, valueAt(root, one), "not what its path leads to");
+        },
+        [](const FieldError&) {});
     for (const FieldPath& one : expanded(root, path))
     {
       requireSamePath(one);
-      toJson(valueAt(root, one), -1);
     }
+    toJson(valueAt(root, path), -1);
   }
   catch (const FieldError&) // it leads nowhere
   {}

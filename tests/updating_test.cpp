@@ -61,7 +61,7 @@ TEST(Update, LeavesAFileThatOthersChange)
   const std::string refused = file + ": error: changed since it was read; nothing written\n";
   const auto edit = [&] { folder.file("file", "odd"); };
   const auto replace = [&](const std::string& content)
-  { rename(folder.file("other", content).c_str(), file.c_str()); };
+  { EXPECT_EQ(rename(folder.file("other", content).c_str(), file.c_str()), 0); };
   EXPECT_EQ(saidOf(file, edit), refused);
   EXPECT_EQ(contentOf(file), "odd");
   EXPECT_EQ(saidOf(file, [&] { replace("else"); }), refused);

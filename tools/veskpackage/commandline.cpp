@@ -2,8 +2,7 @@
 #include "commandline.hpp"
 
 #include "files/arguments.hpp"
-
-#include <edit/nearest.hpp>
+#include "usagemessage.hpp"
 
 #include <algorithm>
 #include <cstdlib>
@@ -156,66 +155,6 @@ void addExample(CLI::App& verb, const std::string& example)
   verb.footer("Example:\n  " + example);
 }
 
-std::string quotedChoice(const std::vector<std::string>& names)
-{
-  std::string text;
-  for (const std::string& name : names)
-  {
-    text += (text.empty() ? "\"" : " or \"") + name + '"';
-  }
-  return text;
-}
-
-/// "--jobs" and the like of a verb, or of the program itself.
-std::vector<std::string> optionsOf(const CLI::App& app)
-{
-  std::vector<std::string> names;
-  for (const CLI::Option* const option : app.get_options())
-  {
-    for (const std::string& name : option->get_lnames())
-    {
-      names.push_back("--" + name);
-    }
-  }
-  return names;
-}
-
-std::vector<std::string> verbsOf(const CLI::App& app)
-{
-  std::vector<std::string> names;
-  for (const CLI::App* const verb : app.get_subcommands({}))
-  {
-    names.push_back(verb->get_name());
-  }
-  return names;
-}
-
-/// What is wrong with a command line, and what may have been meant.
-std::string messageOf(const CLI::App& app, const CLI::Error& error)
-{
-  std::string text = error.what();
-  const std::vector<std::string> unexpected = app.remaining(true);
-  if (!unexpected.empty())
-  {
-    const auto verbs = app.get_subcommands();
-    const std::string name = unexpected.front().substr(0, unexpected.front().find('='));
-    const bool isOption = name.compare(0, 1, "-") == 0;
-    std::vector<std::string> meant;
-    if (isOption)
-    {
-      text = "there is no option \"" + name + '"';
-      meant = vesk::edit::nearest(name, optionsOf(verbs.empty() ? app : *verbs.front()));
-    }
-    else if (verbs.empty())
-    {
-      text = "there is no verb \"" + name + '"';
-      meant = vesk::edit::nearest(name, verbsOf(app));
-    }
-    text += meant.empty() ? "" : "; did you mean " + quotedChoice(meant) + '?';
-  }
-  return text + "\nRun with --help for more information.\n";
-}
-
 bool isColored(const std::string& color)
 {
   const char* const noColor = std::getenv("NO_COLOR");
@@ -250,8 +189,7 @@ CommandLine::CommandLine()
 {
   app.set_version_flag("--version", std::string("veskpackage ") + VESKPACKAGE_VERSION);
   app.require_subcommand(1);
-  app.failure_message([](const CLI::App* whole, const CLI::Error& error)
-                      { return messageOf(*whole, error); });
+  app.failure_message(usageMessage);
   std::string footer = "FILE is a manifest; - stands for standard input or output.\nExit codes:";
   for (std::size_t i = 0; i < exitCodeMeanings.size(); ++i)
   {

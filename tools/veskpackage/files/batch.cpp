@@ -9,7 +9,6 @@
 #include <condition_variable>
 #include <deque>
 #include <exception>
-#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <mutex>
@@ -25,9 +24,7 @@ namespace tool
 
 bool Inputs::areMany() const
 {
-  std::error_code unknown;
-  return files.size() != 1 || !filesFrom.empty() ||
-         std::filesystem::is_directory(files.front(), unknown);
+  return files.size() != 1 || !filesFrom.empty() || isFolder(files.front());
 }
 
 namespace

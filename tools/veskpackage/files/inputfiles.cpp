@@ -14,14 +14,14 @@ namespace tool
 
 namespace filesystem = std::filesystem;
 
-namespace
-{
 bool isFolder(const std::string& path)
 {
   std::error_code unknown;
   return filesystem::is_directory(path, unknown);
 }
 
+namespace
+{
 /// Whether a file in a folder is a manifest: by its name, or by the name of its root. What cannot be
 /// read counts, too, since it might be one.
 bool isManifest(const filesystem::path& file)

@@ -12,6 +12,8 @@
 namespace tool
 {
 
+bool isFolder(const std::string& path);
+
 /// Gives the files to work on one after the other, those of folders in the order of their names and
 /// without hidden ones.
 class InputFiles

@@ -23,7 +23,7 @@ using Clock = std::chrono::steady_clock;
 namespace
 {
 /// Locks an open file against other updates, until it is closed; false when it stays locked.
-bool lock(const QFile& file, Clock::time_point deadline)
+bool takesLock(const QFile& file, Clock::time_point deadline)
 {
   while (flock(file.handle(), LOCK_EX | LOCK_NB) != 0)
   {
@@ -94,7 +94,7 @@ std::string update(const std::string& name, const Update& work, Clock::time_poin
     {
       return "Could not open for reading: " + file.errorString().toStdString();
     }
-    if (!lock(file, deadline))
+    if (!takesLock(file, deadline))
     {
       return "another program keeps it locked; nothing written";
     }

@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "files/inputfiles.hpp"
+#include "output/jsonline.hpp"
 #include "verbs/verbs.hpp"
 
 #include <edit/difference.hpp>
-#include <edit/json.hpp>
-#include <edit/membername.hpp>
 
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <set>
-#include <system_error>
 
 namespace tool
 {
@@ -20,11 +18,6 @@ using vesk::edit::toText;
 
 namespace
 {
-std::string toJson(const vesk::AnyConstReference& value)
-{
-  return vesk::edit::toJson(value, -1, vesk::edit::friendlyName);
-}
-
 /// Prints in what manifests differ, as text or as one JSON array.
 class Printer
 {
@@ -40,11 +33,10 @@ public:
                 << change(difference) << '\n';
       return;
     }
-    const std::string field = toText(difference.path());
     start(file);
-    std::cout << R"("field":)" << toJson(vesk::AnyConstReference(field)) << R"(,"before":)"
-              << toJson(difference.before.value) << R"(,"after":)" << toJson(difference.after.value)
-              << '}';
+    std::cout << R"("field":)" << jsonLine(toText(difference.path())) << R"(,"before":)"
+              << jsonLine(difference.before.value) << R"(,"after":)"
+              << jsonLine(difference.after.value) << '}';
   }
 
   /// Says that only one folder has a manifest.
@@ -56,7 +48,7 @@ public:
       return;
     }
     start(file);
-    std::cout << R"("onlyIn":)" << toJson(vesk::AnyConstReference(folder)) << '}';
+    std::cout << R"("onlyIn":)" << jsonLine(folder) << '}';
   }
 
   void end() const
@@ -72,13 +64,13 @@ private:
   {
     if (!difference.after.value.isValid())
     {
-      return "removed " + toJson(difference.before.value);
+      return "removed " + jsonLine(difference.before.value);
     }
     if (!difference.before.value.isValid())
     {
-      return "added " + toJson(difference.after.value);
+      return "added " + jsonLine(difference.after.value);
     }
-    return toJson(difference.before.value) + " -> " + toJson(difference.after.value);
+    return jsonLine(difference.before.value) + " -> " + jsonLine(difference.after.value);
   }
 
   void start(const std::string& file)
@@ -87,7 +79,7 @@ private:
     isFirst = false;
     if (!file.empty())
     {
-      std::cout << R"("file":)" << toJson(vesk::AnyConstReference(file)) << ',';
+      std::cout << R"("file":)" << jsonLine(file) << ',';
     }
   }
 
@@ -126,6 +118,18 @@ std::set<std::string> manifestsBelow(const std::string& folder)
   return paths;
 }
 
+ExitCode reportLone(const std::string& folder, const std::string& path, Printer& printer)
+{
+  const std::string file = path == "." ? folder : folder + '/' + path;
+  if (isFolder(file)) // without the right to read it, so that it was not searched
+  {
+    load(file, std::cerr);
+    return FileTrouble;
+  }
+  printer.printLone(path, folder);
+  return NegativeResult;
+}
+
 ExitCode compareFolders(const DiffOptions& options, Printer& printer)
 {
   const std::set<std::string> left = manifestsBelow(options.left);
@@ -144,25 +148,18 @@ ExitCode compareFolders(const DiffOptions& options, Printer& printer)
     }
     else
     {
-      printer.printLone(path, isLeft ? options.left : options.right);
-      code = std::max(code, NegativeResult);
+      code = std::max(code, reportLone(isLeft ? options.left : options.right, path, printer));
     }
   }
   return code;
 }
 
-bool areFolders(const DiffOptions& options)
-{
-  std::error_code unknown;
-  return std::filesystem::is_directory(options.left, unknown) &&
-         std::filesystem::is_directory(options.right, unknown);
-}
 } // namespace
 
 ExitCode diffManifests(const DiffOptions& options)
 {
   Printer printer(options.format);
-  if (areFolders(options))
+  if (isFolder(options.left) && isFolder(options.right))
   {
     const ExitCode code = compareFolders(options, printer);
     printer.end();

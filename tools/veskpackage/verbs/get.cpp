@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "output/complaint.hpp"
+#include "output/jsonline.hpp"
 #include "verbs/verbs.hpp"
 
 #include <edit/fieldvalue.hpp>
-#include <edit/json.hpp>
-#include <edit/membername.hpp>
 
 namespace tool
 {
@@ -14,24 +13,35 @@ using vesk::edit::FieldPath;
 
 namespace
 {
-std::string jsonOf(const AnyConstReference& value)
-{
-  return vesk::edit::toJson(value, -1, vesk::edit::friendlyName);
-}
-
 void printValue(std::ostream& out, const Manifest& manifest, const FieldPath& path,
-                const GetOptions& options)
+                const AnyConstReference& value, const GetOptions& options)
 {
-  const AnyConstReference value = vesk::edit::valueAt(AnyConstReference(manifest.fields), path);
   if (options.format == Format::Json)
   {
-    const std::string field = toText(path);
-    out << R"({"file":)" << jsonOf(AnyConstReference(manifest.name)) << R"(,"field":)"
-        << jsonOf(AnyConstReference(field)) << R"(,"value":)" << jsonOf(value) << "}\n";
+    out << R"({"file":)" << jsonLine(manifest.name) << R"(,"field":)" << jsonLine(toText(path))
+        << R"(,"value":)" << jsonLine(value) << "}\n";
     return;
   }
   out << (options.inputs.areMany() ? manifest.name + ": " : "")
-      << (value.is<std::string>() ? value.as<std::string>() : jsonOf(value)) << '\n';
+      << (value.is<std::string>() ? value.as<std::string>() : jsonLine(value)) << '\n';
+}
+
+ExitCode printFields(std::ostream& out, std::ostream& complaints, const Manifest& manifest,
+                     const std::vector<FieldPath>& fields, const GetOptions& options)
+{
+  ExitCode code = Done;
+  const auto print = [&](const FieldPath& path, const AnyConstReference& value)
+  { printValue(out, manifest, path, value, options); };
+  const auto miss = [&](const vesk::edit::FieldError& error)
+  {
+    complain(complaints, manifest.name, error.what());
+    code = NegativeResult;
+  };
+  for (const FieldPath& field : fields)
+  {
+    visitAt(AnyConstReference(manifest.fields), field, print, miss);
+  }
+  return code;
 }
 } // namespace
 
@@ -42,34 +52,9 @@ ExitCode getFields(const GetOptions& options)
   {
     fields.push_back(vesk::edit::parseFieldPath(field));
   }
-  return forEachManifest(
-      options.inputs,
-      [&](Manifest& manifest, std::ostream& out, std::ostream& complaints)
-      {
-        ExitCode code = Done;
-        const auto tryTo = [&](const auto& doThat) // so that the other fields are printed
-        {
-          try
-          {
-            doThat();
-          }
-          catch (const vesk::edit::FieldError& error)
-          {
-            complain(complaints, manifest.name, error.what());
-            code = NegativeResult;
-          }
-        };
-        for (const FieldPath& field : fields)
-        {
-          std::vector<FieldPath> paths;
-          tryTo([&] { paths = expanded(AnyConstReference(manifest.fields), field); });
-          for (const FieldPath& path : paths)
-          {
-            tryTo([&] { printValue(out, manifest, path, options); });
-          }
-        }
-        return code;
-      });
+  return forEachManifest(options.inputs,
+                         [&](Manifest& manifest, std::ostream& out, std::ostream& complaints)
+                         { return printFields(out, complaints, manifest, fields, options); });
 }
 
 } // namespace tool
