@@ -267,7 +267,7 @@ void setAt(const AnyReference& root, const FieldPath& path, const std::string& t
   setPart(root, path, 0, text);
 }
 
-void unsetAt(const AnyReference& root, const FieldPath& path)
+bool unsetAt(const AnyReference& root, const FieldPath& path)
 {
   AnyReference whole = root;
   AnyReference part = root;
@@ -277,7 +277,7 @@ void unsetAt(const AnyReference& root, const FieldPath& path)
     part = partOf(whole, path, depth);
     if (!part.isValid())
     {
-      failMissing(whole, path, depth);
+      return false;
     }
   }
   if (part.is<AnyValue>())
@@ -297,6 +297,7 @@ void unsetAt(const AnyReference& root, const FieldPath& path)
     const auto& type = describedAs<MapTypeInterface>(whole);
     whole.erase(valueFromText(*type.keyType(), std::get<std::string>(path.back()), path));
   }
+  return true;
 }
 
 } // namespace vesk::edit

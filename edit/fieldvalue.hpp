@@ -50,9 +50,10 @@ VESKPACKAGE_EDIT_EXPORT void setAt(const AnyReference& root, const FieldPath& pa
                                    const std::string& text);
 
 /// Gives a struct's member the default of its type, such as an empty text, and removes an element of
-/// a list or an entry of a map. Throws FieldError, and has changed nothing then, where the path leads
-/// to nothing, and for a path with a step to every element.
-VESKPACKAGE_EDIT_EXPORT void unsetAt(const AnyReference& root, const FieldPath& path);
+/// a list or an entry of a map; false when there is no such element or entry. Throws FieldError, and
+/// has changed nothing then, where the path can lead to nothing, and for a path with a step to every
+/// element.
+VESKPACKAGE_EDIT_EXPORT bool unsetAt(const AnyReference& root, const FieldPath& path);
 
 /// \}
 

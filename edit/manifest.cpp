@@ -74,7 +74,10 @@ void unsetField(Manifest& manifest, const FieldPath& path)
   std::vector<FieldPath> parts = expanded(AnyConstReference(changed), path);
   for (auto part = parts.rbegin(); part != parts.rend(); ++part) // indexes stay as they are so
   {
-    unsetAt(AnyReference(changed), *part);
+    if (!unsetAt(AnyReference(changed), *part) && *part == path)
+    {
+      valueAt(AnyConstReference(changed), path); // says what there is instead
+    }
   }
   manifest = std::move(changed);
 }

@@ -37,7 +37,7 @@ VESKPACKAGE_EDIT_EXPORT void setField(Manifest& manifest, const FieldPath& path,
                                       const std::string& text);
 
 /// Unsets each part that \p path stands for, as unsetAt() does. Throws FieldError, and has changed
-/// nothing then.
+/// nothing then; also where it stands for one part only, and that is not there.
 VESKPACKAGE_EDIT_EXPORT void unsetField(Manifest& manifest, const FieldPath& path);
 
 } // namespace edit

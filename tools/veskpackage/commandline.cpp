@@ -321,7 +321,7 @@ void CommandLine::addUnset()
       "Manifests, and behind them fields: a text, an entry of a map, an element of a list, or "
       "a whole map or list");
   addTargetInPlace(*verb, unsetOptions.target);
-  addExample(*verb, "veskpackage unset manifest.xml names.fr_FR 'behaviors[*].tags.fr_FR'");
+  addExample(*verb, "veskpackage unset manifest.xml author 'behaviors[*].names.fr_FR'");
   verb->callback(
       [this, verb]
       {
