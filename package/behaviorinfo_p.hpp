@@ -17,6 +17,7 @@ namespace vesk
 {
 
 class BehaviorInfo;
+class XmlNode;
 
 /// What a BehaviorInfo holds. Maps are keyed by language code, but for the conditions.
 struct BehaviorInfoPrivate
@@ -41,6 +42,7 @@ struct BehaviorInfoPrivate
 
   /// Adds what a "behaviorContent" element holds to the record of the owner. Always true.
   bool loadFromManifest(QDomNode& node);
+  bool loadFromManifest(const XmlNode& node);
   /// Appends a "behaviorContent" element to \p parent.
   void saveToManifest(QDomDocument& doc, QDomNode& parent) const;
 };

@@ -18,49 +18,53 @@ namespace vesk
 
 bool BehaviorInfoPrivate::loadFromManifest(QDomNode& node)
 {
+  return loadFromManifest(XmlNode(node));
+}
+
+bool BehaviorInfoPrivate::loadFromManifest(const XmlNode& node)
+{
   const ManifestNames& names = manifestNames();
   BehaviorInfoPrivate& record = recordOf(*owner);
-  record.path = attributeOf(node.toElement(), names.path);
-  for (const QDomNode& child : Children(node))
+  record.path = node.attribute(names.path);
+  for (const XmlNode& child : Children(node))
   {
-    const QString name = child.nodeName();
-    if (name == names.userRequestable)
+    if (child.isNamed(names.userRequestable))
     {
       record.userRequestable = true; // by its presence, whatever it holds
     }
-    else if (name == names.names)
+    else if (child.isNamed(names.names))
     {
       readLocalizedTexts(child, record.langToName);
     }
-    else if (name == names.descriptions)
+    else if (child.isNamed(names.descriptions))
     {
       readLocalizedTexts(child, record.langToDesc);
     }
-    else if (name == names.tags)
+    else if (child.isNamed(names.tags))
     {
       readTextLists(child, names.lang, record.langToTags);
     }
-    else if (name == names.nature)
+    else if (child.isNamed(names.nature))
     {
-      record.nature = textOf(child.toElement());
+      record.nature = child.text();
     }
-    else if (name == names.triggerSentences)
+    else if (child.isNamed(names.triggerSentences))
     {
       readTextLists(child, names.lang, record.langToTriggerSentences);
     }
-    else if (name == names.loadingResponses)
+    else if (child.isNamed(names.loadingResponses))
     {
       readTextLists(child, names.lang, record.langToLoadingResponses);
     }
-    else if (name == names.autonomous)
+    else if (child.isNamed(names.autonomous))
     {
       readTextLists(child, names.purpose, record.purposeToCondition);
     }
-    else if (name == names.permissions)
+    else if (child.isNamed(names.permissions))
     {
-      for (const QDomNode& permission : Children(child))
+      for (const XmlNode& permission : Children(child))
       {
-        owner->addPermission(fromQString(permission.nodeName()));
+        owner->addPermission(permission.name());
       }
     }
   }

@@ -58,15 +58,19 @@ bool DialogInfo::removeTopic(const std::string& language)
 
 bool DialogInfo::loadFromManifest(QDomElement& element)
 {
+  return record->loadFromManifest(XmlNode(element));
+}
+
+bool DialogInfoPrivate::loadFromManifest(const XmlNode& element)
+{
   const ManifestNames& names = manifestNames();
-  record->topicName = attributeOf(element, names.topicName);
-  record->typeVersion = attributeOf(element, names.typeVersion);
-  for (const QDomNode& child : Children(element))
+  topicName = element.attribute(names.topicName);
+  typeVersion = element.attribute(names.typeVersion);
+  for (const XmlNode& child : Children(element))
   {
-    if (child.nodeName() == names.topic)
+    if (child.isNamed(names.topic))
     {
-      const QDomElement topic = child.toElement();
-      record->topics[attributeOf(topic, names.language)] = attributeOf(topic, names.path);
+      topics[child.attribute(names.language)] = child.attribute(names.path);
     }
   }
   return true;

@@ -11,12 +11,17 @@
 namespace vesk
 {
 
+class XmlNode;
+
 /// What a DialogInfo holds.
 struct DialogInfoPrivate
 {
   std::string topicName;
   std::string typeVersion = "1.0";
   std::map<std::string, std::string> topics; ///< language to path of the topic file
+
+  /// Adds what a "dialogContent" element holds. Always true.
+  bool loadFromManifest(const XmlNode& element);
 };
 
 template <>

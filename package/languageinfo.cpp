@@ -75,25 +75,28 @@ void LanguageInfo::setName(const std::string& name, const std::string& lang)
 
 bool LanguageInfoPrivate::loadFromManifest(QDomNode& node)
 {
+  return loadFromManifest(XmlNode(node));
+}
+
+bool LanguageInfoPrivate::loadFromManifest(const XmlNode& node)
+{
   const ManifestNames& names = manifestNames();
   LanguageInfoPrivate& record = recordOf(*owner);
-  record.path = attributeOf(node.toElement(), names.path);
-  for (const QDomNode& child : Children(node))
+  record.path = node.attribute(names.path);
+  for (const XmlNode& child : Children(node))
   {
-    const QString name = child.nodeName();
-    if (name == names.names)
+    if (child.isNamed(names.names))
     {
       readLocalizedTexts(child, record.langToName);
     }
-    else if (name == names.engine)
+    else if (child.isNamed(names.engine))
     {
-      const QDomElement engine = child.toElement();
-      record.engineName = attributeOf(engine, names.name);
-      record.engineVersion = attributeOf(engine, names.version);
+      record.engineName = child.attribute(names.name);
+      record.engineVersion = child.attribute(names.version);
     }
-    else if (name == names.locale)
+    else if (child.isNamed(names.locale))
     {
-      record.locale = textOf(child.toElement());
+      record.locale = child.text();
     }
   }
   return true;

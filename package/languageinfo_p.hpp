@@ -15,6 +15,7 @@ namespace vesk
 {
 
 class LanguageInfo;
+class XmlNode;
 
 /// What a LanguageInfo holds.
 struct LanguageInfoPrivate
@@ -30,6 +31,7 @@ struct LanguageInfoPrivate
 
   /// Adds what a "languageContent" element holds to the record of the owner. Always true.
   bool loadFromManifest(QDomNode& node);
+  bool loadFromManifest(const XmlNode& node);
   /// Appends a "languageContent" element to \p parent.
   void saveToManifest(QDomDocument& doc, QDomNode& parent) const;
 };

@@ -15,6 +15,8 @@ class QDomDocument;
 namespace vesk
 {
 
+class XmlNode;
+
 /// What a PackageInfo holds. Maps are keyed by language code.
 struct PackageInfoPrivate
 {
@@ -46,6 +48,7 @@ struct PackageInfoPrivate
 
   /// Adds what a manifest holds to \p info.
   void loadFromXmlDocument(const QDomDocument& document, PackageInfo* info);
+  void loadFromManifest(const XmlNode& root, PackageInfo* info);
   /// Writes \p package, which owns this record, into an empty document.
   void saveToXmlDocument(QDomDocument& doc, const PackageInfo* package) const;
 };

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <package/behaviorinfo_p.hpp>
+#include <package/dialoginfo_p.hpp>
 #include <package/languagecodes.hpp>
 #include <package/languageinfo_p.hpp>
 #include <package/packageinfo.hpp>
@@ -32,11 +33,11 @@ void logSyntaxError(const std::string& source, const LoadError& error, const cha
            function);
 }
 
-void readLanguages(const QDomNode& section, LanguageAppender& appender)
+void readLanguages(const XmlNode& section, LanguageAppender& appender)
 {
-  for (const QDomNode& child : Children(section))
+  for (const XmlNode& child : Children(section))
   {
-    appender.append(textOf(child.toElement()));
+    appender.append(child.text());
   }
 }
 
@@ -143,48 +144,51 @@ bool PackageInfo::readManifestText(const std::string& text, LoadError& error)
 
 void PackageInfoPrivate::loadFromXmlDocument(const QDomDocument& document, PackageInfo* info)
 {
+  loadFromManifest(XmlNode(document.documentElement()), info);
+}
+
+void PackageInfoPrivate::loadFromManifest(const XmlNode& root, PackageInfo* info)
+{
   const ManifestNames& names = manifestNames();
   PackageInfoPrivate read = beginReading(recordOf(*info));
-  const QDomElement root = document.documentElement();
   readRootAttributes(root, read);
   // One of each for the whole manifest, since sections can come any number of times.
   LanguageAppender supported(read.supportedLanguages);
   LanguageAppender described(read.descriptionLanguages);
-  for (const QDomNode& section : Children(root))
+  for (const XmlNode& section : Children(root))
   {
-    const QString name = section.nodeName();
-    if (name == names.names)
+    if (section.isNamed(names.names))
     {
       readLocalizedTexts(section, read.langToName);
     }
-    else if (name == names.descriptions)
+    else if (section.isNamed(names.descriptions))
     {
       readLocalizedTexts(section, read.langToDesc);
     }
-    else if (name == names.services)
+    else if (section.isNamed(names.services))
     {
       readItems(section, names.service, read.services, serviceFrom);
     }
-    else if (name == names.executableFiles)
+    else if (section.isNamed(names.executableFiles))
     {
       readItems(section, names.file, read.executableFiles, executableFileFrom);
     }
-    else if (name == names.requirements)
+    else if (section.isNamed(names.requirements))
     {
       readItems(section, names.robotRequirement, read.robotRequirements, robotRequirementFrom);
       readItems(section, names.mirelRequirement, read.mirelRequirements, mirelRequirementFrom);
     }
-    else if (name == names.supportedLanguages)
+    else if (section.isNamed(names.supportedLanguages))
     {
       readLanguages(section, supported);
     }
-    else if (name == names.descriptionLanguages)
+    else if (section.isNamed(names.descriptionLanguages))
     {
       readLanguages(section, described);
     }
-    else if (name == names.contents)
+    else if (section.isNamed(names.contents))
     {
-      readContents(section, read.behaviors, read.dialogs, read.languages, [](const QDomNode&) {});
+      readContents(section, read.behaviors, read.dialogs, read.languages, [](const XmlNode&) {});
     }
   }
   endReading(recordOf(*info), read);

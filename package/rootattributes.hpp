@@ -33,11 +33,11 @@ constexpr std::array rootAttributes{
 
 /// Sets all of them; to empty where the root element lacks one.
 template <typename Record>
-void readRootAttributes(const QDomElement& root, Record& record)
+void readRootAttributes(const XmlNode& root, Record& record)
 {
   for (const auto& attribute : rootAttributes<Record>)
   {
-    record.*attribute.member = attributeOf(root, manifestNames().*attribute.name);
+    record.*attribute.member = root.attribute(manifestNames().*attribute.name);
   }
 }
 

@@ -4,40 +4,40 @@
 namespace vesk
 {
 
-PackageService serviceFrom(const QDomElement& element)
+PackageService serviceFrom(const XmlNode& element)
 {
   const ManifestNames& names = manifestNames();
   PackageService service;
-  service.execStart = attributeOf(element, names.execStart);
-  service.name = attributeOf(element, names.name);
-  service.autoRun = attributeOf(element, names.autorun) == "true";
+  service.execStart = element.attribute(names.execStart);
+  service.name = element.attribute(names.name);
+  service.autoRun = element.attribute(names.autorun) == "true";
   return service;
 }
 
-RobotRequirement robotRequirementFrom(const QDomElement& element)
+RobotRequirement robotRequirementFrom(const XmlNode& element)
 {
   const ManifestNames& names = manifestNames();
   RobotRequirement robot;
-  robot.model = attributeOf(element, names.model);
-  robot.minHeadVersion = attributeOf(element, names.minHeadVersion);
-  robot.maxHeadVersion = attributeOf(element, names.maxHeadVersion);
-  robot.minBodyVersion = attributeOf(element, names.minBodyVersion);
-  robot.maxBodyVersion = attributeOf(element, names.maxBodyVersion);
+  robot.model = element.attribute(names.model);
+  robot.minHeadVersion = element.attribute(names.minHeadVersion);
+  robot.maxHeadVersion = element.attribute(names.maxHeadVersion);
+  robot.minBodyVersion = element.attribute(names.minBodyVersion);
+  robot.maxBodyVersion = element.attribute(names.maxBodyVersion);
   return robot;
 }
 
-MirelRequirement mirelRequirementFrom(const QDomElement& element)
+MirelRequirement mirelRequirementFrom(const XmlNode& element)
 {
   const ManifestNames& names = manifestNames();
   MirelRequirement software;
-  software.minVersion = attributeOf(element, names.minVersion);
-  software.maxVersion = attributeOf(element, names.maxVersion);
+  software.minVersion = element.attribute(names.minVersion);
+  software.maxVersion = element.attribute(names.maxVersion);
   return software;
 }
 
-std::string executableFileFrom(const QDomElement& element)
+std::string executableFileFrom(const XmlNode& element)
 {
-  return attributeOf(element, manifestNames().path);
+  return element.attribute(manifestNames().path);
 }
 
 } // namespace vesk

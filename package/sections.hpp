@@ -7,28 +7,26 @@
 #include <package/xml/names.hpp>
 #include <package/xml/reading.hpp>
 
-#include <QDomElement>
-
 #include <string>
 
 /// Reading of sections that both readers of manifests share; each has its own containers.
 namespace vesk
 {
 
-PackageService serviceFrom(const QDomElement& element);
-RobotRequirement robotRequirementFrom(const QDomElement& element);
-MirelRequirement mirelRequirementFrom(const QDomElement& element);
-std::string executableFileFrom(const QDomElement& element);
+PackageService serviceFrom(const XmlNode& element);
+RobotRequirement robotRequirementFrom(const XmlNode& element);
+MirelRequirement mirelRequirementFrom(const XmlNode& element);
+std::string executableFileFrom(const XmlNode& element);
 
 /// Appends what \p make gives for each child of \p section that has this name.
 template <typename List, typename Make>
-void readItems(const QDomNode& section, const QString& name, List& items, Make make)
+void readItems(const XmlNode& section, const XmlName& name, List& items, Make make)
 {
-  for (const QDomNode& child : Children(section))
+  for (const XmlNode& child : Children(section))
   {
-    if (child.nodeName() == name)
+    if (child.isNamed(name))
     {
-      items.push_back(make(child.toElement()));
+      items.push_back(make(child));
     }
   }
 }
@@ -36,23 +34,21 @@ void readItems(const QDomNode& section, const QString& name, List& items, Make m
 /// Appends a descriptor for each behavior, dialog and language pack in \p section, whatever its
 /// loader returns, and calls \p other with every other child.
 template <typename Behaviors, typename Dialogs, typename Languages, typename Other>
-void readContents(const QDomNode& section, Behaviors& behaviors, Dialogs& dialogs,
+void readContents(const XmlNode& section, Behaviors& behaviors, Dialogs& dialogs,
                   Languages& languages, Other other)
 {
   const ManifestNames& names = manifestNames();
-  for (QDomNode child : Children(section))
+  for (const XmlNode& child : Children(section))
   {
-    const QString name = child.nodeName();
-    if (name == names.behaviorContent)
+    if (child.isNamed(names.behaviorContent))
     {
       recordOf(behaviors.emplace_back()).loadFromManifest(child);
     }
-    else if (name == names.dialogContent)
+    else if (child.isNamed(names.dialogContent))
     {
-      QDomElement element = child.toElement();
-      dialogs.emplace_back().loadFromManifest(element);
+      recordOf(dialogs.emplace_back()).loadFromManifest(child);
     }
-    else if (name == names.languageContent)
+    else if (child.isNamed(names.languageContent))
     {
       recordOf(languages.emplace_back()).loadFromManifest(child);
     }

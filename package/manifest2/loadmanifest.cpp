@@ -25,11 +25,11 @@ namespace
 struct Section
 {
   XmlName ManifestNames::*name; ///< of the element, and the key in PackageInfo2::sections
-  AnyValue (*read)(const QDomNode& node);
+  AnyValue (*read)(const XmlNode& node);
 };
 
 template <auto reader>
-AnyValue readBy(const QDomNode& node)
+AnyValue readBy(const XmlNode& node)
 {
   return reader(node);
 }
@@ -48,6 +48,25 @@ constexpr std::array sectionReaders{
 {
   log::write(registrar.manifestCategory, log::Level::Error, message, "loadManifest");
   throw std::runtime_error(message);
+}
+
+PackageInfo2 sectionsOf(const XmlNode& root)
+{
+  PackageInfo2 info;
+  readRootAttributes(root, info);
+  for (const XmlNode& node : Children(root))
+  {
+    for (const Section& section : sectionReaders)
+    {
+      const XmlName& name = manifestNames().*section.name;
+      if (node.isNamed(name))
+      {
+        info.sections[name] = section.read(node);
+        break;
+      }
+    }
+  }
+  return info;
 }
 
 /// Replaces \p info by what the manifest contains; false when there is no manifest.
@@ -69,14 +88,14 @@ PackageInfo2 loadManifest(const std::string& path)
     fail("Could not open " + path + " for reading.");
   }
   LoadError error;
-  const std::optional<QDomDocument> document = parseXml(file, error);
+  const std::optional<QDomDocument> manifest = parseXml(file, error);
   file.close();
-  if (!document)
+  if (!manifest)
   {
     fail("Syntax error in " + path + ':' + std::to_string(error.line) + ':' +
          std::to_string(error.column) + ": " + error.message);
   }
-  return loadXmlDocument(*document);
+  return loadXmlDocument(*manifest);
 }
 
 bool readManifestFile(const std::string& path, PackageInfo2& info, LoadError& error)
@@ -97,35 +116,20 @@ bool readManifestText(const std::string& text, PackageInfo2& info, LoadError& er
 bool readManifestDevice(QIODevice& device, PackageInfo& package, PackageInfo2& info,
                         LoadError& error)
 {
-  const std::optional<QDomDocument> document = parseDevice(device, error);
-  if (!document)
+  const std::optional<QDomDocument> manifest = parseDevice(device, error);
+  if (!manifest)
   {
     return false;
   }
-  PackageInfo2 read = loadXmlDocument(*document);
-  recordOf(package).loadFromXmlDocument(*document, &package);
+  PackageInfo2 read = loadXmlDocument(*manifest);
+  recordOf(package).loadFromXmlDocument(*manifest, &package);
   info = std::move(read);
   return true;
 }
 
 PackageInfo2 loadXmlDocument(const QDomDocument& document)
 {
-  PackageInfo2 info;
-  const QDomElement root = document.documentElement();
-  readRootAttributes(root, info);
-  for (const QDomNode& node : Children(root))
-  {
-    const QString name = node.nodeName();
-    for (const Section& section : sectionReaders)
-    {
-      if (name == manifestNames().*section.name)
-      {
-        info.sections[fromQString(name)] = section.read(node);
-        break;
-      }
-    }
-  }
-  return info;
+  return sectionsOf(XmlNode(document.documentElement()));
 }
 
 } // namespace vesk

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <package/behaviorinfo_p.hpp>
+#include <package/dialoginfo_p.hpp>
 #include <package/languageinfo_p.hpp>
 #include <package/manifest2/sectionaccess.hpp>
 #include <package/manifest2/sectionreaders.hpp>
@@ -8,19 +9,19 @@
 namespace vesk
 {
 
-std::map<std::string, std::string> translationsFromXmlNode(const QDomNode& node)
+std::map<std::string, std::string> translationsFromXmlNode(const XmlNode& node)
 {
   std::map<std::string, std::string> texts;
   readLocalizedTexts(node, texts);
   return texts;
 }
 
-std::vector<PackageService> servicesFromXmlNode(const QDomNode& node)
+std::vector<PackageService> servicesFromXmlNode(const XmlNode& node)
 {
-  const auto serviceOrNumberedFrom = [](const QDomElement& element)
+  const auto serviceOrNumberedFrom = [](const XmlNode& element)
   {
     PackageService service = serviceFrom(element);
-    service.autoRun = service.autoRun || attributeOf(element, manifestNames().autorun) == "1";
+    service.autoRun = service.autoRun || element.attribute(manifestNames().autorun) == "1";
     return service;
   };
   std::vector<PackageService> services;
@@ -28,7 +29,7 @@ std::vector<PackageService> servicesFromXmlNode(const QDomNode& node)
   return services;
 }
 
-std::vector<std::string> executableFilesFromXmlNode(const QDomNode& node)
+std::vector<std::string> executableFilesFromXmlNode(const XmlNode& node)
 {
   std::vector<std::string> files;
   readItems(node, manifestNames().file, files, executableFileFrom);
@@ -36,7 +37,7 @@ std::vector<std::string> executableFilesFromXmlNode(const QDomNode& node)
 }
 
 std::pair<std::vector<RobotRequirement>, std::vector<MirelRequirement>>
-requirementsFromXmlNode(const QDomNode& node)
+requirementsFromXmlNode(const XmlNode& node)
 {
   std::pair<std::vector<RobotRequirement>, std::vector<MirelRequirement>> requirements;
   readItems(node, manifestNames().robotRequirement, requirements.first, robotRequirementFrom);
@@ -44,12 +45,12 @@ requirementsFromXmlNode(const QDomNode& node)
   return requirements;
 }
 
-std::vector<std::string> textFromXmlNode(const QDomNode& node)
+std::vector<std::string> textFromXmlNode(const XmlNode& node)
 {
   std::vector<std::string> texts;
-  for (const QDomNode& child : Children(node))
+  for (const XmlNode& child : Children(node))
   {
-    texts.push_back(textOf(child.toElement()));
+    texts.push_back(child.text());
   }
   return texts;
 }
@@ -66,16 +67,16 @@ void store(std::map<std::string, AnyValue>& contents, const char* key, std::vect
 }
 } // namespace
 
-std::map<std::string, AnyValue> contentsFromXmlNode(const QDomNode& node)
+std::map<std::string, AnyValue> contentsFromXmlNode(const XmlNode& node)
 {
   std::map<std::string, AnyValue> contents;
   std::vector<BehaviorInfo> behaviors;
   std::vector<DialogInfo> dialogs;
   std::vector<LanguageInfo> languages;
   readContents(node, behaviors, dialogs, languages,
-               [&contents](const QDomNode& child)
+               [&contents](const XmlNode& child)
                {
-                 if (child.nodeName() == manifestNames().webContent)
+                 if (child.isNamed(manifestNames().webContent))
                  {
                    contents[keys::web] = webFromXmlNode(child);
                  }
@@ -86,9 +87,6 @@ std::map<std::string, AnyValue> contentsFromXmlNode(const QDomNode& node)
   return contents;
 }
 
-WebInfo webFromXmlNode(const QDomNode& node)
-{
-  return {attributeOf(node.toElement(), manifestNames().path)};
-}
+WebInfo webFromXmlNode(const XmlNode& node) { return {node.attribute(manifestNames().path)}; }
 
 } // namespace vesk

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <string>
+#include <string_view>
 
 namespace vesk
 {
@@ -19,6 +20,7 @@ public:
 
   operator const QString&() const { return text; }
   operator const std::string&() const { return utf8; }
+  std::string_view inUtf8() const { return utf8; }
 
 private:
   QString text;

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <package/xml/names.hpp>
 #include <package/xml/reading.hpp>
 #include <package/xml/text.hpp>
 
@@ -7,11 +6,6 @@
 
 namespace vesk
 {
-
-std::string attributeOf(const QDomElement& element, const QString& name)
-{
-  return fromQString(element.attribute(name));
-}
 
 namespace
 {
@@ -41,23 +35,21 @@ QString textIn(const QDomElement& element)
 
 std::string textOf(const QDomElement& element) { return fromQString(textIn(element)); }
 
-void readLocalizedTexts(const QDomNode& group, std::map<std::string, std::string>& texts)
+void readLocalizedTexts(const XmlNode& group, std::map<std::string, std::string>& texts)
 {
   const ManifestNames& names = manifestNames();
-  for (const QDomNode& child : Children(group))
+  for (const XmlNode& child : Children(group))
   {
-    const QDomElement item = child.toElement();
-    texts[attributeOf(item, names.lang)] = textOf(item);
+    texts[child.attribute(names.lang)] = child.text();
   }
 }
 
-void readTextLists(const QDomNode& group, const QString& keyAttribute,
+void readTextLists(const XmlNode& group, const XmlName& keyAttribute,
                    std::map<std::string, std::list<std::string>>& lists)
 {
-  for (const QDomNode& child : Children(group))
+  for (const XmlNode& child : Children(group))
   {
-    const QDomElement item = child.toElement();
-    lists[attributeOf(item, keyAttribute)].push_back(textOf(item));
+    lists[child.attribute(keyAttribute)].push_back(child.text());
   }
 }
 

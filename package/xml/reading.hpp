@@ -2,11 +2,12 @@
 #ifndef PACKAGE_XML_READING_HPP
 #define PACKAGE_XML_READING_HPP
 
-#include <QDomNode>
+#include <package/xml/xmlnode.hpp>
 
 #include <list>
 #include <map>
 #include <string>
+#include <utility>
 
 class QDomElement;
 
@@ -14,11 +15,14 @@ namespace vesk
 {
 
 /// The child nodes of a node, of whatever kind, in document order, for a range-based loop. The tree
-/// must not be changed meanwhile.
+/// must not be changed meanwhile. \p Node is XmlNode or QDomNode.
+template <typename Node>
 class Children
 {
 public:
-  explicit Children(const QDomNode& parent) : first(parent.firstChild()) {}
+  template <typename Parent>
+  explicit Children(const Parent& parent) : first(parent.firstChild())
+  {}
 
   struct End
   {};
@@ -26,8 +30,8 @@ public:
   class Iterator
   {
   public:
-    explicit Iterator(const QDomNode& start) : node(start) {}
-    const QDomNode& operator*() const { return node; }
+    explicit Iterator(const Node& start) : node(start) {}
+    const Node& operator*() const { return node; }
     Iterator& operator++()
     {
       node = node.nextSibling();
@@ -36,18 +40,17 @@ public:
     bool operator!=(End) const { return !node.isNull(); }
 
   private:
-    QDomNode node;
+    Node node;
   };
 
   Iterator begin() const { return Iterator(first); }
   static End end() { return {}; }
 
 private:
-  QDomNode first;
+  Node first;
 };
-
-/// An attribute's value as UTF-8; empty when the element is null or has no such attribute.
-std::string attributeOf(const QDomElement& element, const QString& name);
+template <typename Parent>
+Children(const Parent&) -> Children<decltype(std::declval<const Parent&>().firstChild())>;
 
 /// All text and CDATA below \p element; empty when it is null.
 QString textIn(const QDomElement& element);
@@ -57,11 +60,11 @@ std::string textOf(const QDomElement& element);
 
 /// Sets the text of every child of \p group under the child's language, whatever the child's name.
 /// A child that is no element gives an empty text under an empty language.
-void readLocalizedTexts(const QDomNode& group, std::map<std::string, std::string>& texts);
+void readLocalizedTexts(const XmlNode& group, std::map<std::string, std::string>& texts);
 
 /// Appends the text of every child of \p group to the list under the child's attribute
 /// \p keyAttribute, as readLocalizedTexts does.
-void readTextLists(const QDomNode& group, const QString& keyAttribute,
+void readTextLists(const XmlNode& group, const XmlName& keyAttribute,
                    std::map<std::string, std::list<std::string>>& lists);
 
 } // namespace vesk

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <package/xml/reading.hpp>
+#include <package/xml/text.hpp>
+#include <package/xml/xmlnode.hpp>
+
+#include <QDomElement>
+
+namespace vesk
+{
+namespace
+{
+/// Whether the toolkit drops a node. Other blanks than these do not begin a text that is read alike.
+bool isDropped(const source::Node& node)
+{
+  return node.kind() == source::Kind::Text &&
+         node.value().find_first_not_of(" \t\n") == std::string_view::npos;
+}
+
+const source::Node* keptFrom(const source::Node* node)
+{
+  while (node != nullptr && isDropped(*node))
+  {
+    node = node->next();
+  }
+  return node;
+}
+
+void appendText(const source::Node& element, std::string& text)
+{
+  for (const source::Node& child : element.children())
+  {
+    if (child.isElement())
+    {
+      appendText(child, text);
+    }
+    else if (child.kind() == source::Kind::CData ||
+             (child.kind() == source::Kind::Text && !isDropped(child)))
+    {
+      text += child.value();
+    }
+  }
+}
+} // namespace
+
+bool XmlNode::isNamed(const XmlName& name) const
+{
+  return inSource != nullptr ? inSource->name() == name.inUtf8() : inToolkit.nodeName() == name;
+}
+
+std::string XmlNode::name() const
+{
+  return inSource != nullptr ? std::string(inSource->name()) : fromQString(inToolkit.nodeName());
+}
+
+std::string XmlNode::attribute(const XmlName& name) const
+{
+  if (inSource == nullptr)
+  {
+    return fromQString(inToolkit.toElement().attribute(name));
+  }
+  const source::Attribute* const found = inSource->attribute(name.inUtf8());
+  return found != nullptr ? std::string(found->value()) : std::string();
+}
+
+std::string XmlNode::text() const
+{
+  if (inSource == nullptr)
+  {
+    return textOf(inToolkit.toElement());
+  }
+  std::string text;
+  appendText(*inSource, text);
+  return text;
+}
+
+XmlNode XmlNode::firstChild() const
+{
+  return inSource != nullptr ? XmlNode(keptFrom(inSource->firstChild()))
+                             : XmlNode(inToolkit.firstChild());
+}
+
+XmlNode XmlNode::nextSibling() const
+{
+  return inSource != nullptr ? XmlNode(keptFrom(inSource->next()))
+                             : XmlNode(inToolkit.nextSibling());
+}
+
+} // namespace vesk
