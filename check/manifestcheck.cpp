@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <check/checker.hpp>
-#include <package/xml/parsing.hpp>
+#include <package/xml/manifesttree.hpp>
 #include <package/xml/text.hpp>
 
 namespace vesk::check
@@ -8,12 +8,12 @@ namespace vesk::check
 namespace
 {
 /// Checks a document; when there is none, returns one finding made from \p error.
-std::vector<Finding> checkParsed(const std::optional<QDomDocument>& document,
+std::vector<Finding> checkParsed(const std::optional<ManifestTree>& manifest,
                                  const LoadError& error, const Options& options)
 {
-  if (document)
+  if (manifest)
   {
-    return checkDocument(*document, options);
+    return checkDocument(*manifest->inToolkit(), options);
   }
   const RuleId id = error.line == 0        ? RuleId::Unreadable
                     : error.isBeyondLimits ? RuleId::BeyondLimits
@@ -30,19 +30,19 @@ std::vector<Finding> checkParsed(const std::optional<QDomDocument>& document,
 std::vector<Finding> checkFile(const std::string& path, const Options& options)
 {
   LoadError error;
-  return checkParsed(parseFile(path, error), error, options);
+  return checkParsed(parseFile(path, error, Parsers::Toolkit), error, options);
 }
 
 std::vector<Finding> checkDevice(QIODevice& device, const Options& options)
 {
   LoadError error;
-  return checkParsed(parseDevice(device, error), error, options);
+  return checkParsed(parseDevice(device, error, Parsers::Toolkit), error, options);
 }
 
 std::vector<Finding> checkText(const std::string& text, const Options& options)
 {
   LoadError error;
-  return checkParsed(parseXml(toQString(text), error), error, options);
+  return checkParsed(parseManifest(text, error, Parsers::Toolkit), error, options);
 }
 
 std::vector<Finding> checkDocument(const QDomDocument& document, const Options& options)

@@ -8,8 +8,8 @@
 #include <package/recordaccess.hpp>
 #include <package/rootattributes.hpp>
 #include <package/sections.hpp>
+#include <package/xml/manifesttree.hpp>
 #include <package/xml/names.hpp>
-#include <package/xml/parsing.hpp>
 #include <package/xml/reading.hpp>
 #include <package/xml/text.hpp>
 #include <vesk/log.hpp>
@@ -76,18 +76,18 @@ void endReading(PackageInfoPrivate& record, PackageInfoPrivate& read) noexcept
 }
 
 /// Parses an open file and closes it, whatever comes of it.
-std::optional<QDomDocument> parseAndClose(QFile& file, LoadError& error)
+std::optional<ManifestTree> parseAndClose(QFile& file, LoadError& error)
 {
   const auto closing = qScopeGuard([&file] { file.close(); });
-  return parseXml(file, error);
+  return parseManifest(file, error);
 }
 
 /// Adds what a manifest contains to a package; false when there is no manifest.
-bool merge(const std::optional<QDomDocument>& manifest, PackageInfo& package)
+bool merge(const std::optional<ManifestTree>& manifest, PackageInfo& package)
 {
   if (manifest)
   {
-    recordOf(package).loadFromXmlDocument(*manifest, &package);
+    recordOf(package).loadFromManifest(manifest->root(), &package);
   }
   return manifest.has_value();
 }
@@ -139,7 +139,7 @@ bool PackageInfo::readManifestDevice(QIODevice& device, LoadError& error)
 
 bool PackageInfo::readManifestText(const std::string& text, LoadError& error)
 {
-  return merge(parseXml(toQString(text), error), *this);
+  return merge(parseManifest(text, error), *this);
 }
 
 void PackageInfoPrivate::loadFromXmlDocument(const QDomDocument& document, PackageInfo* info)

@@ -5,8 +5,8 @@
 #include <package/recordaccess.hpp>
 #include <package/registrar.hpp>
 #include <package/rootattributes.hpp>
+#include <package/xml/manifesttree.hpp>
 #include <package/xml/names.hpp>
-#include <package/xml/parsing.hpp>
 #include <package/xml/reading.hpp>
 #include <package/xml/text.hpp>
 #include <vesk/log.hpp>
@@ -70,11 +70,11 @@ PackageInfo2 sectionsOf(const XmlNode& root)
 }
 
 /// Replaces \p info by what the manifest contains; false when there is no manifest.
-bool replace(const std::optional<QDomDocument>& manifest, PackageInfo2& info)
+bool replace(const std::optional<ManifestTree>& manifest, PackageInfo2& info)
 {
   if (manifest)
   {
-    info = loadXmlDocument(*manifest);
+    info = sectionsOf(manifest->root());
   }
   return manifest.has_value();
 }
@@ -88,14 +88,14 @@ PackageInfo2 loadManifest(const std::string& path)
     fail("Could not open " + path + " for reading.");
   }
   LoadError error;
-  const std::optional<QDomDocument> manifest = parseXml(file, error);
+  const std::optional<ManifestTree> manifest = parseManifest(file, error);
   file.close();
   if (!manifest)
   {
     fail("Syntax error in " + path + ':' + std::to_string(error.line) + ':' +
          std::to_string(error.column) + ": " + error.message);
   }
-  return loadXmlDocument(*manifest);
+  return sectionsOf(manifest->root());
 }
 
 bool readManifestFile(const std::string& path, PackageInfo2& info, LoadError& error)
@@ -110,19 +110,19 @@ bool readManifestDevice(QIODevice& device, PackageInfo2& info, LoadError& error)
 
 bool readManifestText(const std::string& text, PackageInfo2& info, LoadError& error)
 {
-  return replace(parseXml(toQString(text), error), info);
+  return replace(parseManifest(text, error), info);
 }
 
 bool readManifestDevice(QIODevice& device, PackageInfo& package, PackageInfo2& info,
                         LoadError& error)
 {
-  const std::optional<QDomDocument> manifest = parseDevice(device, error);
+  const std::optional<ManifestTree> manifest = parseDevice(device, error);
   if (!manifest)
   {
     return false;
   }
-  PackageInfo2 read = loadXmlDocument(*manifest);
-  recordOf(package).loadFromXmlDocument(*manifest, &package);
+  PackageInfo2 read = sectionsOf(manifest->root());
+  recordOf(package).loadFromManifest(manifest->root(), &package);
   info = std::move(read);
   return true;
 }

@@ -5,7 +5,7 @@
 #include <package/xml/saxapi.hpp>
 #include <package/xml/text.hpp>
 
-#include <QFile>
+#include <QIODevice>
 
 #include <array>
 #include <utility>
@@ -19,8 +19,9 @@ namespace
 class LimitedSource : public QXmlInputSource
 {
 public:
-  LimitedSource(QIODevice& input, Namespaces processing)
-      : namespaces(processing), device(&input), scanner(processing)
+  /// Of bytes and, behind them, of a device that is not null.
+  LimitedSource(std::string_view begin, QIODevice* rest, Namespaces processing)
+      : namespaces(processing), bytes(begin), device(rest), scanner(processing)
   {
     readProlog();
   }
@@ -85,14 +86,10 @@ private:
 
   QString decodeNext()
   {
-    if (device == nullptr)
-    {
-      return std::exchange(undecided, QString());
-    }
-    QString piece;
+    QString piece = std::exchange(undecided, QString());
     while (piece.isEmpty()) // as it is when a read returned only a part of a character
     {
-      const qint64 size = device->read(chunk.data(), std::exchange(chunkSize, laterChunkSize));
+      const qint64 size = read(std::exchange(chunkSize, laterChunkSize));
       if (size <= 0)
       {
         break;
@@ -102,12 +99,25 @@ private:
     return piece;
   }
 
+  /// Reads at most \p size bytes into the chunk, and gives their number.
+  qint64 read(qint64 size)
+  {
+    if (bytes.empty())
+    {
+      return device != nullptr ? device->read(chunk.data(), size) : 0;
+    }
+    const std::size_t taken = bytes.copy(chunk.data(), static_cast<std::size_t>(size));
+    bytes.remove_prefix(taken);
+    return static_cast<qint64>(taken);
+  }
+
   // The toolkit looks for the encoding in the first 1024 bytes, its own chunk size. Larger chunks
   // after that are faster, up to about this size.
   static constexpr qint64 firstChunkSize = 1024;
   static constexpr qint64 laterChunkSize = 16384;
   std::array<char, laterChunkSize> chunk;
 
+  std::string_view bytes; // that have not been taken yet
   QIODevice* device = nullptr;
   QString undecided; // a text that has not been taken yet
   qint64 chunkSize = firstChunkSize;
@@ -142,7 +152,12 @@ std::optional<QDomDocument> parse(LimitedSource& source, LoadError& error)
 
 std::optional<QDomDocument> parseXml(QIODevice& device, LoadError& error)
 {
-  LimitedSource source(device, Namespaces::Ignored);
+  return parseXml({}, &device, error);
+}
+
+std::optional<QDomDocument> parseXml(std::string_view begin, QIODevice* rest, LoadError& error)
+{
+  LimitedSource source(begin, rest, Namespaces::Ignored);
   return parse(source, error);
 }
 
@@ -150,44 +165,6 @@ std::optional<QDomDocument> parseXml(const QString& text, LoadError& error)
 {
   LimitedSource source(text, Namespaces::Processed);
   return parse(source, error);
-}
-
-std::optional<QDomDocument> parseDevice(QIODevice& device, LoadError& error)
-{
-  auto* const file = qobject_cast<QFileDevice*>(&device);
-  const std::string path = file != nullptr ? fromQString(file->fileName()) : std::string();
-  if (!device.isReadable())
-  {
-    error = {path, "is not open for reading"};
-    return std::nullopt;
-  }
-  if (file != nullptr)
-  {
-    file->unsetError(); // from earlier operations
-  }
-  std::optional<QDomDocument> document = parseXml(device, error);
-  if (file != nullptr && file->error() != QFileDevice::NoError)
-  {
-    error = {path, "cannot be read: " + fromQString(file->errorString())};
-    return std::nullopt;
-  }
-  if (!document)
-  {
-    error.path = path;
-  }
-  return document;
-}
-
-std::optional<QDomDocument> parseFile(const std::string& path, LoadError& error)
-{
-  QFile file(toQString(path));
-  if (!file.open(QIODevice::ReadOnly))
-  {
-    error = {fromQString(file.fileName()),
-             "cannot be opened for reading: " + fromQString(file.errorString())};
-    return std::nullopt;
-  }
-  return parseDevice(file, error);
 }
 
 } // namespace vesk

@@ -7,13 +7,14 @@
 #include <QDomDocument>
 
 #include <optional>
+#include <string_view>
 
 class QIODevice;
 
 namespace vesk
 {
 
-/// Parsing of manifests. On failure no document is returned and \p error is filled; on success
+/// Parsing of manifests by the toolkit. On failure no document is returned and \p error is filled; on success
 /// \p error is unchanged.
 /// \{
 
@@ -23,15 +24,12 @@ namespace vesk
 /// refused, and for invalid byte sequences that the toolkit's smaller chunks cut in two.
 std::optional<QDomDocument> parseXml(QIODevice& device, LoadError& error);
 
+/// The same with bytes that have been read already, and with what a device has behind them, if that
+/// is not null.
+std::optional<QDomDocument> parseXml(std::string_view begin, QIODevice* rest, LoadError& error);
+
 /// The same with a text, and with namespace processing.
 std::optional<QDomDocument> parseXml(const QString& text, LoadError& error);
-
-/// As parseXml(), but a device that is not open, and a file that cannot be read to its end, are
-/// errors. A file's errors have its path.
-std::optional<QDomDocument> parseDevice(QIODevice& device, LoadError& error);
-
-/// The same with the file at \p path.
-std::optional<QDomDocument> parseFile(const std::string& path, LoadError& error);
 
 /// \}
 

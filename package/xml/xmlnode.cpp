@@ -9,11 +9,12 @@ namespace vesk
 {
 namespace
 {
-/// Whether the toolkit drops a node. Other blanks than these do not begin a text that is read alike.
+/// Whether the toolkit drops a node. Other blanks than these do not begin a text that is read alike;
+/// a carriage return comes from a reference.
 bool isDropped(const source::Node& node)
 {
   return node.kind() == source::Kind::Text &&
-         node.value().find_first_not_of(" \t\n") == std::string_view::npos;
+         node.value().find_first_not_of(" \t\n\r") == std::string_view::npos;
 }
 
 const source::Node* keptFrom(const source::Node* node)
