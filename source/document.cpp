@@ -68,7 +68,9 @@ Document::Document(Document&& other) noexcept = default;
 Document& Document::operator=(Document&& other) noexcept = default;
 Document::~Document() = default;
 
-Document Document::parse(std::string bytes)
+Document Document::parse(std::string bytes) { return parse(std::move(bytes), BlankTexts::Kept); }
+
+Document Document::parse(std::string bytes, BlankTexts blankTexts)
 {
   auto parsed = std::make_unique<Contents>();
   parsed->encoding = encodingOf(bytes);
@@ -110,7 +112,7 @@ Document Document::parse(std::string bytes)
                           rangeIn(text, declared)};
     return Document(std::move(parsed));
   }
-  TreeBuilder builder(text, static_cast<std::uint32_t>(base), parsed->arena);
+  TreeBuilder builder(text, static_cast<std::uint32_t>(base), blankTexts, parsed->arena);
   builder.parse();
   parsed->first = builder.first();
   parsed->error = undecoded ? undecoded : builder.error();

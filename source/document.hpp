@@ -22,6 +22,14 @@ enum class LineEnd
   Cr    ///< "\r"
 };
 
+/// Whether a tree has the texts of nothing but blanks, which are most of its nodes where a text is laid
+/// out. Those in CDATA sections are there in any case.
+enum class BlankTexts
+{
+  Kept,
+  LeftOut
+};
+
 /// Why a text is not well-formed, and where.
 struct Error
 {
@@ -45,6 +53,8 @@ public:
   /// Parses the bytes of a file. Never fails: when the text is not well-formed, error() says why, and
   /// the tree holds what stands before that place, with the elements that are open there.
   static Document parse(std::string bytes);
+  /// The same, for who does not need all nodes: they take up less memory, and leave gaps.
+  static Document parse(std::string bytes, BlankTexts blankTexts);
 
   Document(Document&& other) noexcept;
   Document& operator=(Document&& other) noexcept;

@@ -6,11 +6,13 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
+#include <utility>
 
 namespace vesk::source
 {
-TreeBuilder::TreeBuilder(std::string_view textInUtf8, std::uint32_t markSize, Arena& arenaOfNodes)
-    : text(textInUtf8), base(markSize), arena(arenaOfNodes),
+TreeBuilder::TreeBuilder(std::string_view textInUtf8, std::uint32_t markSize,
+                         BlankTexts blankTextsOfTree, Arena& arenaOfNodes)
+    : text(textInUtf8), base(markSize), blankTexts(blankTextsOfTree), arena(arenaOfNodes),
       parser(XML_ParserCreate("UTF-8"), &XML_ParserFree)
 {
   if (!parser)
@@ -202,6 +204,7 @@ void TreeBuilder::characters(const char* piece, int size)
   const Range range = current();
   if (textNode == nullptr)
   {
+    beforeText = open.back().lastChild;
     textNode = &add(Kind::Text, {range.begin, range.begin});
     isAsItStands = true;
   }
@@ -278,7 +281,7 @@ void TreeBuilder::rest(const char* piece, int size)
 
 Node& TreeBuilder::add(Kind kind, const Range& range)
 {
-  Node& node = *arena.make<Node>();
+  Node& node = unused != nullptr ? *std::exchange(unused, nullptr) : *arena.make<Node>();
   node.itsKind = kind;
   node.whole = range;
   Open& level = open.back();
@@ -346,8 +349,22 @@ void TreeBuilder::finishText()
   if (textNode != nullptr)
   {
     setValue(*textNode, valueOfText(textNode->whole.end));
+    if (blankTexts == BlankTexts::LeftOut &&
+        textNode->value().find_first_not_of(blanks) == std::string_view::npos)
+    {
+      leaveOutText();
+    }
     textNode = nullptr;
   }
+}
+
+void TreeBuilder::leaveOutText()
+{
+  Open& level = open.back();
+  (beforeText == nullptr ? level.node->itsFirstChild : beforeText->itsNext) = nullptr;
+  level.lastChild = beforeText;
+  *textNode = Node();
+  unused = textNode;
 }
 
 std::uint32_t TreeBuilder::beginOfText() const

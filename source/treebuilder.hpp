@@ -23,7 +23,8 @@ namespace vesk::source
 class TreeBuilder
 {
 public:
-  TreeBuilder(std::string_view textInUtf8, std::uint32_t markSize, Arena& arenaOfNodes);
+  TreeBuilder(std::string_view textInUtf8, std::uint32_t markSize, BlankTexts blankTextsOfTree,
+              Arena& arenaOfNodes);
 
   /// To be called once; the results are there afterwards.
   void parse();
@@ -65,6 +66,7 @@ private:
   std::string_view kept(std::string_view value, std::uint32_t begin);
   void readAttributes(Node& element, const char** values);
   void finishText();
+  void leaveOutText();
   /// The value of the text node so far; \p end is where it ends in the text.
   std::string_view valueOfText(std::uint32_t end);
   std::uint32_t beginOfText() const;
@@ -74,6 +76,7 @@ private:
 
   std::string_view text;
   std::uint32_t base; // where the parser begins, behind a byte order mark
+  BlankTexts blankTexts;
   Arena& arena;
   std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser;
   Node outermost;
@@ -82,9 +85,11 @@ private:
   std::optional<Error> found;
   std::exception_ptr thrown;
 
-  Node* textNode = nullptr; // that grows with further pieces
-  bool isAsItStands = true; // whether the value of that node is a part of the text
-  std::string collected;    // its value where it is not
+  Node* textNode = nullptr;   // that grows with further pieces
+  Node* beforeText = nullptr; // the node before it, in the same parent
+  Node* unused = nullptr;     // the next node to be, if one has been left out
+  bool isAsItStands = true;   // whether the value of that node is a part of the text
+  std::string collected;      // its value where it is not
 
   Node* documentType = nullptr; // while within it
   std::set<std::string, std::less<>> entities;

@@ -34,7 +34,7 @@ bool hasReferenceBeyond16Bits(std::string_view text)
   return false;
 }
 
-/// Whether a text begins with a blank of another script, with or without blanks of XML in front.
+/// Whether a text begins with a blank that XML does not know as one, with or without others in front.
 bool beginsWithOtherBlank(std::string_view text)
 {
   constexpr std::size_t mostBytes = 4; // of a character
@@ -44,6 +44,7 @@ bool beginsWithOtherBlank(std::string_view text)
          QString::fromUtf8(character.data(), static_cast<int>(character.size())).front().isSpace();
 }
 
+/// What the two parsers are known to take for different things.
 class Comparison
 {
 public:
@@ -51,26 +52,31 @@ public:
       : document(parsed), namespaces(processing)
   {}
 
+  /// Whether none of it is in the bytes; told before they are parsed.
+  static bool canBeReadAlike(std::string_view bytes)
+  {
+    // The toolkit keeps carriage returns; XML demands "\n" in place of each line end.
+    return bytes.find('\r') == std::string_view::npos &&
+           // The toolkit's decoder drops some byte order marks within a text. In front, both drop it.
+           bytes.find(byteOrderMark, 1) == std::string_view::npos &&
+           // The toolkit takes the 16 low bits of the number for the character.
+           !hasReferenceBeyond16Bits(bytes);
+  }
+
   bool isReadAlike() const
   {
-    const std::string_view text = document.text();
-    return !document.error()
-           // Decoders differ in what they make of bytes that make no sense, and in the names of
-           // encodings that they know. That of a text is UTF-8 whatever it declares.
-           && document.bytes().data() == text.data()
-           // The toolkit keeps carriage returns; XML demands "\n" in place of each line end.
-           && text.find('\r') == std::string_view::npos
-           // The toolkit's decoder drops some byte order marks within a text. In front, both drop it.
-           && text.find(byteOrderMark, 1) == std::string_view::npos
-           // The toolkit takes the 16 low bits of the number as the character.
-           && !hasReferenceBeyond16Bits(text) &&
-           // The toolkit takes the encoding from whatever begins so.
-           (text.substr(0, 5) != "<?xml" ||
-            document.nodes().begin()->kind() == Kind::Declaration) &&
-           areReadAlike(document.nodes());
+    // What is refused is the toolkit's to judge; in other encodings the decoders differ.
+    return !document.error() && document.bytes().data() == document.text().data() &&
+           !isLikeDeclaration(*document.nodes().begin()) && areReadAlike(document.nodes());
   }
 
 private:
+  /// Whether the toolkit looks for an encoding in a node that is none but begins as "<?xml" does.
+  static bool isLikeDeclaration(const Node& node)
+  {
+    return node.kind() == Kind::Instruction && node.name().substr(0, 3) == "xml";
+  }
+
   bool areReadAlike(const Node::ChildRange& nodes) const
   {
     for (const Node& node : nodes)
@@ -87,8 +93,7 @@ private:
   {
     switch (node.kind())
     {
-    case Kind::
-        DocumentType: // with entities that bring markup, and attributes that are not in the text
+    case Kind::DocumentType: // entities bring markup; there are attributes that are not in the text
     case Kind::Reference:
       return false;
     case Kind::Instruction:
@@ -97,7 +102,8 @@ private:
       return isReadAlike(node.name()) && areReadAlike(node.attributes()) &&
              areReadAlike(node.children());
     case Kind::Text:
-      // The toolkit drops a text of nothing but blanks of any script.
+      // The toolkit's tree lacks texts of nothing but blanks, of whatever script. In the other tree
+      // those of XML's own blanks are left out.
       return !beginsWithOtherBlank(node.value());
     default:
       return true;
@@ -134,7 +140,12 @@ private:
 
 std::optional<source::Document> parseReadAlike(std::string& bytes, Namespaces namespaces)
 {
-  source::Document document = source::Document::parse(std::move(bytes));
+  if (!Comparison::canBeReadAlike(bytes))
+  {
+    return std::nullopt;
+  }
+  source::Document document =
+      source::Document::parse(std::move(bytes), source::BlankTexts::LeftOut);
   if (!Comparison(document, namespaces).isReadAlike())
   {
     bytes = document.bytes();

@@ -9,23 +9,6 @@ namespace vesk
 {
 namespace
 {
-/// Whether the toolkit drops a node. Other blanks than these do not begin a text that is read alike;
-/// a carriage return comes from a reference.
-bool isDropped(const source::Node& node)
-{
-  return node.kind() == source::Kind::Text &&
-         node.value().find_first_not_of(" \t\n\r") == std::string_view::npos;
-}
-
-const source::Node* keptFrom(const source::Node* node)
-{
-  while (node != nullptr && isDropped(*node))
-  {
-    node = node->next();
-  }
-  return node;
-}
-
 void appendText(const source::Node& element, std::string& text)
 {
   for (const source::Node& child : element.children())
@@ -34,8 +17,7 @@ void appendText(const source::Node& element, std::string& text)
     {
       appendText(child, text);
     }
-    else if (child.kind() == source::Kind::CData ||
-             (child.kind() == source::Kind::Text && !isDropped(child)))
+    else if (child.kind() == source::Kind::Text || child.kind() == source::Kind::CData)
     {
       text += child.value();
     }
@@ -76,14 +58,12 @@ std::string XmlNode::text() const
 
 XmlNode XmlNode::firstChild() const
 {
-  return inSource != nullptr ? XmlNode(keptFrom(inSource->firstChild()))
-                             : XmlNode(inToolkit.firstChild());
+  return inSource != nullptr ? XmlNode(inSource->firstChild()) : XmlNode(inToolkit.firstChild());
 }
 
 XmlNode XmlNode::nextSibling() const
 {
-  return inSource != nullptr ? XmlNode(keptFrom(inSource->next()))
-                             : XmlNode(inToolkit.nextSibling());
+  return inSource != nullptr ? XmlNode(inSource->next()) : XmlNode(inToolkit.nextSibling());
 }
 
 } // namespace vesk

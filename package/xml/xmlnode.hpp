@@ -19,7 +19,7 @@ class XmlNode
 {
 public:
   XmlNode(const QDomNode& node) : inToolkit(node) {}
-  /// Null, or a node that the toolkit keeps as well.
+  /// Null, or a node of a tree without texts of blanks, which the toolkit's has not, either.
   explicit XmlNode(const source::Node* node) : inSource(node) {}
 
   bool isNull() const { return inSource == nullptr && inToolkit.isNull(); }
