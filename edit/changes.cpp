@@ -40,18 +40,18 @@ bool isEmptyEntry(const Difference& difference)
 /// Throws unless the text is read as wanted.
 void prove(const std::string& bytes, const Manifest& wanted, bool mayHaveEmptyEntries)
 {
-  Manifest read;
   LoadError error;
-  if (!readManifest(bytes, read, error))
+  const std::optional<Manifest> read = readManifest(bytes, error);
+  if (!read)
   {
     throw Refusal("the changed text would not be read: " + error.message);
   }
-  if (AnyConstReference(read) == AnyConstReference(wanted))
+  if (AnyConstReference(*read) == AnyConstReference(wanted))
   {
     return;
   }
   for (const Difference& difference :
-       differences(AnyConstReference(wanted), AnyConstReference(read)))
+       differences(AnyConstReference(wanted), AnyConstReference(*read)))
   {
     if (!isNothing(difference) && !(mayHaveEmptyEntries && isEmptyEntry(difference)))
     {

@@ -38,48 +38,43 @@ private:
 };
 } // namespace
 
-bool readManifest(const std::string& bytes, Manifest& manifest, LoadError& error)
+std::optional<Manifest> readManifest(const std::string& bytes, LoadError& error)
 {
   QBuffer device;
   device.setData(QByteArray::fromRawData(bytes.data(), static_cast<int>(bytes.size())));
   device.open(QIODevice::ReadOnly);
-  Manifest read;
+  std::optional<Manifest> manifest(std::in_place);
   PackageInfo2 sections;
-  if (!readManifestDevice(device, read.package, sections, error))
+  if (!readManifestDevice(device, manifest->package, sections, error))
   {
-    return false;
+    return std::nullopt;
   }
-  read.web = sections.contents()["web"];
-  manifest = std::move(read);
-  return true;
+  manifest->web = std::move(sections.contents()["web"]);
+  return manifest;
 }
 
 void setField(Manifest& manifest, const FieldPath& path, const std::string& text)
 {
-  Manifest changed = manifest;
-  if (path.front() == FieldStep("web") && !changed.web.isValid())
+  if (path.front() == FieldStep("web") && !manifest.web.isValid())
   {
-    changed.web = WebInfo();
+    manifest.web = WebInfo();
   }
-  for (const FieldPath& part : expanded(AnyConstReference(changed), path))
+  for (const FieldPath& part : expanded(AnyConstReference(manifest), path))
   {
-    setAt(AnyReference(changed), part, text);
+    setAt(AnyReference(manifest), part, text);
   }
-  manifest = std::move(changed);
 }
 
 void unsetField(Manifest& manifest, const FieldPath& path)
 {
-  Manifest changed = manifest;
-  std::vector<FieldPath> parts = expanded(AnyConstReference(changed), path);
+  const std::vector<FieldPath> parts = expanded(AnyConstReference(manifest), path);
   for (auto part = parts.rbegin(); part != parts.rend(); ++part) // indexes stay as they are so
   {
-    if (!unsetAt(AnyReference(changed), *part) && *part == path)
+    if (!unsetAt(AnyReference(manifest), *part) && *part == path)
     {
-      valueAt(AnyConstReference(changed), path); // says what there is instead
+      valueAt(AnyConstReference(manifest), path); // says what there is instead
     }
   }
-  manifest = std::move(changed);
 }
 
 } // namespace edit

@@ -67,10 +67,8 @@ std::vector<Text> formsOf(const Text& text)
 
 Manifest read(const std::string& bytes)
 {
-  Manifest manifest;
   vesk::LoadError error;
-  EXPECT_TRUE(readManifest(bytes, manifest, error)) << error.message;
-  return manifest;
+  return readManifest(bytes, error).value();
 }
 
 /// Changes a part in a way that suits it. False when it has none.

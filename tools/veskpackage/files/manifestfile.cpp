@@ -58,14 +58,14 @@ std::optional<Manifest> load(const std::string& file, std::ostream& complaints)
 
 std::optional<Manifest> parse(const std::string& file, std::string bytes, std::ostream& complaints)
 {
-  Manifest manifest{file, nameOf(file), std::move(bytes), {}};
   vesk::LoadError error;
-  if (!vesk::edit::readManifest(manifest.bytes, manifest.fields, error))
+  std::optional<vesk::edit::Manifest> fields = vesk::edit::readManifest(bytes, error);
+  if (!fields)
   {
-    complain(complaints, manifest.name, {error.line, error.column}, error.message);
+    complain(complaints, nameOf(file), {error.line, error.column}, error.message);
     return std::nullopt;
   }
-  return manifest;
+  return Manifest{file, nameOf(file), std::move(bytes), std::move(*fields)};
 }
 
 ExitCode forEachManifest(const Inputs& inputs,

@@ -30,10 +30,9 @@ std::optional<std::string> laidOut(const Manifest& manifest, const std::optional
   try
   {
     std::string result = source::apply(document, source::formatting(document, step));
-    vesk::edit::Manifest read;
     vesk::LoadError ignored;
-    if (vesk::edit::readManifest(result, read, ignored) &&
-        vesk::AnyConstReference(read) == vesk::AnyConstReference(manifest.fields))
+    const std::optional<vesk::edit::Manifest> read = vesk::edit::readManifest(result, ignored);
+    if (read && vesk::AnyConstReference(*read) == vesk::AnyConstReference(manifest.fields))
     {
       return result;
     }
