@@ -37,7 +37,7 @@ ExitCode rewriteInPlace(const std::string& file, const Rewrite& rewrite, std::os
   const auto work = [&](const std::string& bytes) -> std::optional<std::string>
   {
     const std::optional<Manifest> manifest = parse(file, bytes, complaints);
-    const auto rewritten = manifest ? rewrite(*manifest, complaints) : std::nullopt;
+    auto rewritten = manifest ? rewrite(*manifest, complaints) : std::nullopt;
     code = !manifest ? FileTrouble : !rewritten ? NegativeResult : Done;
     return rewritten;
   };
