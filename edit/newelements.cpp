@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <edit/changes.hpp>
 #include <edit/entries.hpp>
 #include <edit/failing.hpp>
 #include <edit/newelements.hpp>
@@ -50,8 +49,8 @@ void requireKnown(const std::string& name, const Element& holder)
   }
   if (std::find(names.begin(), names.end(), name) == names.end())
   {
-    throw Refusal(holder.field.name + ": \"" + name + "\" is unknown; there are " +
-                  choiceInsteadOf(name, names));
+    throw UnwritableText(name,
+                         '"' + name + "\" is unknown; there are " + choiceInsteadOf(name, names));
   }
 }
 
@@ -134,7 +133,20 @@ NewElement newEntry(const Element& holder, const std::string& key, const AnyCons
 
 std::string asText(const AnyConstReference& value)
 {
-  return value.is<bool>() ? (value.as<bool>() ? "true" : "false") : value.as<std::string>();
+  if (value.is<bool>())
+  {
+    return value.as<bool>() ? "true" : "false";
+  }
+  const auto& text = value.as<std::string>();
+  try
+  {
+    source::requireXmlCharacters(text);
+  }
+  catch (const std::invalid_argument& fault)
+  {
+    throw UnwritableText(text, fault.what());
+  }
+  return text;
 }
 
 } // namespace vesk::edit

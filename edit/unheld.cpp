@@ -65,6 +65,52 @@ const std::string* repeatedIn(const AnyConstReference& list)
   }
   return nullptr;
 }
+/// Extends a path to the text within a value; false when it is not there.
+bool extend(FieldPath& path, const AnyConstReference& value, const std::string& text)
+{
+  if (!value.isValid())
+  {
+    return false;
+  }
+  std::vector<std::pair<FieldStep, AnyConstReference>> parts;
+  switch (value.type()->kind())
+  {
+  case TypeKind::String:
+    return value.as<std::string>() == text;
+  case TypeKind::Struct:
+    for (const std::string& name : value.memberNames())
+    {
+      parts.emplace_back(friendlyName(*value.type(), name), value.member(name));
+    }
+    break;
+  case TypeKind::List:
+    for (const AnyConstReference& element : value.elements())
+    {
+      parts.emplace_back(parts.size(), element);
+    }
+    break;
+  case TypeKind::Map:
+    for (const auto& [key, entry] : value.entries())
+    {
+      parts.emplace_back(key.as<std::string>(), entry);
+    }
+    break;
+  case TypeKind::Dynamic:
+    return extend(path, value.as<AnyValue>(), text);
+  default:
+    return false;
+  }
+  for (const auto& [step, part] : parts)
+  {
+    path.push_back(step);
+    if (step == FieldStep(text) || extend(path, part, text))
+    {
+      return true;
+    }
+    path.pop_back();
+  }
+  return false;
+}
 } // namespace
 
 std::string whyUnheld(const Manifest& wanted, const Difference& difference)
@@ -87,6 +133,21 @@ std::string whyUnheld(const Manifest& wanted, const Difference& difference)
          (difference.after.value.isValid()
               ? "it would be read as " + toJson(difference.after.value, -1, friendlyName)
               : "it would be left out");
+}
+
+FieldPath pathTo(const std::string& text, const Manifest& before, const Manifest& after)
+{
+  for (const Difference& difference :
+       differences(AnyConstReference(before), AnyConstReference(after)))
+  {
+    FieldPath path = difference.after.path;
+    const bool isKey = !path.empty() && path.back() == FieldStep(text);
+    if (isKey || extend(path, difference.after.value, text))
+    {
+      return path;
+    }
+  }
+  return {};
 }
 
 } // namespace vesk::edit
