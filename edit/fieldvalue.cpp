@@ -39,12 +39,6 @@ std::string kindName(const AnyConstReference& value)
   return "a " + value.type()->name();
 }
 
-template <typename Interface>
-const Interface& describedAs(const AnyConstReference& value)
-{
-  return *static_cast<const Interface*>(value.type());
-}
-
 /// What an AnyValue holds, nothing when it is empty; any other value itself.
 template <typename View>
 View lookThrough(View value)

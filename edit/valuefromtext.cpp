@@ -11,12 +11,6 @@ namespace
 {
 using Json = nlohmann::json; // ordered_json would search all members to find one
 
-template <typename Interface>
-const Interface& describedAs(const AnyReference& value)
-{
-  return *static_cast<const Interface*>(value.type());
-}
-
 bool isNumber(const TypeInterface& type)
 {
   return type.kind() == TypeKind::Integer || type.kind() == TypeKind::Float;
