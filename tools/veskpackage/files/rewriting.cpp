@@ -25,9 +25,10 @@ std::string inUtf8(const std::string& bytes)
   return !decoded.isKnown || decoded.faultyByte ? bytes : decoded.text;
 }
 
-bool areOneFile(const std::string& left, const std::string& right)
+bool isOutput(const std::string& file, const std::string& output)
 {
-  return QFileInfo(QString::fromStdString(left)) == QFileInfo(QString::fromStdString(right));
+  return output != "-" && // standard output, also where a file is called so
+         QFileInfo(QString::fromStdString(file)) == QFileInfo(QString::fromStdString(output));
 }
 
 ExitCode rewriteInPlace(const std::string& file, const Rewrite& rewrite, std::ostream& out,
@@ -75,7 +76,7 @@ ExitCode rewriteManifests(const Inputs& inputs, const Target& target, const Rewr
                      [&](const std::string& file, std::ostream& out, std::ostream& complaints)
                      {
                        const bool isInPlace = file != "-" && !target.isShownOnly &&
-                                              (target.isInPlace || areOneFile(file, target.output));
+                                              (target.isInPlace || isOutput(file, target.output));
                        return isInPlace ? rewriteInPlace(file, rewrite, out, complaints)
                                         : rewriteElsewhere(file, target, rewrite, ifDifferent, out,
                                                            complaints);
