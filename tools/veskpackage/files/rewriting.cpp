@@ -31,8 +31,7 @@ bool isOutput(const std::string& file, const std::string& output)
          QFileInfo(QString::fromStdString(file)) == QFileInfo(QString::fromStdString(output));
 }
 
-ExitCode rewriteInPlace(const std::string& file, const Rewrite& rewrite, std::ostream& out,
-                        std::ostream& complaints)
+ExitCode rewriteInPlace(const std::string& file, const Rewrite& rewrite, std::ostream& complaints)
 {
   ExitCode code = Done;
   const auto work = [&](const std::string& bytes) -> std::optional<std::string>
@@ -42,7 +41,7 @@ ExitCode rewriteInPlace(const std::string& file, const Rewrite& rewrite, std::os
     code = !manifest ? FileTrouble : !rewritten ? NegativeResult : Done;
     return rewritten;
   };
-  const ExitCode written = updateFile(file, out, complaints, work);
+  const ExitCode written = updateFile(file, complaints, work);
   return std::max(code, written);
 }
 
@@ -77,7 +76,7 @@ ExitCode rewriteManifests(const Inputs& inputs, const Target& target, const Rewr
                      {
                        const bool isInPlace = file != "-" && !target.isShownOnly &&
                                               (target.isInPlace || isOutput(file, target.output));
-                       return isInPlace ? rewriteInPlace(file, rewrite, out, complaints)
+                       return isInPlace ? rewriteInPlace(file, rewrite, complaints)
                                         : rewriteElsewhere(file, target, rewrite, ifDifferent, out,
                                                            complaints);
                      });
