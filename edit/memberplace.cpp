@@ -11,8 +11,8 @@ format::Place placeOfMember(const TypeInterface& record, const std::string& memb
   {
     return format::placeOf(record.name(), member);
   }
-  return format::placeOf(
-      member == "web" ? "::vesk::PackageInfo2" : typeOf<PackageInfo>()->name(), member);
+  return format::placeOf(member == "web" ? "::vesk::PackageInfo2" : typeOf<PackageInfo>()->name(),
+                         member);
 }
 
 } // namespace vesk::edit

@@ -40,8 +40,7 @@ TEST(Update, IsDoneByFortyProcessesAtOnce)
     expected.insert(std::to_string(i));
     if (fork() == 0)
     {
-      _exit(updateFile(file, std::cerr,
-                       [&](const std::string& bytes) { return bytes + line; }));
+      _exit(updateFile(file, std::cerr, [&](const std::string& bytes) { return bytes + line; }));
     }
   }
   for (int status = 0; wait(&status) > 0;)
