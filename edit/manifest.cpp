@@ -5,6 +5,8 @@
 
 #include <QBuffer>
 
+#include <algorithm>
+
 namespace vesk
 {
 namespace edit
@@ -65,15 +67,37 @@ void setField(Manifest& manifest, const FieldPath& path, const std::string& text
   }
 }
 
-void unsetField(Manifest& manifest, const FieldPath& path)
+void unsetFields(Manifest& manifest, const std::vector<FieldPath>& paths)
 {
-  const std::vector<FieldPath> parts = expanded(AnyConstReference(manifest), path);
-  for (auto part = parts.rbegin(); part != parts.rend(); ++part) // indexes stay as they are so
+  std::vector<FieldPath> parts;
+  for (const FieldPath& path : paths)
   {
-    if (!unsetAt(AnyReference(manifest), *part) && *part == path)
+    const bool isOne = std::find(path.begin(), path.end(), FieldStep(EveryElement())) == path.end();
+    if (isOne)
     {
-      valueAt(AnyConstReference(manifest), path); // says what there is instead
+      valueAt(AnyConstReference(manifest), path); // or says what there is instead
+      parts.push_back(path);
+      continue;
     }
+    // All elements of a list go at once.
+    const bool isWhole = std::holds_alternative<EveryElement>(path.back());
+    FieldPath way = path;
+    way.resize(path.size() - (isWhole ? 1 : 0));
+    for (FieldPath& part : expanded(AnyConstReference(manifest), way))
+    {
+      parts.push_back(std::move(part));
+      if (isWhole)
+      {
+        parts.back().push_back(EveryElement());
+      }
+    }
+  }
+  // From the back to the front, so that indexes stay what they are until it is their turn.
+  std::sort(parts.rbegin(), parts.rend());
+  parts.erase(std::unique(parts.begin(), parts.end()), parts.end());
+  for (const FieldPath& part : parts)
+  {
+    unsetAt(AnyReference(manifest), part);
   }
 }
 

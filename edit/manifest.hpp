@@ -11,6 +11,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace vesk
 {
@@ -36,9 +37,10 @@ VESKPACKAGE_EDIT_EXPORT std::optional<Manifest> readManifest(const std::string& 
 VESKPACKAGE_EDIT_EXPORT void setField(Manifest& manifest, const FieldPath& path,
                                       const std::string& text);
 
-/// Unsets each part that \p path stands for, as unsetAt() does. Throws FieldError, also where it stands
-/// for one part only, and that is not there.
-VESKPACKAGE_EDIT_EXPORT void unsetField(Manifest& manifest, const FieldPath& path);
+/// Unsets all parts that the paths stand for, as unsetAt() does; indexes are those before anything is
+/// removed. Throws FieldError, also where a path that stands for one part only leads to none; then some
+/// parts may be unset.
+VESKPACKAGE_EDIT_EXPORT void unsetFields(Manifest& manifest, const std::vector<FieldPath>& paths);
 
 } // namespace edit
 

@@ -3,6 +3,7 @@
 #include <edit/fieldstep.hpp>
 #include <edit/fieldvalue.hpp>
 #include <edit/json.hpp>
+#include <edit/memberplace.hpp>
 #include <edit/membername.hpp>
 #include <edit/unheld.hpp>
 
@@ -43,10 +44,7 @@ HeldMember innermostMember(const Manifest& manifest, const FieldPath& path)
     {
       const auto& type = *static_cast<const StructTypeInterface*>(whole.type());
       const std::string name = type.memberNames()[memberIndex(type, path, depth)];
-      const std::string record = !whole.is<Manifest>() ? type.name()
-                                 : name == "web"       ? "::vesk::PackageInfo2"
-                                                       : typeOf<PackageInfo>()->name();
-      member = {way, value, format::placeOf(record, name)};
+      member = {way, value, placeOfMember(type, name)};
     }
   }
   return member;

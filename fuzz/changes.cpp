@@ -42,7 +42,7 @@ void changePart(Manifest& manifest, const FieldPath& path, Choice& choice)
       "en_US",  "canSitDown", "\t x \n", "\x01"};
   if (choice.below(3) == 0)
   {
-    unsetField(manifest, path);
+    unsetFields(manifest, {path});
     return;
   }
   const AnyReference part = partAt(manifest, path);
