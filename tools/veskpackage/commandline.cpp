@@ -21,12 +21,20 @@ const std::map<std::string, Format> formats{
 /// What is wrong with the name of a file.
 std::string faultIn(const std::string& name) { return name.empty() ? "the name is empty" : ""; }
 
-void addInputs(CLI::App& verb, Inputs& inputs, const std::string& what)
+/// \p name is what the arguments are called, FILE and what may come behind.
+void addInputs(CLI::App& verb, Inputs& inputs, const std::string& what,
+               const std::string& name = "FILE")
 {
-  verb.add_option("FILE", inputs.files,
+  // Whatever it is given, it expects more. Else the parser would take [a,b] for a list, and ask others
+  // for what stands behind --.
+  constexpr int most = CLI::detail::expected_max_vector_size;
+  verb.add_option(name, inputs.files,
                   what + "; folders are searched for them (files called manifest.xml, and others "
                          "in .xml whose root is package)")
-      ->check(faultIn);
+      ->check(faultIn)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+      ->expected(most, most)
+      ->allow_extra_args(false);
   verb.add_option("--files-from", inputs.filesFrom,
                   "Read further files from LIST, a path a line; - is standard input")
       ->option_text("LIST");
