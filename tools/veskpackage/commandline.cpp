@@ -65,25 +65,32 @@ CLI::Option* addOutput(CLI::App& verb, Target& target, const std::string& instea
       ->option_text("FILE");
 }
 
+/// \p note is what else there is to say about it.
+void addInPlace(CLI::App& verb, Target& target, const std::string& note)
+{
+  verb.add_flag("-i,--in-place", target.isInPlace,
+                "Write over the file itself, whole or not at all; its mode is kept" + note)
+      ->excludes("--output");
+}
+
 void addTarget(CLI::App& verb, Target& target)
 {
-  CLI::Option* const output = addOutput(verb, target, "standard output");
-  verb.add_flag("-i,--in-place", target.isInPlace,
-                "Write over the file itself, whole or not at all; its mode is kept")
-      ->excludes(output);
+  addOutput(verb, target, "standard output");
+  addInPlace(verb, target, "");
 }
 
 void addDryRun(CLI::App& verb, Target& target)
 {
   verb.add_flag("--dry-run", target.isShownOnly,
                 "Write nothing; print as a unified difference what would change")
-      ->excludes("--output");
+      ->excludes("--output", "--in-place");
 }
 
 /// For verbs that write over the files unless they are told otherwise.
 void addTargetInPlace(CLI::App& verb, Target& target)
 {
   addOutput(verb, target, "over the file itself");
+  addInPlace(verb, target, "; so it is anyway without --output");
   addDryRun(verb, target);
 }
 
