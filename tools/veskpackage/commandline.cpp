@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
+#include <system_error>
 #include <thread>
 #include <unistd.h>
 
@@ -154,8 +156,14 @@ void takeAssignments(Inputs& inputs, std::vector<std::string>& assignments)
 void requireOneOutput(const Inputs& inputs, const Target& target)
 {
   requireFiles(inputs);
-  require(target.isInPlace || target.isShownOnly || !inputs.areMany(),
-          "several files need --in-place");
+  const bool isOne = target.isInPlace || target.isShownOnly || !inputs.areMany();
+  for (const std::string& file : inputs.files) // one that is none was meant as a field
+  {
+    std::error_code unknown;
+    require(isOne || file == "-" || std::filesystem::exists(file, unknown),
+            "there is no file " + file);
+  }
+  require(isOne, "several files need --in-place");
 }
 
 /// For verbs that write over the files unless they are told otherwise.
