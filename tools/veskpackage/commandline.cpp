@@ -34,6 +34,7 @@ void addInputs(CLI::App& verb, Inputs& inputs, const std::string& what,
                   what + "; folders are searched for them (files called manifest.xml, and others "
                          "in .xml whose root is package)")
       ->check(faultIn)
+      ->option_text("...")
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
       ->expected(most, most)
       ->allow_extra_args(false);
@@ -301,10 +302,11 @@ void CommandLine::addCheck()
 
 void CommandLine::addGet()
 {
-  CLI::App* const verb = app.add_subcommand("get", "Print fields of manifests: FILE... FIELD...");
+  CLI::App* const verb = app.add_subcommand("get", "Print fields of manifests");
   addInputs(*verb, getOptions.inputs,
             "Manifests, and behind them fields, as in version, 'behaviors[0].path' or "
-            "'behaviors[*].path'; what exists, contains a / or ends in .xml is a manifest");
+            "'behaviors[*].path'; what exists, contains a / or ends in .xml is a manifest",
+            "FILE... FIELD");
   addFormat(*verb, getOptions.format, false,
             "text (texts as they are, anything else as json; the default), or json (file, "
             "field and value, a line each)");
@@ -319,11 +321,12 @@ void CommandLine::addGet()
 
 void CommandLine::addSet()
 {
-  CLI::App* const verb = app.add_subcommand(
-      "set", "Change fields of manifests, in their files: FILE... FIELD=VALUE...");
+  CLI::App* const verb =
+      app.add_subcommand("set", "Change fields of manifests, and write over the files");
   addInputs(*verb, setOptions.inputs,
             "Manifests, and FIELD=VALUE any number of times behind them; the name of a manifest "
-            "with a = starts with ./, ../ or /");
+            "with a = starts with ./, ../ or /",
+            "FILE... FIELD=VALUE");
   addTargetInPlace(*verb, setOptions.target);
   addExample(*verb, "veskpackage set manifest.xml version=1.3 names.fr_FR=Bonjour");
   verb->callback(
@@ -338,11 +341,12 @@ void CommandLine::addSet()
 void CommandLine::addUnset()
 {
   CLI::App* const verb =
-      app.add_subcommand("unset", "Remove fields of manifests, in their files: FILE... FIELD...");
+      app.add_subcommand("unset", "Remove fields of manifests, and write over the files");
   addInputs(
       *verb, unsetOptions.inputs,
       "Manifests, and behind them fields: a text, an entry of a map, an element of a list, or "
-      "a whole map or list");
+      "a whole map or list",
+      "FILE... FIELD");
   addTargetInPlace(*verb, unsetOptions.target);
   addExample(*verb, "veskpackage unset manifest.xml author 'behaviors[*].names.fr_FR'");
   verb->callback(
@@ -357,7 +361,8 @@ void CommandLine::addUnset()
 void CommandLine::addFmt()
 {
   CLI::App* const verb = app.add_subcommand(
-      "fmt", "Lay manifests out: lines, indentation, blanks and quotes, and nothing else");
+      "fmt", "Lay manifests out: lines, indentation, blanks and quotes, and nothing else; prints "
+             "them unless told otherwise");
   addInputs(*verb, fmtOptions.inputs, "Manifests to read");
   addTarget(*verb, fmtOptions.target);
   verb->add_flag("--check", fmtOptions.target.isShownOnly,
@@ -393,7 +398,7 @@ void CommandLine::addTrim()
 {
   CLI::App* const verb = app.add_subcommand(
       "trim", "Strip manifests down to names and descriptions in their description languages, and "
-              "to tags and sentences in their supported ones");
+              "to tags and sentences in their supported ones; prints them unless told otherwise");
   addInputs(*verb, trimOptions.inputs, "Manifests to read");
   addTarget(*verb, trimOptions.target);
   addDryRun(*verb, trimOptions.target);
