@@ -39,6 +39,19 @@ NewElement elementWith(const Element& element, const AnyConstReference& record)
   return made;
 }
 
+const std::string& writable(const std::string& text)
+{
+  try
+  {
+    source::requireXmlCharacters(text);
+  }
+  catch (const std::invalid_argument& fault)
+  {
+    throw UnwritableText(text, fault.what());
+  }
+  return text;
+}
+
 /// Readers know no other elements than those in the format.
 void requireKnown(const std::string& name, const Element& holder)
 {
@@ -121,7 +134,7 @@ NewElement newEntry(const Element& holder, const std::string& key, const AnyCons
   NewElement entry{format.name, {}, "", {}, format.isCdata};
   for (const format::Attribute& attribute : format.attributes)
   {
-    const std::string text = attribute.role == Role::Key ? key : asText(value);
+    const std::string text = attribute.role == Role::Key ? writable(key) : asText(value);
     if (!text.empty() || attribute.written == Written::Always)
     {
       entry.attributes.emplace_back(attribute.name, text);
@@ -137,16 +150,7 @@ std::string asText(const AnyConstReference& value)
   {
     return value.as<bool>() ? "true" : "false";
   }
-  const auto& text = value.as<std::string>();
-  try
-  {
-    source::requireXmlCharacters(text);
-  }
-  catch (const std::invalid_argument& fault)
-  {
-    throw UnwritableText(text, fault.what());
-  }
-  return text;
+  return writable(value.as<std::string>());
 }
 
 } // namespace vesk::edit
