@@ -3,8 +3,8 @@
 #include <edit/fieldstep.hpp>
 #include <edit/fieldvalue.hpp>
 #include <edit/json.hpp>
-#include <edit/memberplace.hpp>
 #include <edit/membername.hpp>
+#include <edit/memberplace.hpp>
 #include <edit/unheld.hpp>
 
 #include <set>
