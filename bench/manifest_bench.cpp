@@ -4,6 +4,7 @@
 #include "samplepackage.hpp"
 
 #include <check/manifestcheck.hpp>
+#include <edit/changes.hpp>
 #include <package/manifest2/loadmanifest.hpp>
 #include <source/document.hpp>
 
@@ -96,6 +97,21 @@ void check(benchmark::State& state)
   }
 }
 
+/// From a file's bytes to its changed bytes, as the tool does it.
+void setField(benchmark::State& state)
+{
+  const ManifestFile manifest(state);
+  while (state.KeepRunning())
+  {
+    const std::string bytes = contentOf(manifest.path);
+    vesk::LoadError error;
+    const auto before = vesk::edit::readManifest(bytes, error).value();
+    vesk::edit::Manifest after = before;
+    setField(after, {"version"}, "2.0");
+    benchmark::DoNotOptimize(changed(bytes, before, after));
+  }
+}
+
 void saveStringToolkit(benchmark::State& state)
 {
   const ManifestFile manifest(state);
@@ -147,6 +163,7 @@ BENCHMARK(parseSource)->Apply(behaviorCounts);
 BENCHMARK(loadFile)->Apply(behaviorCounts);
 BENCHMARK(loadSections)->Apply(behaviorCounts);
 BENCHMARK(check)->Apply(behaviorCounts);
+BENCHMARK(setField)->Apply(behaviorCounts);
 BENCHMARK(saveStringToolkit)->Apply(behaviorCounts);
 BENCHMARK(saveString)->Apply(behaviorCounts);
 BENCHMARK(saveFileToolkit)->Apply(behaviorCounts);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <edit/changes.hpp>
-#include <edit/difference.hpp>
+#include <edit/newelements.hpp>
 #include <edit/textchange.hpp>
 #include <edit/unheld.hpp>
 #include <source/document.hpp>
@@ -37,21 +37,46 @@ bool isEmptyEntry(const Difference& difference)
   return isEmpty(read);
 }
 
+[[noreturn]] void refuseStaying(const TextChange::StayingEntry& entry,
+                                const source::Document& document)
+{
+  using source::Kind;
+  const Kind kind = entry.node->kind();
+  const std::string what = kind == Kind::Comment       ? "comment"
+                           : kind == Kind::Instruction ? "instruction"
+                                                       : "text";
+  throw Refusal(entry.field + ": readers take this " + what +
+                    " for an empty entry; keep that entry, or remove the " + what + " by hand",
+                source::Lines(document.text()).placeOf(entry.node->range().begin));
+}
+
+std::string applied(TextChange& change)
+{
+  try
+  {
+    return change.apply();
+  }
+  catch (const std::runtime_error& error) // of an encoding that does not give back its bytes
+  {
+    throw Refusal(error.what());
+  }
+}
+
 /// Throws unless the text is read as wanted.
 void prove(const std::string& bytes, const Manifest& wanted, bool mayHaveEmptyEntries)
 {
-  Manifest read;
   LoadError error;
-  if (!readManifest(bytes, read, error))
+  const std::optional<Manifest> read = readManifest(bytes, error);
+  if (!read)
   {
     throw Refusal("the changed text would not be read: " + error.message);
   }
-  if (AnyConstReference(read) == AnyConstReference(wanted))
+  if (AnyConstReference(*read) == AnyConstReference(wanted))
   {
     return;
   }
   for (const Difference& difference :
-       differences(AnyConstReference(wanted), AnyConstReference(read)))
+       differences(AnyConstReference(wanted), AnyConstReference(*read)))
   {
     if (!isNothing(difference) && !(mayHaveEmptyEntries && isEmptyEntry(difference)))
     {
@@ -77,19 +102,18 @@ std::string changed(const std::string& bytes, const Manifest& before, const Mani
   try
   {
     change.change(before, after);
-    const Nodes& staying = change.stayingEntries();
+    const auto& staying = change.stayingEntries();
     if (!staying.empty() && comments == CommentEntries::Refuse)
     {
-      throw Refusal("what stands here is read as an empty entry, and stays",
-                    source::Lines(document.text()).placeOf(staying.front()->range().begin));
+      refuseStaying(staying.front(), document);
     }
-    std::string result = change.apply();
+    std::string result = applied(change);
     prove(result, after, !staying.empty());
     return result;
   }
-  catch (const std::invalid_argument& error) // a character that XML has not
+  catch (const UnwritableText& fault)
   {
-    throw Refusal(error.what());
+    throw Refusal(toText(pathTo(fault.text, before, after)) + ": " + fault.what());
   }
 }
 

@@ -2,6 +2,7 @@
 #include <edit/fieldlist.hpp>
 #include <edit/manifest.hpp>
 #include <edit/membername.hpp>
+#include <edit/memberplace.hpp>
 #include <format/format.hpp>
 #include <package/manifest2/webinfo.hpp>
 
@@ -62,21 +63,6 @@ std::string textOf(const Place& place)
     break;
   }
   return path;
-}
-
-Place placeOf(const TypeInterface& record, const std::string& member)
-{
-  std::vector<std::string> records{record.name()};
-  if (&record == typeOf<Manifest>())
-  {
-    records = {typeOf<PackageInfo>()->name(), "::vesk::PackageInfo2"};
-  }
-  Place place;
-  for (const std::string& name : records)
-  {
-    place = place.element == nullptr ? format::placeOf(name, member) : place;
-  }
-  return place;
 }
 
 /// What the keys of a map are: "language".
@@ -157,7 +143,7 @@ void addMembers(const StructTypeInterface& record, const std::string& start,
     {
       type = typeOf<WebInfo>();
     }
-    const Place place = placeOf(record, name);
+    const Place place = placeOfMember(record, name);
     ListedField field{start + friendlyName(record, name), {}, textOf(place), {}, {}};
     field.type = typeText(*type, place);
     if (place.element != nullptr)

@@ -29,6 +29,7 @@ struct EveryElement
 {
   friend bool operator==(EveryElement, EveryElement) { return true; }
   friend bool operator!=(EveryElement, EveryElement) { return false; }
+  friend bool operator<(EveryElement, EveryElement) { return false; }
 };
 
 /// The name of a struct's member, the key of a map's entry, the index of a list's element, from 0,

@@ -11,6 +11,13 @@
 namespace vesk::edit
 {
 
+/// The description of a value whose kind is known.
+template <typename Interface>
+const Interface& describedAs(const AnyConstReference& value)
+{
+  return *static_cast<const Interface*>(value.type());
+}
+
 /// The name by which a path knows a map's entry: a text as it is, any other key as JSON.
 std::string keyName(const AnyConstReference& key);
 

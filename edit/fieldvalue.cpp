@@ -39,12 +39,6 @@ std::string kindName(const AnyConstReference& value)
   return "a " + value.type()->name();
 }
 
-template <typename Interface>
-const Interface& describedAs(const AnyConstReference& value)
-{
-  return *static_cast<const Interface*>(value.type());
-}
-
 /// What an AnyValue holds, nothing when it is empty; any other value itself.
 template <typename View>
 View lookThrough(View value)
@@ -120,6 +114,12 @@ AnyConstReference partThereOf(const AnyConstReference& whole, const FieldPath& p
   return part;
 }
 
+[[noreturn]] void failWithoutElements(const AnyConstReference& value, const FieldPath& path,
+                                      std::size_t depth)
+{
+  failAt(path, placeAt(path, depth) + " is " + kindName(value) + " and has no elements");
+}
+
 /// All elements or entries of what the steps before a depth lead to, and the step to each.
 std::vector<std::pair<FieldStep, AnyConstReference>>
 everyPartOf(const AnyConstReference& whole, const FieldPath& path, std::size_t depth)
@@ -143,7 +143,7 @@ everyPartOf(const AnyConstReference& whole, const FieldPath& path, std::size_t d
   }
   else
   {
-    failAt(path, placeAt(path, depth) + " is " + kindName(value) + " and has no elements");
+    failWithoutElements(value, path, depth);
   }
   return parts;
 }
@@ -230,6 +230,17 @@ void setPart(const AnyReference& whole, const FieldPath& path, std::size_t depth
     addPart(held, path, depth, text);
   }
 }
+
+/// Empties the list or map, whose elements the last step stands for.
+void removeEvery(const AnyReference& whole, const FieldPath& path)
+{
+  const TypeKind kind = whole.isValid() ? whole.type()->kind() : TypeKind::Unknown;
+  if (kind != TypeKind::List && kind != TypeKind::Map)
+  {
+    failWithoutElements(whole, path, path.size() - 1);
+  }
+  whole.clear();
+}
 } // namespace
 
 AnyConstReference valueAt(const AnyConstReference& root, const FieldPath& path)
@@ -269,9 +280,11 @@ void setAt(const AnyReference& root, const FieldPath& path, const std::string& t
 
 bool unsetAt(const AnyReference& root, const FieldPath& path)
 {
+  const bool isEvery = !path.empty() && std::holds_alternative<EveryElement>(path.back());
+  const std::size_t end = path.size() - (isEvery ? 1 : 0);
   AnyReference whole = root;
   AnyReference part = root;
-  for (std::size_t depth = 0; depth < path.size(); ++depth)
+  for (std::size_t depth = 0; depth < end; ++depth)
   {
     whole = lookThrough(part);
     part = partOf(whole, path, depth);
@@ -280,7 +293,11 @@ bool unsetAt(const AnyReference& root, const FieldPath& path)
       return false;
     }
   }
-  if (part.is<AnyValue>())
+  if (isEvery)
+  {
+    removeEvery(lookThrough(part), path);
+  }
+  else if (part.is<AnyValue>())
   {
     part.as<AnyValue>().reset();
   }

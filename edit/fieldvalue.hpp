@@ -50,9 +50,11 @@ VESKPACKAGE_EDIT_EXPORT void setAt(const AnyReference& root, const FieldPath& pa
                                    const std::string& text);
 
 /// Gives a struct's member the default of its type, such as an empty text, and removes an element of
-/// a list or an entry of a map; false when there is no such element or entry. Throws FieldError, and
-/// has changed nothing then, where the path can lead to nothing, and for a path with a step to every
-/// element.
+/// a list or an entry of a map, or all of them where the last step is to every element; that takes
+/// time in proportion to the elements. False when there is no such element or entry, or none that the
+/// steps in front of the last lead through; a list or map that is empty already is none of these.
+/// Throws FieldError, and has changed nothing then, where the path can lead to nothing, and for a path
+/// with another step to every element.
 VESKPACKAGE_EDIT_EXPORT bool unsetAt(const AnyReference& root, const FieldPath& path);
 
 /// \}

@@ -5,6 +5,8 @@
 
 #include <QBuffer>
 
+#include <algorithm>
+
 namespace vesk
 {
 namespace edit
@@ -38,48 +40,65 @@ private:
 };
 } // namespace
 
-bool readManifest(const std::string& bytes, Manifest& manifest, LoadError& error)
+std::optional<Manifest> readManifest(const std::string& bytes, LoadError& error)
 {
   QBuffer device;
   device.setData(QByteArray::fromRawData(bytes.data(), static_cast<int>(bytes.size())));
   device.open(QIODevice::ReadOnly);
-  Manifest read;
+  std::optional<Manifest> manifest(std::in_place);
   PackageInfo2 sections;
-  if (!readManifestDevice(device, read.package, sections, error))
+  if (!readManifestDevice(device, manifest->package, sections, error))
   {
-    return false;
+    return std::nullopt;
   }
-  read.web = sections.contents()["web"];
-  manifest = std::move(read);
-  return true;
+  manifest->web = std::move(sections.contents()["web"]);
+  return manifest;
 }
 
 void setField(Manifest& manifest, const FieldPath& path, const std::string& text)
 {
-  Manifest changed = manifest;
-  if (path.front() == FieldStep("web") && !changed.web.isValid())
+  if (path.front() == FieldStep("web") && !manifest.web.isValid())
   {
-    changed.web = WebInfo();
+    manifest.web = WebInfo();
   }
-  for (const FieldPath& part : expanded(AnyConstReference(changed), path))
+  for (const FieldPath& part : expanded(AnyConstReference(manifest), path))
   {
-    setAt(AnyReference(changed), part, text);
+    setAt(AnyReference(manifest), part, text);
   }
-  manifest = std::move(changed);
 }
 
-void unsetField(Manifest& manifest, const FieldPath& path)
+void unsetFields(Manifest& manifest, const std::vector<FieldPath>& paths)
 {
-  Manifest changed = manifest;
-  std::vector<FieldPath> parts = expanded(AnyConstReference(changed), path);
-  for (auto part = parts.rbegin(); part != parts.rend(); ++part) // indexes stay as they are so
+  std::vector<FieldPath> parts;
+  for (const FieldPath& path : paths)
   {
-    if (!unsetAt(AnyReference(changed), *part) && *part == path)
+    const bool isOne = std::find(path.begin(), path.end(), FieldStep(EveryElement())) == path.end();
+    if (isOne)
     {
-      valueAt(AnyConstReference(changed), path); // says what there is instead
+      valueAt(AnyConstReference(manifest), path); // or says what there is instead
+      parts.push_back(path);
+      continue;
+    }
+    // All elements of a list go at once.
+    const bool isWhole = std::holds_alternative<EveryElement>(path.back());
+    FieldPath way = path;
+    way.resize(path.size() - (isWhole ? 1 : 0));
+    for (FieldPath& part : expanded(AnyConstReference(manifest), way))
+    {
+      parts.push_back(std::move(part));
+      if (isWhole)
+      {
+        parts.back().push_back(EveryElement());
+      }
     }
   }
-  manifest = std::move(changed);
+  // From the back to the front, so that indexes stay what they are until it is their turn.
+  std::sort(parts.rbegin(), parts.rend());
+  parts.erase(std::unique(parts.begin(), parts.end()), parts.end());
+  for (const FieldPath& part : parts)
+  {
+    unsetAt(AnyReference(manifest), part);
+  }
 }
 
 } // namespace edit

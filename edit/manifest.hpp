@@ -9,7 +9,9 @@
 #include <vesk/anyvalue.hpp>
 #include <vesk/typesystem.hpp>
 
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace vesk
 {
@@ -25,20 +27,20 @@ struct Manifest
   AnyValue web; ///< a WebInfo, or nothing
 };
 
-/// Reads the bytes of a manifest file with both readers. On success replaces \p manifest and returns
-/// true; on failure fills \p error and returns false, and the manifest is unchanged. Nothing is
-/// logged.
-VESKPACKAGE_EDIT_EXPORT bool readManifest(const std::string& bytes, Manifest& manifest,
-                                          LoadError& error);
+/// Reads the bytes of a manifest file with both readers. On failure fills \p error and gives none.
+/// Nothing is logged.
+VESKPACKAGE_EDIT_EXPORT std::optional<Manifest> readManifest(const std::string& bytes,
+                                                             LoadError& error);
 
 /// Sets each part that \p path stands for, as setAt() does; a step to web content that is not there
-/// makes it. Throws FieldError, and has changed nothing then.
+/// makes it. Throws FieldError, and may have set some of the parts then.
 VESKPACKAGE_EDIT_EXPORT void setField(Manifest& manifest, const FieldPath& path,
                                       const std::string& text);
 
-/// Unsets each part that \p path stands for, as unsetAt() does. Throws FieldError, and has changed
-/// nothing then; also where it stands for one part only, and that is not there.
-VESKPACKAGE_EDIT_EXPORT void unsetField(Manifest& manifest, const FieldPath& path);
+/// Unsets all parts that the paths stand for, as unsetAt() does; indexes are those before anything is
+/// removed. Throws FieldError, also where a path that stands for one part only leads to none; then some
+/// parts may be unset.
+VESKPACKAGE_EDIT_EXPORT void unsetFields(Manifest& manifest, const std::vector<FieldPath>& paths);
 
 } // namespace edit
 

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <edit/changes.hpp>
 #include <edit/entries.hpp>
 #include <edit/failing.hpp>
 #include <edit/newelements.hpp>
@@ -40,6 +39,19 @@ NewElement elementWith(const Element& element, const AnyConstReference& record)
   return made;
 }
 
+const std::string& writable(const std::string& text)
+{
+  try
+  {
+    source::requireXmlCharacters(text);
+  }
+  catch (const std::invalid_argument& fault)
+  {
+    throw UnwritableText(text, fault.what());
+  }
+  return text;
+}
+
 /// Readers know no other elements than those in the format.
 void requireKnown(const std::string& name, const Element& holder)
 {
@@ -50,8 +62,8 @@ void requireKnown(const std::string& name, const Element& holder)
   }
   if (std::find(names.begin(), names.end(), name) == names.end())
   {
-    throw Refusal(holder.field.name + ": \"" + name + "\" is unknown; there are " +
-                  choiceInsteadOf(name, names));
+    throw UnwritableText(name,
+                         '"' + name + "\" is unknown; there are " + choiceInsteadOf(name, names));
   }
 }
 
@@ -122,7 +134,7 @@ NewElement newEntry(const Element& holder, const std::string& key, const AnyCons
   NewElement entry{format.name, {}, "", {}, format.isCdata};
   for (const format::Attribute& attribute : format.attributes)
   {
-    const std::string text = attribute.role == Role::Key ? key : asText(value);
+    const std::string text = attribute.role == Role::Key ? writable(key) : asText(value);
     if (!text.empty() || attribute.written == Written::Always)
     {
       entry.attributes.emplace_back(attribute.name, text);
@@ -134,7 +146,11 @@ NewElement newEntry(const Element& holder, const std::string& key, const AnyCons
 
 std::string asText(const AnyConstReference& value)
 {
-  return value.is<bool>() ? (value.as<bool>() ? "true" : "false") : value.as<std::string>();
+  if (value.is<bool>())
+  {
+    return value.as<bool>() ? "true" : "false";
+  }
+  return writable(value.as<std::string>());
 }
 
 } // namespace vesk::edit

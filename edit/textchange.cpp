@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <edit/json.hpp>
 #include <edit/newelements.hpp>
 #include <edit/pairing.hpp>
 #include <edit/textchange.hpp>
 
 #include <algorithm>
+#include <map>
+#include <unordered_map>
 
 namespace vesk::edit
 {
@@ -35,18 +38,13 @@ bool differ(const Element& element, const AnyConstReference& before, const AnyCo
                      });
 }
 
-const Node* previousElement(const Node& node)
+/// The first or last entry that is an element; null when there is none.
+template <typename Entries>
+const Node* firstElement(Entries begin, Entries end)
 {
-  const Node* previous = nullptr;
-  for (const Node& sibling : node.parent()->children())
-  {
-    if (&sibling == &node)
-    {
-      break;
-    }
-    previous = sibling.isElement() ? &sibling : previous;
-  }
-  return previous;
+  const auto found =
+      std::find_if(begin, end, [](const Entry& entry) { return entry.node->isElement(); });
+  return found == end ? nullptr : found->node;
 }
 
 /// A reference to an entity among the children of an element; null when there is none.
@@ -76,11 +74,6 @@ const Node* lastUpTo(const Node& host, const Element& parent, const Element& chi
   return nullptr;
 }
 
-std::size_t countOf(const EntriesByKey& entries, const std::string& key)
-{
-  const auto ofKey = entries.find(key);
-  return ofKey == entries.end() ? 0 : ofKey->second.size();
-}
 } // namespace
 
 void TextChange::change(const Manifest& before, const Manifest& after)
@@ -137,7 +130,11 @@ void TextChange::changeChild(const Nodes& hosts, const Element& parent, const El
   if (holders.empty())
   {
     refuseReferences(hosts);
-    insertInOrder(hosts, parent, child, newElements(child, after));
+    for (NewElement& made : newElements(child, after))
+    {
+      const Node* const host = hosts.back();
+      insertions.push_back({{host, lastUpTo(*host, parent, child)}, std::move(made)});
+    }
   }
   else if (isSection)
   {
@@ -159,7 +156,7 @@ void TextChange::changeSection(const Nodes& sections, const Element& element,
   changeRecord(sections, element, before, after);
   if (newElements(element, after).empty())
   {
-    removeEmptied(sections, element);
+    removeEmptied(sections, element, true);
   }
 }
 
@@ -191,62 +188,106 @@ void TextChange::changeEntries(const Nodes& hosts, const Element& parent, const 
   const EntriesByKey standing = entriesIn(hosts, element);
   ValuesByKey was = valuesIn(before);
   ValuesByKey is = valuesIn(after);
-  for (const auto& [key, values] : was)
+  for (const auto& ofKey : was)
   {
-    is[key]; // so that the keys of both are in it
-    if (values.size() != countOf(standing, key))
+    is[ofKey.first]; // so that the keys of both are in it
+  }
+  for (const auto& [key, values] : is)
+  {
+    if (was[key] == values)
+    {
+      continue;
+    }
+    const auto ofKey = standing.find(key);
+    const std::vector<Entry> entries =
+        ofKey == standing.end() ? std::vector<Entry>() : ofKey->second;
+    if (was[key].size() != entries.size())
     {
       refuseReferences(hosts);
       refuse("readers find other entries here than stand in the text", *hosts.back());
     }
-  }
-  // A new entry comes behind the one before it, in the order of keys, or in front of the first one.
-  const Node* previous = nullptr;
-  const Node* first = standing.empty() ? nullptr : standing.begin()->second.front().node;
-  for (const auto& [key, values] : is)
-  {
-    if (countOf(standing, key) != 0)
-    {
-      previous = nullptr;
-      first = standing.at(key).front().node;
-    }
-    for (const Pair& pair : pairsOf(was[key], values))
-    {
-      const Entry* const entry = pair.before ? &standing.at(key)[*pair.before] : nullptr;
-      if (entry != nullptr && pair.after)
-      {
-        changeEntry(*entry, element, key, was[key][*pair.before], values[*pair.after]);
-      }
-      else if (entry != nullptr)
-      {
-        removeEntry(*entry);
-      }
-      else if (previous != nullptr)
-      {
-        insert(*previous->parent(), previous, newEntry(element, key, values[*pair.after]));
-      }
-      else if (first != nullptr)
-      {
-        insert(*first->parent(), previousElement(*first),
-               newEntry(element, key, values[*pair.after]));
-      }
-      else if (isContainer(element))
-      {
-        insert(*hosts.back(), nullptr, newEntry(element, key, values[*pair.after]));
-      }
-      else
-      {
-        insertInOrder(hosts, parent, element, {newEntry(element, key, values[*pair.after])});
-      }
-      previous = entry != nullptr && !isGone(*entry->node) ? entry->node : previous;
-    }
+    changeEntriesOfKey(key, entries, element, was[key], values,
+                       placeOfFirst(hosts, parent, element, standing, key));
   }
   const bool isEmptied =
       std::all_of(is.begin(), is.end(), [](const auto& ofKey) { return ofKey.second.empty(); });
-  if (isContainer(element) && isEmptied && element.written != Written::Always)
+  if (isContainer(element) && element.written != Written::Always)
   {
-    removeEmptied(hosts, element);
+    removeEmptied(hosts, element, isEmptied);
   }
+}
+
+void TextChange::changeEntriesOfKey(const std::string& key, const std::vector<Entry>& entries,
+                                    const Element& holder,
+                                    const std::vector<AnyConstReference>& was,
+                                    const std::vector<AnyConstReference>& is, Place place)
+{
+  const std::vector<Pair> pairs = pairsOf(was, is);
+  std::map<std::string, const Node*> leaving; // records that may come elsewhere
+  for (const Pair& pair : pairs)
+  {
+    if (!pair.after && was[*pair.before].type()->kind() == TypeKind::Struct)
+    {
+      leaving[toJson(was[*pair.before], -1)] = entries[*pair.before].node;
+    }
+  }
+  for (const auto& [i, j] : pairs)
+  {
+    if (!i)
+    {
+      NewElement made = newEntry(holder, key, is[*j]);
+      const auto moved = leaving.empty() ? leaving.end() : leaving.find(toJson(is[*j], -1));
+      made.moved = moved == leaving.end() ? nullptr : moved->second;
+      insertions.push_back({place, std::move(made)});
+      continue;
+    }
+    const Entry& entry = entries[*i];
+    if (!j)
+    {
+      removeEntry(entry, holder);
+    }
+    else
+    {
+      changeEntry(entry, holder, key, was[*i], is[*j]);
+    }
+    if (entry.node->isElement())
+    {
+      place = {entry.node->parent(), entry.node};
+    }
+  }
+}
+
+TextChange::Place TextChange::placeOfFirst(const Nodes& hosts, const Element& parent,
+                                           const Element& element, const EntriesByKey& standing,
+                                           const std::string& key) const
+{
+  const auto inFrontOf = [](const Node& node) { return Place{node.parent(), &node, true}; };
+  const auto behind = [](const Node& node) { return Place{node.parent(), &node}; };
+  auto ofKey = standing.lower_bound(key);
+  if (ofKey != standing.end() && ofKey->first == key)
+  {
+    if (const Node* const first = firstElement(ofKey->second.begin(), ofKey->second.end()))
+    {
+      return inFrontOf(*first);
+    }
+  }
+  for (auto smaller = ofKey; smaller != standing.begin();)
+  {
+    --smaller;
+    if (const Node* const last = firstElement(smaller->second.rbegin(), smaller->second.rend()))
+    {
+      return behind(*last);
+    }
+  }
+  for (; ofKey != standing.end(); ++ofKey)
+  {
+    if (const Node* const first = firstElement(ofKey->second.begin(), ofKey->second.end()))
+    {
+      return inFrontOf(*first);
+    }
+  }
+  const Node* const host = hosts.back();
+  return {host, isContainer(element) ? nullptr : lastUpTo(*host, parent, element)};
 }
 
 void TextChange::changeEntry(const Entry& entry, const Element& holder, const std::string& key,
@@ -262,9 +303,9 @@ void TextChange::changeEntry(const Entry& entry, const Element& holder, const st
   {
     if (element.several != Several::LastOfKeyCounts)
     {
-      staying.push_back(entry.node);
+      staying.push_back({entry.node, holder.field.name});
     }
-    insert(*entry.node->parent(), entry.node, newEntry(holder, key, after));
+    insertions.push_back({{entry.node->parent(), entry.node}, newEntry(holder, key, after)});
     return;
   }
   if (element.several == Several::CountOnce)
@@ -278,7 +319,7 @@ void TextChange::changeEntry(const Entry& entry, const Element& holder, const st
   else if (holder.holds == Holds::Names)
   {
     removed.insert(entry.node);
-    insert(*entry.node->parent(), entry.node, newEntry(holder, key, after));
+    insertions.push_back({{entry.node->parent(), entry.node}, newEntry(holder, key, after)});
   }
   else if (value != nullptr)
   {
@@ -303,7 +344,7 @@ void TextChange::changeText(const Node& node, const AnyConstReference& value)
   editor.setText(node, asText(value));
 }
 
-void TextChange::removeEntry(const Entry& entry)
+void TextChange::removeEntry(const Entry& entry, const Element& holder)
 {
   Nodes all = entry.others;
   all.push_back(entry.node);
@@ -315,99 +356,112 @@ void TextChange::removeEntry(const Entry& entry)
     }
     else
     {
-      staying.push_back(node);
+      staying.push_back({node, holder.field.name});
     }
   }
 }
 
 /// Removes elements that hold nothing any more; where comments are in them that would be read as
-/// entries, only their tags, and where something else is, nothing.
-void TextChange::removeEmptied(const Nodes& containers, const Element& element)
+/// entries, only their tags, if no entry is left in any of them. Where something else is, nothing.
+void TextChange::removeEmptied(const Nodes& containers, const Element& element, bool isAll)
 {
   for (const Node* const container : containers)
   {
-    const auto children = container->children();
-    bool isEmpty = true;
-    for (const Node& child : children)
+    bool isEmpty = std::none_of(insertions.begin(), insertions.end(),
+                                [container](const Insertion& insertion)
+                                { return insertion.place.parent == container; });
+    bool isTouched = isAll;
+    for (const Node& child : container->children())
     {
       isEmpty = isEmpty && (isBlankText(child) || isGone(child));
+      isTouched = isTouched || isGone(child);
     }
-    if (isEmpty)
+    if (isEmpty && isTouched)
     {
       removed.insert(container);
     }
-    else if (element.holds == Holds::Entries)
+    else if (isAll && element.holds == Holds::Entries)
     {
       refuseReferences({container});
       unwrapped.insert(container);
       // Outside it stands for no entry.
       staying.erase(std::remove_if(staying.begin(), staying.end(),
-                                   [container](const Node* node)
-                                   { return node->parent() == container; }),
+                                   [container](const StayingEntry& entry)
+                                   { return entry.node->parent() == container; }),
                     staying.end());
     }
   }
 }
 
-void TextChange::insert(const Node& parent, const Node* after, NewElement element)
-{
-  insertions.push_back({&parent, after, std::move(element)});
-}
-
-void TextChange::insertInOrder(const Nodes& hosts, const Element& parent, const Element& child,
-                               std::vector<NewElement> elements)
-{
-  const Node& host = *hosts.back();
-  const Node* const after = lastUpTo(host, parent, child);
-  for (NewElement& element : elements)
-  {
-    insert(host, after, std::move(element));
-  }
-}
-
-/// A place to insert at is found before all is known that will be removed.
-const Node* TextChange::stayingBefore(const Node* node) const
-{
-  while (node != nullptr && isGone(*node))
-  {
-    node = previousElement(*node);
-  }
-  return node;
-}
-
 std::string TextChange::apply()
 {
-  const auto isWithinRemoved = [this](const Node& node)
-  {
-    const Node* outer = node.parent();
-    while (outer != nullptr && removed.count(outer) == 0)
-    {
-      outer = outer->parent();
-    }
-    return outer != nullptr;
-  };
+  applyRemovals();
+  applyInsertions();
+  return editor.apply();
+}
+
+void TextChange::applyRemovals()
+{
+  const Node* first = nullptr; // of neighbours that go together
+  const Node* last = nullptr;
   for (const Node* const node : removed)
   {
-    if (!isWithinRemoved(*node))
+    if (last != nullptr && node->range().begin < last->range().end)
     {
-      editor.remove(*node);
+      continue; // it goes with the one around it
     }
+    if (last != nullptr && node->parent() == last->parent() &&
+        document.text({last->range().end, node->range().begin}).find_first_not_of(" \t") ==
+            std::string_view::npos)
+    {
+      last = node;
+      continue;
+    }
+    if (first != nullptr)
+    {
+      editor.remove(*first, *last);
+    }
+    first = node;
+    last = node;
+  }
+  if (first != nullptr)
+  {
+    editor.remove(*first, *last);
   }
   for (const Node* const node : unwrapped)
   {
     editor.unwrap(*node);
   }
+}
+
+void TextChange::applyInsertions()
+{
+  // The element before each child that stays, of parents where one is asked for.
+  std::map<const Node*, std::unordered_map<const Node*, const Node*>> staysBefore;
+  const auto stayingBefore = [&](const Node* node)
+  {
+    auto& before = staysBefore[node->parent()];
+    const Node* last = nullptr;
+    for (const Node* child = before.empty() ? node->parent()->firstChild() : nullptr;
+         child != nullptr; child = child->next())
+    {
+      before[child] = last;
+      last = child->isElement() && !isGone(*child) ? child : last;
+    }
+    return before[node];
+  };
   std::map<std::pair<const Node*, const Node*>, std::vector<NewElement>> byPlace;
   for (Insertion& insertion : insertions)
   {
-    byPlace[{insertion.parent, stayingBefore(insertion.after)}].push_back(
-        std::move(insertion.element));
+    const auto& [parent, sibling, isBefore] = insertion.place;
+    const Node* const after =
+        sibling != nullptr && (isBefore || isGone(*sibling)) ? stayingBefore(sibling) : sibling;
+    byPlace[{parent, after}].push_back(std::move(insertion.element));
   }
   for (const auto& [place, elements] : byPlace)
   {
     editor.insert(*place.first, place.second, elements);
   }
-  return editor.apply();
 }
 
 void TextChange::refuse(const std::string& why, const Node& node) const

@@ -30,18 +30,37 @@ public:
   /// The bytes of the changed text.
   std::string apply();
 
-  /// Comments and the like that stay, though the entries that they stand for were to be removed or
-  /// changed.
-  const Nodes& stayingEntries() const { return staying; }
+  /// A comment or the like that stays, though the entry that it stands for was to be removed or changed.
+  struct StayingEntry
+  {
+    const source::Node* node;
+    std::string field;
+  };
+
+  /// All of these.
+  const std::vector<StayingEntry>& stayingEntries() const { return staying; }
 
 private:
-  /// An element that comes behind a child of a parent, or in front of all if that is null.
-  struct Insertion
+  /// Where an element is to come: beside a child of its parent, or in front of all if that is null.
+  struct Place
   {
     const source::Node* parent;
-    const source::Node* after;
+    const source::Node* sibling;
+    bool isBefore = false;
+  };
+  struct Insertion
+  {
+    Place place;
     source::NewElement element;
   };
+  struct ByPlace
+  {
+    bool operator()(const source::Node* left, const source::Node* right) const
+    {
+      return left->range().begin < right->range().begin;
+    }
+  };
+  using NodeSet = std::set<const source::Node*, ByPlace>;
 
   // All take the elements of the text that stand for an element of the format, which are several
   // where a section is repeated; of those that hold texts the last one counts.
@@ -58,32 +77,35 @@ private:
   void changeEntries(const Nodes& hosts, const format::Element& parent,
                      const format::Element& element, const AnyConstReference& before,
                      const AnyConstReference& after);
+  void changeEntriesOfKey(const std::string& key, const std::vector<Entry>& entries,
+                          const format::Element& holder, const std::vector<AnyConstReference>& was,
+                          const std::vector<AnyConstReference>& is, Place place);
   void changeEntry(const Entry& entry, const format::Element& holder, const std::string& key,
                    const AnyConstReference& before, const AnyConstReference& after);
   void changeText(const source::Node& node, const AnyConstReference& value);
 
-  void removeEntry(const Entry& entry);
-  void removeEmptied(const Nodes& containers, const format::Element& element);
-  void insert(const source::Node& parent, const source::Node* after, source::NewElement element);
-  /// Puts an element among the children of the last host, behind those that come before it in the
-  /// format.
-  void insertInOrder(const Nodes& hosts, const format::Element& parent,
-                     const format::Element& child, std::vector<source::NewElement> elements);
+  void removeEntry(const Entry& entry, const format::Element& holder);
+  void removeEmptied(const Nodes& containers, const format::Element& element, bool isAll);
+  /// Where a new entry comes that has none before it with the same key.
+  Place placeOfFirst(const Nodes& hosts, const format::Element& parent,
+                     const format::Element& element, const EntriesByKey& standing,
+                     const std::string& key) const;
   bool isGone(const source::Node& node) const
   {
     return removed.count(&node) != 0 || unwrapped.count(&node) != 0;
   }
-  const source::Node* stayingBefore(const source::Node* node) const;
+  void applyRemovals();
+  void applyInsertions();
 
   [[noreturn]] void refuse(const std::string& why, const source::Node& node) const;
   void refuseReferences(const Nodes& nodes) const;
 
   const source::Document& document;
   source::Editor editor;
-  std::set<const source::Node*> removed;
-  std::set<const source::Node*> unwrapped; ///< of which only the tags are removed
+  NodeSet removed;
+  NodeSet unwrapped; ///< of which only the tags are removed
   std::vector<Insertion> insertions;
-  Nodes staying;
+  std::vector<StayingEntry> staying;
 };
 
 } // namespace vesk::edit

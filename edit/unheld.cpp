@@ -4,6 +4,7 @@
 #include <edit/fieldvalue.hpp>
 #include <edit/json.hpp>
 #include <edit/membername.hpp>
+#include <edit/memberplace.hpp>
 #include <edit/unheld.hpp>
 
 #include <set>
@@ -43,10 +44,7 @@ HeldMember innermostMember(const Manifest& manifest, const FieldPath& path)
     {
       const auto& type = *static_cast<const StructTypeInterface*>(whole.type());
       const std::string name = type.memberNames()[memberIndex(type, path, depth)];
-      const std::string record = !whole.is<Manifest>() ? type.name()
-                                 : name == "web"       ? "::vesk::PackageInfo2"
-                                                       : typeOf<PackageInfo>()->name();
-      member = {way, value, format::placeOf(record, name)};
+      member = {way, value, placeOfMember(type, name)};
     }
   }
   return member;
@@ -64,6 +62,52 @@ const std::string* repeatedIn(const AnyConstReference& list)
     }
   }
   return nullptr;
+}
+/// Extends a path to the text within a value; false when it is not there.
+bool extend(FieldPath& path, const AnyConstReference& value, const std::string& text)
+{
+  if (!value.isValid())
+  {
+    return false;
+  }
+  std::vector<std::pair<FieldStep, AnyConstReference>> parts;
+  switch (value.type()->kind())
+  {
+  case TypeKind::String:
+    return value.as<std::string>() == text;
+  case TypeKind::Struct:
+    for (const std::string& name : value.memberNames())
+    {
+      parts.emplace_back(friendlyName(*value.type(), name), value.member(name));
+    }
+    break;
+  case TypeKind::List:
+    for (const AnyConstReference& element : value.elements())
+    {
+      parts.emplace_back(parts.size(), element);
+    }
+    break;
+  case TypeKind::Map:
+    for (const auto& [key, entry] : value.entries())
+    {
+      parts.emplace_back(key.as<std::string>(), entry);
+    }
+    break;
+  case TypeKind::Dynamic:
+    return extend(path, value.as<AnyValue>(), text);
+  default:
+    return false;
+  }
+  for (const auto& [step, part] : parts)
+  {
+    path.push_back(step);
+    if (step == FieldStep(text) || extend(path, part, text))
+    {
+      return true;
+    }
+    path.pop_back();
+  }
+  return false;
 }
 } // namespace
 
@@ -87,6 +131,21 @@ std::string whyUnheld(const Manifest& wanted, const Difference& difference)
          (difference.after.value.isValid()
               ? "it would be read as " + toJson(difference.after.value, -1, friendlyName)
               : "it would be left out");
+}
+
+FieldPath pathTo(const std::string& text, const Manifest& before, const Manifest& after)
+{
+  for (const Difference& difference :
+       differences(AnyConstReference(before), AnyConstReference(after)))
+  {
+    FieldPath path = difference.after.path;
+    const bool isKey = !path.empty() && path.back() == FieldStep(text);
+    if (isKey || extend(path, difference.after.value, text))
+    {
+      return path;
+    }
+  }
+  return {};
 }
 
 } // namespace vesk::edit

@@ -5,17 +5,15 @@
 
 #include <nlohmann/json.hpp>
 
+#include <set>
+#include <string>
+#include <vector>
+
 namespace vesk::edit
 {
 namespace
 {
 using Json = nlohmann::json; // ordered_json would search all members to find one
-
-template <typename Interface>
-const Interface& describedAs(const AnyReference& value)
-{
-  return *static_cast<const Interface*>(value.type());
-}
 
 bool isNumber(const TypeInterface& type)
 {
@@ -89,11 +87,16 @@ void fillMap(const AnyReference& map, const Json& json, FieldPath& path)
 
 void fillStruct(const AnyReference& value, const Json& json, FieldPath& path)
 {
+  std::set<std::size_t> seen;
   for (const auto& [name, item] : json.items())
   {
     path.emplace_back(name);
     const std::size_t index =
         memberIndex(describedAs<StructTypeInterface>(value), path, path.size() - 1);
+    if (!seen.insert(index).second) // under both of its names
+    {
+      failAt(path, "stands twice");
+    }
     fill(value.member(index), item, path);
     path.pop_back();
   }
@@ -131,11 +134,39 @@ void fill(const AnyReference& target, const Json& json, FieldPath& path)
   }
 }
 
+/// Fails where a name stands twice in an object, of which the parser would take the last.
+class NamesOnce
+{
+public:
+  explicit NamesOnce(const FieldPath& place) : path(place) {}
+
+  bool operator()(int /*depth*/, Json::parse_event_t event, const Json& parsed)
+  {
+    if (event == Json::parse_event_t::object_start)
+    {
+      names.emplace_back();
+    }
+    else if (event == Json::parse_event_t::object_end)
+    {
+      names.pop_back();
+    }
+    else if (event == Json::parse_event_t::key && !names.back().insert(parsed).second)
+    {
+      failAt(path, parsed.dump() + " stands twice in an object");
+    }
+    return true;
+  }
+
+private:
+  const FieldPath& path;
+  std::vector<std::set<std::string>> names; ///< of each object that is open
+};
+
 Json parseJson(const TypeInterface& type, const std::string& text, const FieldPath& path)
 {
   try
   {
-    return Json::parse(text);
+    return Json::parse(text, NamesOnce(path));
   }
   catch (const Json::exception& error)
   {

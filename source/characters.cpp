@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "characters.hpp"
 
+#include <source/edits.hpp>
+
 #include <array>
 #include <cstdio>
 #include <stdexcept>

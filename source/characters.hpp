@@ -34,9 +34,6 @@ bool isXmlCharacter(std::uint32_t number);
 /// As in "U+0001".
 std::string codeOf(std::uint32_t number);
 
-/// Throws std::invalid_argument for a text that XML cannot hold.
-void requireXmlCharacters(std::string_view text);
-
 } // namespace vesk::source
 
 #endif

@@ -183,7 +183,9 @@ void Editor::insert(const Node& parent, const Node* after, const std::vector<New
   std::string xml;
   for (const NewElement& element : elements)
   {
-    xml += (indentation ? '\n' + *indentation : "") + asXml(element, indentation, step, lineEnd());
+    xml += (indentation ? '\n' + *indentation : "") +
+           (element.moved != nullptr ? withLineFeeds(document.text(element.moved->range()))
+                                     : asXml(element, indentation, step, lineEnd()));
   }
   if (parent.endTag().size() == 0)
   {
@@ -192,19 +194,22 @@ void Editor::insert(const Node& parent, const Node* after, const std::vector<New
                          '>' + xml + end + "</" + std::string(parent.name()) + '>'});
     return;
   }
-  const bool isFirstOfAll =
-      indentation && after == nullptr && parent.startTag().end == parent.endTag().begin;
   const std::uint32_t begin = after == nullptr ? parent.startTag().end : after->range().end;
   const Node* const next = after == nullptr ? parent.firstChild() : after->next();
   const std::uint32_t place = indentation ? endWithComments(begin, next, document.text()) : begin;
+  const std::uint32_t end = parent.endTag().begin;
+  const bool isFirstOfAll = indentation && neighbour == nullptr &&
+                            areBlanksInLine(document.text().substr(place, end - place));
   collected.push_back(
-      {{place, place},
-       xml + (isFirstOfAll ? '\n' + indentationOf(document, parent).value_or("") : "")});
+      isFirstOfAll ? Edit{{place, end}, xml + '\n' + indentationOf(document, parent).value_or("")}
+                   : Edit{{place, place}, xml});
 }
 
-void Editor::remove(const Node& node)
+void Editor::remove(const Node& first, const Node& last)
 {
-  collected.push_back({rangeToRemove(document, node.range()), {}});
+  const Range nodes{first.range().begin, last.range().end};
+  const Range lines = rangeToRemove(document, nodes);
+  collected.push_back({lines == nodes ? withBlanks(document, nodes) : lines, {}});
 }
 
 void Editor::unwrap(const Node& element)

@@ -35,6 +35,9 @@ inline bool operator==(const Edit& left, const Edit& right)
 /// ISO-2022-JP has needless escape sequences.
 VESKPACKAGE_SOURCE_EXPORT std::string apply(const Document& document, std::vector<Edit> edits);
 
+/// Throws std::invalid_argument, which says why, for a text that XML cannot hold.
+VESKPACKAGE_SOURCE_EXPORT void requireXmlCharacters(std::string_view text);
+
 /// An element that is to be put into a document.
 struct NewElement
 {
@@ -43,6 +46,8 @@ struct NewElement
   std::string text;                                            ///< in front of the children
   std::vector<NewElement> children;
   bool isCData = false; ///< whether the text stands in a CDATA section, where it can
+  /// Instead of all this, an element of the document as it stands there; null for a new one.
+  const Node* moved = nullptr;
 };
 
 /// How those who read a document take the ends of lines in its texts.
@@ -81,8 +86,12 @@ public:
   /// Puts elements into another one: behind its child \p after, or behind its start tag if that is
   /// null, and behind the comments that follow in that line.
   void insert(const Node& parent, const Node* after, const std::vector<NewElement>& elements);
-  /// Removes a node; with its line, when it stands there alone.
-  void remove(const Node& node);
+  /// Removes a node, or all from one to another one of its siblings, with what is between them; and
+  /// their lines, when they stand there alone.
+  /// \{
+  void remove(const Node& node) { remove(node, node); }
+  void remove(const Node& first, const Node& last);
+  /// \}
   /// Removes the tags of an element, each with its line, when it stands there alone. What is between
   /// them stays.
   void unwrap(const Node& element);

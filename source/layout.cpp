@@ -156,18 +156,61 @@ std::string stepOfIndentation(const Document& document)
   return steps.mostFrequent();
 }
 
+namespace
+{
+bool isEmptyLineAt(std::string_view text, std::size_t begin)
+{
+  const std::size_t end = text.find_first_not_of(blanksInLine, begin);
+  return end != std::string_view::npos && isLineEnd(text[end]);
+}
+
+/// Whether the line before the one that begins at a place is empty.
+bool followsEmptyLine(std::string_view text, std::size_t begin)
+{
+  std::size_t end = begin - 1;
+  end -= end > 0 && text.substr(end - 1, 2) == "\r\n" ? 1 : 0;
+  return isEmptyLineAt(text, lineBegin(text, end));
+}
+
+std::size_t behindLineEnd(std::string_view text, std::size_t lineEnd)
+{
+  return lineEnd + (text.substr(lineEnd, 2) == "\r\n" ? 2 : 1);
+}
+} // namespace
+
 Range rangeToRemove(const Document& document, const Range& range)
 {
   const std::string_view text = document.text();
-  const std::size_t lineEnd = text.find_first_of(lineEnds, range.end);
+  const std::size_t lineEnd = text.find_first_not_of(blanksInLine, range.end);
   if (!indentationAt(document, range.begin) || lineEnd == std::string_view::npos ||
-      !areBlanksInLine(text.substr(range.end, lineEnd - range.end)))
+      !isLineEnd(text[lineEnd]))
   {
     return range;
   }
-  const std::size_t end = lineEnd + (text.substr(lineEnd, 2) == "\r\n" ? 2 : 1);
-  return {static_cast<std::uint32_t>(lineBegin(text, range.begin)),
-          static_cast<std::uint32_t>(end)};
+  const std::size_t begin = lineBegin(text, range.begin);
+  std::size_t end = behindLineEnd(text, lineEnd);
+  if (followsEmptyLine(text, begin) && isEmptyLineAt(text, end))
+  {
+    end = behindLineEnd(text, text.find_first_not_of(blanksInLine, end));
+  }
+  return {static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(end)};
+}
+
+Range withBlanks(const Document& document, const Range& range)
+{
+  const std::string_view text = document.text();
+  const std::size_t behind = text.find_first_not_of(blanksInLine, range.end);
+  const std::size_t before = text.substr(0, range.begin).find_last_not_of(blanksInLine);
+  const bool hasBlankBefore = before + 1 < range.begin;
+  if (behind == std::string_view::npos || before == std::string_view::npos || !hasBlankBefore)
+  {
+    return range;
+  }
+  if (isLineEnd(text[behind]) && text[before] == '>')
+  {
+    return {static_cast<std::uint32_t>(before) + 1, static_cast<std::uint32_t>(behind)};
+  }
+  return text[behind] == '<' ? Range{range.begin, static_cast<std::uint32_t>(behind)} : range;
 }
 
 std::uint32_t endWithComments(std::uint32_t place, const Node* next, std::string_view text)

@@ -32,9 +32,12 @@ bool staysInside(const Document& document, const Node& element);
 /// in their lines; two blanks when none is.
 std::string stepOfIndentation(const Document& document);
 
-/// The part of the text that goes with a node or tag: its lines, when it stands there alone, else that
-/// itself.
+/// The part of the text that goes with nodes or a tag: their lines, when they stand there alone, with
+/// an empty one behind them if there is one before them, too; else that itself.
 Range rangeToRemove(const Document& document, const Range& range);
+
+/// Nodes in a line, with the blanks on one side of them where there are some on both.
+Range withBlanks(const Document& document, const Range& range);
 
 /// The place behind the comments that follow \p place in its line; \p next is the node that begins there,
 /// if any.

@@ -67,10 +67,8 @@ std::vector<Text> formsOf(const Text& text)
 
 Manifest read(const std::string& bytes)
 {
-  Manifest manifest;
   vesk::LoadError error;
-  EXPECT_TRUE(readManifest(bytes, manifest, error)) << error.message;
-  return manifest;
+  return readManifest(bytes, error).value();
 }
 
 /// Changes a part in a way that suits it. False when it has none.
@@ -154,15 +152,15 @@ changeEach(const Text& text, Change change, const std::string& what,
 
 std::set<std::string> changeInAllWays(const Text& text)
 {
-  const auto goesBack = [&text](const Manifest& before, const Manifest& after,
+  const auto goesBack = [&text](const Manifest& original, const Manifest& other,
                                 const std::string& bytes, const FieldPath& path)
   {
-    const AnyConstReference part = valueAt(AnyConstReference(before), path);
+    const AnyConstReference part = valueAt(AnyConstReference(original), path);
     const bool wasThere =
         part.is<std::string>() ? !part.as<std::string>().empty() : !part.is<bool>();
     EXPECT_NE(bytes, text.bytes);
     EXPECT_EQ(asidesIn(bytes), asidesIn(text.bytes));
-    const std::string back = changed(bytes, after, before);
+    const std::string back = changed(bytes, other, original);
     const bool mayBeSpeltOtherwise =
         text.bytes.find('&') != std::string::npos || text.name == "repeated.xml";
     EXPECT_TRUE(!wasThere || back == text.bytes || mayBeSpeltOtherwise) << bytes << back;

@@ -166,4 +166,10 @@ TEST(FieldValue, MayBeOfAnyType)
     EXPECT_EQ(thrown<FieldError>([&, &toSet = assignment] { set(root, toSet); }), message);
     EXPECT_EQ(toJson(root, -1), all);
   }
+  const auto unset = [&](const std::string& path) { return unsetAt(root, parseFieldPath(path)); };
+  EXPECT_EQ(thrown<FieldError>([&] { unset("count[*]"); }),
+            "count[*]: count is a number and has no elements");
+  EXPECT_FALSE(unset("held.new[*]"));
+  EXPECT_TRUE(unset("values[*]") && unset("texts[*]") && unset("held[*]"));
+  EXPECT_EQ(toJson(root, -1), R"({"count":-12,"weight":2.5,"texts":[],"held":{},"values":[]})");
 }

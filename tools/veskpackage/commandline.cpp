@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
+#include <system_error>
 #include <thread>
 #include <unistd.h>
 
@@ -21,12 +23,21 @@ const std::map<std::string, Format> formats{
 /// What is wrong with the name of a file.
 std::string faultIn(const std::string& name) { return name.empty() ? "the name is empty" : ""; }
 
-void addInputs(CLI::App& verb, Inputs& inputs, const std::string& what)
+/// \p name is what the arguments are called, FILE and what may come behind.
+void addInputs(CLI::App& verb, Inputs& inputs, const std::string& what,
+               const std::string& name = "FILE")
 {
-  verb.add_option("FILE", inputs.files,
+  // Whatever it is given, it expects more. Else the parser would take [a,b] for a list, and ask others
+  // for what stands behind --.
+  constexpr int most = CLI::detail::expected_max_vector_size;
+  verb.add_option(name, inputs.files,
                   what + "; folders are searched for them (files called manifest.xml, and others "
                          "in .xml whose root is package)")
-      ->check(faultIn);
+      ->check(faultIn)
+      ->option_text("...")
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
+      ->expected(most, most)
+      ->allow_extra_args(false);
   verb.add_option("--files-from", inputs.filesFrom,
                   "Read further files from LIST, a path a line; - is standard input")
       ->option_text("LIST");
@@ -57,25 +68,32 @@ CLI::Option* addOutput(CLI::App& verb, Target& target, const std::string& instea
       ->option_text("FILE");
 }
 
+/// \p note is what else there is to say about it.
+void addInPlace(CLI::App& verb, Target& target, const std::string& note)
+{
+  verb.add_flag("-i,--in-place", target.isInPlace,
+                "Write over the file itself, whole or not at all; its mode is kept" + note)
+      ->excludes("--output");
+}
+
 void addTarget(CLI::App& verb, Target& target)
 {
-  CLI::Option* const output = addOutput(verb, target, "standard output");
-  verb.add_flag("-i,--in-place", target.isInPlace,
-                "Write over the file itself, whole or not at all; its mode is kept")
-      ->excludes(output);
+  addOutput(verb, target, "standard output");
+  addInPlace(verb, target, "");
 }
 
 void addDryRun(CLI::App& verb, Target& target)
 {
   verb.add_flag("--dry-run", target.isShownOnly,
                 "Write nothing; print as a unified difference what would change")
-      ->excludes("--output");
+      ->excludes("--output", "--in-place");
 }
 
 /// For verbs that write over the files unless they are told otherwise.
 void addTargetInPlace(CLI::App& verb, Target& target)
 {
   addOutput(verb, target, "over the file itself");
+  addInPlace(verb, target, "; so it is anyway without --output");
   addDryRun(verb, target);
 }
 
@@ -139,8 +157,14 @@ void takeAssignments(Inputs& inputs, std::vector<std::string>& assignments)
 void requireOneOutput(const Inputs& inputs, const Target& target)
 {
   requireFiles(inputs);
-  require(target.isInPlace || target.isShownOnly || !inputs.areMany(),
-          "several files need --in-place");
+  const bool isOne = target.isInPlace || target.isShownOnly || !inputs.areMany();
+  for (const std::string& file : inputs.files) // one that is none was meant as a field
+  {
+    std::error_code unknown;
+    require(isOne || file == "-" || std::filesystem::exists(file, unknown),
+            "there is no file " + file);
+  }
+  require(isOne, "several files need --in-place");
 }
 
 /// For verbs that write over the files unless they are told otherwise.
@@ -278,10 +302,11 @@ void CommandLine::addCheck()
 
 void CommandLine::addGet()
 {
-  CLI::App* const verb = app.add_subcommand("get", "Print fields of manifests: FILE... FIELD...");
+  CLI::App* const verb = app.add_subcommand("get", "Print fields of manifests");
   addInputs(*verb, getOptions.inputs,
             "Manifests, and behind them fields, as in version, 'behaviors[0].path' or "
-            "'behaviors[*].path'; what exists, contains a / or ends in .xml is a manifest");
+            "'behaviors[*].path'; what exists, contains a / or ends in .xml is a manifest",
+            "FILE... FIELD");
   addFormat(*verb, getOptions.format, false,
             "text (texts as they are, anything else as json; the default), or json (file, "
             "field and value, a line each)");
@@ -296,11 +321,12 @@ void CommandLine::addGet()
 
 void CommandLine::addSet()
 {
-  CLI::App* const verb = app.add_subcommand(
-      "set", "Change fields of manifests, in their files: FILE... FIELD=VALUE...");
+  CLI::App* const verb =
+      app.add_subcommand("set", "Change fields of manifests, and write over the files");
   addInputs(*verb, setOptions.inputs,
             "Manifests, and FIELD=VALUE any number of times behind them; the name of a manifest "
-            "with a = starts with ./, ../ or /");
+            "with a = starts with ./, ../ or /",
+            "FILE... FIELD=VALUE");
   addTargetInPlace(*verb, setOptions.target);
   addExample(*verb, "veskpackage set manifest.xml version=1.3 names.fr_FR=Bonjour");
   verb->callback(
@@ -315,11 +341,12 @@ void CommandLine::addSet()
 void CommandLine::addUnset()
 {
   CLI::App* const verb =
-      app.add_subcommand("unset", "Remove fields of manifests, in their files: FILE... FIELD...");
+      app.add_subcommand("unset", "Remove fields of manifests, and write over the files");
   addInputs(
       *verb, unsetOptions.inputs,
       "Manifests, and behind them fields: a text, an entry of a map, an element of a list, or "
-      "a whole map or list");
+      "a whole map or list",
+      "FILE... FIELD");
   addTargetInPlace(*verb, unsetOptions.target);
   addExample(*verb, "veskpackage unset manifest.xml author 'behaviors[*].names.fr_FR'");
   verb->callback(
@@ -334,7 +361,8 @@ void CommandLine::addUnset()
 void CommandLine::addFmt()
 {
   CLI::App* const verb = app.add_subcommand(
-      "fmt", "Lay manifests out: lines, indentation, blanks and quotes, and nothing else");
+      "fmt", "Lay manifests out: lines, indentation, blanks and quotes, and nothing else; prints "
+             "them unless told otherwise");
   addInputs(*verb, fmtOptions.inputs, "Manifests to read");
   addTarget(*verb, fmtOptions.target);
   verb->add_flag("--check", fmtOptions.target.isShownOnly,
@@ -370,7 +398,7 @@ void CommandLine::addTrim()
 {
   CLI::App* const verb = app.add_subcommand(
       "trim", "Strip manifests down to names and descriptions in their description languages, and "
-              "to tags and sentences in their supported ones");
+              "to tags and sentences in their supported ones; prints them unless told otherwise");
   addInputs(*verb, trimOptions.inputs, "Manifests to read");
   addTarget(*verb, trimOptions.target);
   addDryRun(*verb, trimOptions.target);

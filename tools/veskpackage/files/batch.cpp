@@ -113,7 +113,7 @@ private:
       {
         job->code = work(job->file, job->out, job->complaints);
       }
-      catch (const std::exception& error) // memory ran out, nearly surely
+      catch (const std::exception& error) // such as that memory ran out; others may need less
       {
         complain(job->complaints, job->file, error.what());
         job->code = FileTrouble;

@@ -19,15 +19,27 @@ std::string nameOf(const std::string& file) { return file == "-" ? "<stdin>" : f
 std::optional<std::string> readBytes(const std::string& file, std::string& trouble)
 {
   QFile input(QString::fromStdString(file));
-  file == "-" ? input.open(fileno(stdin), QIODevice::ReadOnly) : input.open(QIODevice::ReadOnly);
+  if (file == "-")
+  {
+    input.open(fileno(stdin), QIODevice::ReadOnly);
+  }
+  else
+  {
+    input.open(QIODevice::ReadOnly);
+  }
   return readBytes(input, trouble);
 }
 
 std::optional<std::string> readBytes(QFile& input, std::string& trouble)
 {
+  if (!input.isOpen())
+  {
+    trouble = "Could not open for reading: " + input.errorString().toStdString();
+    return std::nullopt;
+  }
   constexpr int mebibyte = 1 << 20;
   std::string bytes;
-  for (QByteArray piece; input.isOpen() && !(piece = input.read(mebibyte)).isEmpty();)
+  for (QByteArray piece; !(piece = input.read(mebibyte)).isEmpty();)
   {
     bytes.append(piece.constData(), static_cast<std::size_t>(piece.size()));
     if (bytes.size() > std::size_t{mostMebibytes} * mebibyte)
@@ -38,7 +50,7 @@ std::optional<std::string> readBytes(QFile& input, std::string& trouble)
   }
   if (input.error() != QFile::NoError)
   {
-    trouble = "Could not open for reading: " + input.errorString().toStdString();
+    trouble = "Could not read: " + input.errorString().toStdString();
     return std::nullopt;
   }
   return bytes;
@@ -58,14 +70,14 @@ std::optional<Manifest> load(const std::string& file, std::ostream& complaints)
 
 std::optional<Manifest> parse(const std::string& file, std::string bytes, std::ostream& complaints)
 {
-  Manifest manifest{file, nameOf(file), std::move(bytes), {}};
   vesk::LoadError error;
-  if (!vesk::edit::readManifest(manifest.bytes, manifest.fields, error))
+  std::optional<vesk::edit::Manifest> fields = vesk::edit::readManifest(bytes, error);
+  if (!fields)
   {
-    complain(complaints, manifest.name, {error.line, error.column}, error.message);
+    complain(complaints, nameOf(file), {error.line, error.column}, error.message);
     return std::nullopt;
   }
-  return manifest;
+  return Manifest{file, nameOf(file), std::move(bytes), std::move(*fields)};
 }
 
 ExitCode forEachManifest(const Inputs& inputs,

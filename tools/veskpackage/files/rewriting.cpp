@@ -25,23 +25,23 @@ std::string inUtf8(const std::string& bytes)
   return !decoded.isKnown || decoded.faultyByte ? bytes : decoded.text;
 }
 
-bool areOneFile(const std::string& left, const std::string& right)
+bool isOutput(const std::string& file, const std::string& output)
 {
-  return QFileInfo(QString::fromStdString(left)) == QFileInfo(QString::fromStdString(right));
+  return output != "-" && // standard output, also where a file is called so
+         QFileInfo(QString::fromStdString(file)) == QFileInfo(QString::fromStdString(output));
 }
 
-ExitCode rewriteInPlace(const std::string& file, const Rewrite& rewrite, std::ostream& out,
-                        std::ostream& complaints)
+ExitCode rewriteInPlace(const std::string& file, const Rewrite& rewrite, std::ostream& complaints)
 {
   ExitCode code = Done;
   const auto work = [&](const std::string& bytes) -> std::optional<std::string>
   {
     const std::optional<Manifest> manifest = parse(file, bytes, complaints);
-    const auto rewritten = manifest ? rewrite(*manifest, complaints) : std::nullopt;
+    auto rewritten = manifest ? rewrite(*manifest, complaints) : std::nullopt;
     code = !manifest ? FileTrouble : !rewritten ? NegativeResult : Done;
     return rewritten;
   };
-  const ExitCode written = updateFile(file, out, complaints, work);
+  const ExitCode written = updateFile(file, complaints, work);
   return std::max(code, written);
 }
 
@@ -75,8 +75,8 @@ ExitCode rewriteManifests(const Inputs& inputs, const Target& target, const Rewr
                      [&](const std::string& file, std::ostream& out, std::ostream& complaints)
                      {
                        const bool isInPlace = file != "-" && !target.isShownOnly &&
-                                              (target.isInPlace || areOneFile(file, target.output));
-                       return isInPlace ? rewriteInPlace(file, rewrite, out, complaints)
+                                              (target.isInPlace || isOutput(file, target.output));
+                       return isInPlace ? rewriteInPlace(file, rewrite, complaints)
                                         : rewriteElsewhere(file, target, rewrite, ifDifferent, out,
                                                            complaints);
                      });

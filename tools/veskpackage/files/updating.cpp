@@ -107,24 +107,13 @@ std::string update(const std::string& name, const Update& work, Clock::time_poin
 }
 } // namespace
 
-ExitCode updateFile(const std::string& file, std::ostream& out, std::ostream& complaints,
-                    const Update& work, std::chrono::milliseconds patience)
+ExitCode updateFile(const std::string& file, std::ostream& complaints, const Update& work,
+                    std::chrono::milliseconds patience)
 {
-  std::string trouble;
-  if (file == "-")
-  {
-    if (const std::optional<std::string> bytes = readBytes(file, trouble))
-    {
-      out << work(*bytes).value_or("");
-    }
-  }
-  else
-  {
-    trouble = update(file, work, Clock::now() + patience);
-  }
+  const std::string trouble = update(file, work, Clock::now() + patience);
   if (!trouble.empty())
   {
-    complain(complaints, file == "-" ? "<stdin>" : file, trouble);
+    complain(complaints, file, trouble);
     return FileTrouble;
   }
   return Done;

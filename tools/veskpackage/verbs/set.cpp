@@ -32,13 +32,7 @@ ExitCode unsetFields(const UnsetOptions& options)
   {
     paths.push_back(vesk::edit::parseFieldPath(field));
   }
-  const auto change = [&paths](vesk::edit::Manifest& fields)
-  {
-    for (const FieldPath& path : paths)
-    {
-      unsetField(fields, path);
-    }
-  };
+  const auto change = [&paths](vesk::edit::Manifest& fields) { unsetFields(fields, paths); };
   return rewriteManifests(options.inputs, options.target,
                           [&change](const Manifest& manifest, std::ostream& complaints)
                           { return withChange(manifest, change, complaints); });
