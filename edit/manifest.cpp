@@ -88,7 +88,7 @@ void unsetFields(Manifest& manifest, const std::vector<FieldPath>& paths)
       parts.push_back(std::move(part));
       if (isWhole)
       {
-        parts.back().push_back(EveryElement());
+        parts.back().emplace_back(EveryElement());
       }
     }
   }
