@@ -52,6 +52,34 @@ void loadFileToolkit(benchmark::State& state)
   }
 }
 
+void loadTextToolkit(benchmark::State& state)
+{
+  const std::string text = contentOf(ManifestFile(state).path);
+  while (state.KeepRunning())
+  {
+    QDomDocument document;
+    if (!document.setContent(QString::fromStdString(text), true))
+    {
+      throw std::runtime_error("cannot parse a text");
+    }
+    benchmark::DoNotOptimize(document);
+  }
+}
+
+void loadText(benchmark::State& state)
+{
+  const std::string text = contentOf(ManifestFile(state).path);
+  while (state.KeepRunning())
+  {
+    vesk::PackageInfo package;
+    if (!package.loadFromManifestContent(text))
+    {
+      throw std::runtime_error("cannot load a text");
+    }
+    benchmark::DoNotOptimize(package);
+  }
+}
+
 void parseSource(benchmark::State& state)
 {
   const ManifestFile manifest(state);
@@ -161,6 +189,8 @@ void saveFile(benchmark::State& state)
 BENCHMARK(loadFileToolkit)->Apply(behaviorCounts);
 BENCHMARK(parseSource)->Apply(behaviorCounts);
 BENCHMARK(loadFile)->Apply(behaviorCounts);
+BENCHMARK(loadTextToolkit)->Apply(behaviorCounts);
+BENCHMARK(loadText)->Apply(behaviorCounts);
 BENCHMARK(loadSections)->Apply(behaviorCounts);
 BENCHMARK(check)->Apply(behaviorCounts);
 BENCHMARK(setField)->Apply(behaviorCounts);

@@ -10,9 +10,6 @@ namespace vesk
 {
 namespace
 {
-using source::Kind;
-using source::Node;
-
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 bool hasReferenceBeyond16Bits(std::string_view text)
@@ -37,9 +34,9 @@ bool hasReferenceBeyond16Bits(std::string_view text)
 /// Whether a text begins with a blank that XML does not know as one, with or without others in front.
 bool beginsWithOtherBlank(std::string_view text)
 {
-  constexpr std::size_t mostBytes = 4; // of a character
+  constexpr std::size_t longest = 4; // of characters, in bytes
   const std::size_t begin = std::min(text.find_first_not_of(" \t\n\r"), text.size());
-  const std::string_view character = text.substr(begin, mostBytes);
+  const std::string_view character = text.substr(begin, longest);
   return !character.empty() && static_cast<unsigned char>(character.front()) >= 0x80 &&
          QString::fromUtf8(character.data(), static_cast<int>(character.size())).front().isSpace();
 }
@@ -66,42 +63,44 @@ public:
   bool isReadAlike() const
   {
     // What is refused is the toolkit's to judge; in other encodings the decoders differ.
-    return !document.error() && document.bytes().data() == document.text().data() &&
-           !isLikeDeclaration(*document.nodes().begin()) && areReadAlike(document.nodes());
+    if (document.error() || document.bytes().data() != document.text().data())
+    {
+      return false;
+    }
+    const source::Node& first = *document.nodes().begin();
+    return !isLikeDeclaration(first) && areReadAlike(&first);
   }
 
 private:
   /// Whether the toolkit looks for an encoding in a node that is none but begins as "<?xml" does.
-  static bool isLikeDeclaration(const Node& node)
+  static bool isLikeDeclaration(const source::Node& node)
   {
-    return node.kind() == Kind::Instruction && node.name().substr(0, 3) == "xml";
+    return node.kind() == source::Kind::Instruction && node.name().substr(0, 3) == "xml";
   }
 
-  bool areReadAlike(const Node::ChildRange& nodes) const
+  bool areReadAlike(const source::Node* first) const
   {
-    for (const Node& node : nodes)
+    const source::Node* node = first;
+    while (node != nullptr && isReadAlike(*node))
     {
-      if (!isReadAlike(node))
-      {
-        return false;
-      }
+      node = node->next();
     }
-    return true;
+    return node == nullptr;
   }
 
-  bool isReadAlike(const Node& node) const
+  bool isReadAlike(const source::Node& node) const
   {
     switch (node.kind())
     {
-    case Kind::DocumentType: // entities bring markup; there are attributes that are not in the text
-    case Kind::Reference:
-      return false;
-    case Kind::Instruction:
+    case source::Kind::DocumentType:
+    case source::Kind::Reference:
+      return false; // entities bring markup, and there are attributes that are not in the text
+    case source::Kind::Instruction:
       return isReadAlike(node.name());
-    case Kind::Element:
+    case source::Kind::Element:
       return isReadAlike(node.name()) && areReadAlike(node.attributes()) &&
-             areReadAlike(node.children());
-    case Kind::Text:
+             areReadAlike(node.firstChild());
+    case source::Kind::Text:
       // The toolkit's tree lacks texts of nothing but blanks, of whatever script. In the other tree
       // those of XML's own blanks are left out.
       return !beginsWithOtherBlank(node.value());
@@ -110,7 +109,7 @@ private:
     }
   }
 
-  bool areReadAlike(const Node::AttributeRange& attributes) const
+  bool areReadAlike(const source::Node::AttributeRange& attributes) const
   {
     return std::all_of(attributes.begin(), attributes.end(),
                        [this](const source::Attribute& attribute)
