@@ -6,8 +6,6 @@
 #include <check/languages.hpp>
 #include <check/report.hpp>
 
-#include <QDomElement>
-
 #include <map>
 #include <set>
 #include <vector>
@@ -19,39 +17,39 @@ namespace vesk::check
 class Checker
 {
 public:
-  Checker(const QDomDocument& checked, const Options& options, Report& findings);
+  /// \p first is the first node of the document, that of its declaration or the like.
+  Checker(const Node& first, const Node& root, const Options& options, Report& findings);
 
-  void check();
+  /// \p documentType is null when there is none.
+  void check(const Node& documentType);
 
   /// Reports what is wrong with the node that the walk is at, or with a part of it, such as
   /// "@path".
-  void report(RuleId id, const QDomNode& node, const QString& message, const QString& part = {});
+  void report(RuleId id, const Node& node, const QString& message, const QString& part = {});
 
   const PackageLanguages& languages() const { return packageLanguages; }
 
 private:
   // structure.cpp: what the readers skip or take for something else
-  void checkElement(const QDomElement& element, const CheckedElement& checked);
-  void checkAttributes(const QDomElement& element, const CheckedElement& checked);
-  void checkPresence(const QDomElement& element);
-  void checkText(const QDomElement& element);
-  void checkCharacters(const QDomElement& element, const QString& value, const QString& part = {});
-  void checkChildren(const QDomElement& element, const CheckedElement& checked);
-  void checkChild(const QDomElement& child, const CheckedElement& parent, bool isRepeated);
-  void checkNoElement(const QDomNode& node, const CheckedElement& parent);
-  void reportNotKept(const QDomNode& node);
-  void reportNotKeptIn(const QDomElement& text);
-  void reportUnknown(const QDomElement& element, const CheckedElement& parent);
+  void checkElement(const Node& element, const CheckedElement& checked);
+  void checkAttributes(const Node& element, const CheckedElement& checked);
+  void checkPresence(const Node& element);
+  void checkText(const Node& element);
+  void checkCharacters(const Node& element, const QString& value, const QString& part = {});
+  void checkChildren(const Node& element, const CheckedElement& checked);
+  void checkChild(const Node& child, const CheckedElement& parent, bool isRepeated);
+  void checkNoElement(const Node& node, const CheckedElement& parent);
+  void reportNotKept(const Node& node);
+  void reportNotKeptIn(const Node& text);
+  void reportUnknown(const Node& element, const CheckedElement& parent);
 
   // values.cpp: what the readers take as it is
-  void checkValues(const QDomElement& element, const CheckedElement& checked);
-  void checkEntry(const QDomElement& entry, const CheckedElement& checked);
-  void checkLanguage(const QDomElement& entry, const CheckedElement& checked,
-                     const QString& language, const QString& part);
-  void checkListed(const QDomElement& entry, const CheckedElement& checked,
-                   const QString& language);
-  void checkPath(const QDomElement& element, const CheckedAttribute& attribute,
-                 const QString& path);
+  void checkValues(const Node& element, const CheckedElement& checked);
+  void checkEntry(const Node& entry, const CheckedElement& checked);
+  void checkLanguage(const Node& entry, const CheckedElement& checked, const QString& language,
+                     const QString& part);
+  void checkListed(const Node& entry, const CheckedElement& checked, const QString& language);
+  void checkPath(const Node& element, const CheckedAttribute& attribute, const QString& path);
   /// Whether there is a file or folder at this path or, unless \p isWhole, a file whose path is
   /// this one with an extension added.
   bool findFile(const QString& path, bool isWhole);
@@ -59,7 +57,7 @@ private:
   /// The names of entries seen so far, for lists whose entries must have different names.
   using Lists = std::map<const CheckedElement*, std::set<QString>>;
 
-  const QDomDocument& document;
+  const Node first; ///< of the document
   QString packageFolder;
   std::map<QString, std::set<QString>> filesWithoutExtension; ///< by folder; read once
   Report& found;

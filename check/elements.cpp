@@ -10,10 +10,10 @@ namespace
 {
 CheckedElement checkedElement(const format::Element& element, const std::string& path)
 {
-  CheckedElement checked{element, QString::fromStdString(element.name)};
+  CheckedElement checked{element, element.name};
   for (const format::Attribute& attribute : element.attributes)
   {
-    checked.attributes.push_back({attribute, QString::fromStdString(attribute.name)});
+    checked.attributes.push_back({attribute, attribute.name});
   }
   for (const format::Element& child : element.children)
   {

@@ -2,15 +2,12 @@
 #ifndef CHECK_ELEMENTS_HPP
 #define CHECK_ELEMENTS_HPP
 
+#include <check/node.hpp>
 #include <format/format.hpp>
-
-#include <QString>
 
 #include <string>
 #include <utility>
 #include <vector>
-
-class QDomElement;
 
 namespace vesk::check
 {
@@ -18,19 +15,19 @@ namespace vesk::check
 class Checker;
 
 /// Finds the faults that only one element of the format can have.
-using OwnCheck = void (*)(Checker& checker, const QDomElement& element);
+using OwnCheck = void (*)(Checker& checker, const Node& element);
 
 struct CheckedAttribute
 {
   const format::Attribute& format;
-  QString name;
+  XmlName name;
 };
 
-/// An element of the format, in its place, with names in the toolkit's form.
+/// An element of the format, in its place, with names as nodes are asked for them.
 struct CheckedElement
 {
   const format::Element& format;
-  QString name;
+  XmlName name;
   std::vector<CheckedAttribute> attributes = {};
   std::vector<CheckedElement> children = {};
   /// Of an entry of a list: which of its texts stay when the package is trimmed.

@@ -3,8 +3,6 @@
 #include <check/languages.hpp>
 #include <package/xml/names.hpp>
 
-#include <QDomElement>
-
 #include <algorithm>
 
 namespace vesk::check
@@ -13,16 +11,16 @@ namespace vesk::check
 namespace
 {
 /// The language codes in all sections of this name, except empty ones.
-std::list<std::string> listedIn(const QDomElement& root, const QString& name)
+std::list<std::string> listedIn(const Node& root, const XmlName& name)
 {
   std::list<std::string> languages;
-  for (const QDomNode& section : Children(root))
+  for (const Node& section : Children(root))
   {
-    if (section.nodeName() == name)
+    if (section.isNamed(name))
     {
-      for (const QDomNode& language : Children(section))
+      for (const Node& language : Children(section))
       {
-        languages.push_back(textOf(language.toElement()));
+        languages.push_back(language.isElement() ? language.text().toStdString() : std::string());
       }
     }
   }
@@ -30,20 +28,19 @@ std::list<std::string> listedIn(const QDomElement& root, const QString& name)
   return languages;
 }
 
-std::set<QString> namedIn(const QDomElement& root)
+std::set<QString> namedIn(const Node& root)
 {
   const ManifestNames& names = manifestNames();
   std::set<QString> languages;
-  for (const QDomNode& section : Children(root))
+  for (const Node& section : Children(root))
   {
-    if (section.nodeName() == names.names)
+    if (section.isNamed(names.names))
     {
-      for (const QDomNode& name : Children(section))
+      for (const Node& name : Children(section))
       {
-        const QDomElement element = name.toElement();
-        if (!isBlank(textIn(element)))
+        if (name.isElement() && !isBlank(name.text()))
         {
-          languages.insert(element.attribute(names.lang));
+          languages.insert(name.attribute(names.lang));
         }
       }
     }
@@ -52,7 +49,7 @@ std::set<QString> namedIn(const QDomElement& root)
 }
 } // namespace
 
-PackageLanguages::PackageLanguages(const QDomElement& root)
+PackageLanguages::PackageLanguages(const Node& root)
     : described(listedIn(root, manifestNames().descriptionLanguages)),
       supported(listedIn(root, manifestNames().supportedLanguages)), describedPrefixes(described),
       supportedPrefixes(supported), named(namedIn(root))

@@ -2,6 +2,7 @@
 #ifndef CHECK_LANGUAGES_HPP
 #define CHECK_LANGUAGES_HPP
 
+#include <check/node.hpp>
 #include <package/languagecodes.hpp>
 
 #include <QString>
@@ -10,8 +11,6 @@
 #include <set>
 #include <string>
 
-class QDomElement;
-
 namespace vesk::check
 {
 
@@ -19,7 +18,7 @@ namespace vesk::check
 class PackageLanguages
 {
 public:
-  explicit PackageLanguages(const QDomElement& root);
+  explicit PackageLanguages(const Node& root);
 
   /// Whether trimming keeps a text in this language. Names and descriptions are trimmed to the
   /// description languages, other texts to the supported ones; true when none of these are listed.

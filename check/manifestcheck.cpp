@@ -7,13 +7,24 @@ namespace vesk::check
 {
 namespace
 {
-/// Checks a document; when there is none, returns one finding made from \p error.
+std::vector<Finding> checkTree(const source::Document& document, const Options& options)
+{
+  const Places places(document);
+  const auto node = [&places](const source::Node* of) { return Node(XmlNode(of), &places); };
+  Report report(options);
+  Checker(node(&*document.nodes().begin()), node(document.root()), options, report)
+      .check(node(nullptr));
+  return report.take();
+}
+
+/// Checks a manifest; when there is none, returns one finding made from \p error.
 std::vector<Finding> checkParsed(const std::optional<ManifestTree>& manifest,
                                  const LoadError& error, const Options& options)
 {
   if (manifest)
   {
-    return checkDocument(*manifest->inToolkit(), options);
+    return manifest->inToolkit() != nullptr ? checkDocument(*manifest->inToolkit(), options)
+                                            : checkTree(*manifest->inSource(), options);
   }
   const RuleId id = error.line == 0        ? RuleId::Unreadable
                     : error.isBeyondLimits ? RuleId::BeyondLimits
@@ -30,25 +41,28 @@ std::vector<Finding> checkParsed(const std::optional<ManifestTree>& manifest,
 std::vector<Finding> checkFile(const std::string& path, const Options& options)
 {
   LoadError error;
-  return checkParsed(parseFile(path, error, Parsers::Toolkit), error, options);
+  return checkParsed(parseFile(path, error), error, options);
 }
 
 std::vector<Finding> checkDevice(QIODevice& device, const Options& options)
 {
   LoadError error;
-  return checkParsed(parseDevice(device, error, Parsers::Toolkit), error, options);
+  return checkParsed(parseDevice(device, error), error, options);
 }
 
 std::vector<Finding> checkText(const std::string& text, const Options& options)
 {
   LoadError error;
-  return checkParsed(parseManifest(text, error, Parsers::Toolkit), error, options);
+  return checkParsed(parseManifest(text, error), error, options);
 }
 
 std::vector<Finding> checkDocument(const QDomDocument& document, const Options& options)
 {
   Report report(options);
-  Checker(document, options, report).check();
+  const auto node = [](const QDomNode& of) { return Node(of, nullptr); };
+  const QDomDocumentType type = document.doctype();
+  Checker(node(document.firstChild()), node(document.documentElement()), options, report)
+      .check(node(type.name().isEmpty() ? QDomNode() : QDomNode(type)));
   return report.take();
 }
 

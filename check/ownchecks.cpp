@@ -14,28 +14,29 @@ namespace
 {
 const ManifestNames& n() { return manifestNames(); }
 
-void checkIdentity(Checker& checker, const QDomElement& package)
+void checkIdentity(Checker& checker, const Node& package)
 {
   for (const format::Attribute& needed : format::package().attributes)
   {
-    const QString attribute = QString::fromStdString(needed.name);
+    const XmlName attribute = needed.name;
     if (needed.isRequired && package.attribute(attribute).isEmpty())
     {
       checker.report(RuleId::MissingIdentity, package,
-                     QStringLiteral("the package has no %1").arg(attribute), '@' + attribute);
+                     QStringLiteral("the package has no %1").arg(QString(attribute)),
+                     '@' + QString(attribute));
     }
   }
 }
 
-void reportDescriptionLanguages(Checker& checker, const QDomElement& languages)
+void reportDescriptionLanguages(Checker& checker, const Node& languages)
 {
   checker.report(RuleId::DescriptionLanguages, languages,
                  QStringLiteral("description languages are read by PackageInfo only"));
 }
 
-void checkName(Checker& checker, const QDomElement& describedLanguage)
+void checkName(Checker& checker, const Node& describedLanguage)
 {
-  const QString language = textIn(describedLanguage);
+  const QString language = describedLanguage.text();
   if (!language.isEmpty() && !checker.languages().isNamed(language))
   {
     checker.report(RuleId::UnnamedLanguage, describedLanguage,
@@ -43,13 +44,13 @@ void checkName(Checker& checker, const QDomElement& describedLanguage)
   }
 }
 
-void reportWebContent(Checker& checker, const QDomElement& content)
+void reportWebContent(Checker& checker, const Node& content)
 {
   checker.report(RuleId::WebContent, content,
                  QStringLiteral("web content is read by loadManifest only"));
 }
 
-void checkTopicName(Checker& checker, const QDomElement& dialog)
+void checkTopicName(Checker& checker, const Node& dialog)
 {
   if (dialog.attribute(n().topicName).isEmpty())
   {
@@ -58,7 +59,7 @@ void checkTopicName(Checker& checker, const QDomElement& dialog)
   }
 }
 
-void checkTopic(Checker& checker, const QDomElement& topic)
+void checkTopic(Checker& checker, const Node& topic)
 {
   if (topic.attribute(n().language).isEmpty() || topic.attribute(n().path).isEmpty())
   {
@@ -67,22 +68,22 @@ void checkTopic(Checker& checker, const QDomElement& topic)
   }
 }
 
-void checkAutorun(Checker& checker, const QDomElement& service)
+void checkAutorun(Checker& checker, const Node& service)
 {
-  const QString attribute = n().autorun;
+  const XmlName& attribute = n().autorun;
   const QString value = service.attribute(attribute, QStringLiteral("false"));
   if (value == QLatin1String("1"))
   {
     checker.report(
         RuleId::AutorunOne, service,
         QStringLiteral("%1 is yes for loadManifest, but no for PackageInfo").arg(quoted(value)),
-        '@' + attribute);
+        '@' + QString(attribute));
   }
   else if (value != QLatin1String("true") && value != QLatin1String("false"))
   {
     checker.report(RuleId::AutorunValue, service,
                    QStringLiteral("%1 means no; only \"true\" means yes").arg(quoted(value)),
-                   '@' + attribute);
+                   '@' + QString(attribute));
   }
 }
 
@@ -106,27 +107,26 @@ std::optional<std::vector<qulonglong>> numbersIn(const QString& version)
   return numbers;
 }
 
-void checkVersions(Checker& checker, const QDomElement& element, const QString& least,
-                   const QString& most)
+void checkVersions(Checker& checker, const Node& element, const XmlName& least, const XmlName& most)
 {
   const auto from = numbersIn(element.attribute(least));
   const auto to = numbersIn(element.attribute(most));
   if (from && to && *from > *to)
   {
-    checker.report(
-        RuleId::ReversedVersions, element,
-        QStringLiteral("%1 %2 is above %3 %4")
-            .arg(least, quoted(element.attribute(least)), most, quoted(element.attribute(most))),
-        '@' + least);
+    checker.report(RuleId::ReversedVersions, element,
+                   QStringLiteral("%1 %2 is above %3 %4")
+                       .arg(QString(least), quoted(element.attribute(least)), QString(most),
+                            quoted(element.attribute(most))),
+                   '@' + QString(least));
   }
 }
 
-void checkSoftware(Checker& checker, const QDomElement& requirement)
+void checkSoftware(Checker& checker, const Node& requirement)
 {
   checkVersions(checker, requirement, n().minVersion, n().maxVersion);
 }
 
-void checkRobot(Checker& checker, const QDomElement& requirement)
+void checkRobot(Checker& checker, const Node& requirement)
 {
   checkVersions(checker, requirement, n().minHeadVersion, n().maxHeadVersion);
   checkVersions(checker, requirement, n().minBodyVersion, n().maxBodyVersion);

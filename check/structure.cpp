@@ -3,7 +3,6 @@
 #include <check/elementtext.hpp>
 #include <package/xml/text.hpp>
 
-#include <QDomDocument>
 #include <QHash>
 #include <QStringList>
 
@@ -14,11 +13,11 @@ namespace vesk::check
 namespace
 {
 /// A node's step in a place, without its number.
-QString stepOf(const QDomNode& node)
+QString stepOf(const Node& node)
 {
   if (node.isElement())
   {
-    return cut(node.nodeName());
+    return cut(node.name());
   }
   if (node.isText())
   {
@@ -58,11 +57,11 @@ QString listOf(const std::vector<QString>& names)
   return all.join(QStringLiteral(", "));
 }
 
-const CheckedElement* childNamed(const CheckedElement& parent, const QString& name)
+const CheckedElement* childNamed(const CheckedElement& parent, const Node& node)
 {
   const auto child =
       std::find_if(parent.children.begin(), parent.children.end(),
-                   [&name](const CheckedElement& other) { return other.name == name; });
+                   [&node](const CheckedElement& other) { return node.isNamed(other.name); });
   return child == parent.children.end() ? nullptr : &*child;
 }
 
@@ -85,39 +84,40 @@ QString lossIn(const QString& value)
 }
 } // namespace
 
-Checker::Checker(const QDomDocument& checked, const Options& options, Report& findings)
-    : document(checked), packageFolder(QString::fromStdString(options.packageFolder)),
-      found(findings), packageLanguages(checked.documentElement())
+Checker::Checker(const Node& firstOfDocument, const Node& root, const Options& options,
+                 Report& findings)
+    : first(firstOfDocument), packageFolder(QString::fromStdString(options.packageFolder)),
+      found(findings), packageLanguages(root)
 {}
 
-void Checker::check()
+void Checker::check(const Node& documentType)
 {
-  if (!document.doctype().name().isEmpty())
+  if (!documentType.isNull())
   {
     steps.clear();
-    reportNotKept(document.doctype());
+    reportNotKept(documentType);
   }
-  for (const QDomNode& node : Children(document))
+  for (Node node = first; !node.isNull(); node = node.nextSibling())
   {
     steps = {stepOf(node)};
     if (node.isElement())
     {
-      if (node.nodeName() != checkedPackage().name)
+      if (!node.isNamed(checkedPackage().name))
       {
         report(RuleId::RootName, node,
                QStringLiteral("the root is called %1 instead of \"package\"")
-                   .arg(quoted(node.nodeName())));
+                   .arg(quoted(node.name())));
       }
-      checkElement(node.toElement(), checkedPackage());
+      checkElement(node, checkedPackage());
     }
-    else if (node.nodeName() != QLatin1String("xml")) // the declaration
+    else if (!node.isDeclaration())
     {
       reportNotKept(node);
     }
   }
 }
 
-void Checker::report(RuleId id, const QDomNode& node, const QString& message, const QString& part)
+void Checker::report(RuleId id, const Node& node, const QString& message, const QString& part)
 {
   if (!found.count(id))
   {
@@ -128,11 +128,11 @@ void Checker::report(RuleId id, const QDomNode& node, const QString& message, co
   {
     place += '/' + step;
   }
-  found.add(id, message, std::max(node.lineNumber(), 0), std::max(node.columnNumber(), 0),
-            part.isEmpty() ? place : place + '/' + part);
+  const auto [line, column] = node.place();
+  found.add(id, message, line, column, part.isEmpty() ? place : place + '/' + part);
 }
 
-void Checker::reportNotKept(const QDomNode& node)
+void Checker::reportNotKept(const Node& node)
 {
   const QString what = node.isComment()           ? QStringLiteral("a comment")
                        : node.isDocumentType()    ? QStringLiteral("a document type")
@@ -142,13 +142,13 @@ void Checker::reportNotKept(const QDomNode& node)
          what + QStringLiteral(" is not kept when a program writes the manifest"));
 }
 
-void Checker::reportNotKeptIn(const QDomElement& text)
+void Checker::reportNotKeptIn(const Node& text)
 {
-  for (const QDomNode& child : Children(text))
+  for (const Node& child : Children(text))
   {
     if (child.isElement())
     {
-      reportNotKeptIn(child.toElement());
+      reportNotKeptIn(child);
     }
     else if (!child.isText())
     {
@@ -157,7 +157,7 @@ void Checker::reportNotKeptIn(const QDomElement& text)
   }
 }
 
-void Checker::checkElement(const QDomElement& element, const CheckedElement& checked)
+void Checker::checkElement(const Node& element, const CheckedElement& checked)
 {
   checkAttributes(element, checked);
   switch (checked.format.holds)
@@ -180,29 +180,34 @@ void Checker::checkElement(const QDomElement& element, const CheckedElement& che
   checkValues(element, checked);
 }
 
-void Checker::checkPresence(const QDomElement& element)
+void Checker::checkPresence(const Node& element)
 {
-  const QString text = textIn(element).trimmed();
+  const QString text = element.text().trimmed();
   if (!text.isEmpty())
   {
     report(RuleId::PresenceCounts, element,
            QStringLiteral("%1 counts by its presence, and not by the text %2")
-               .arg(quoted(element.nodeName()), quoted(text)));
+               .arg(quoted(element.name()), quoted(text)));
   }
 }
 
-void Checker::checkText(const QDomElement& element)
+void Checker::checkText(const Node& element)
 {
-  checkCharacters(element, textIn(element));
-  if (!element.firstChildElement().isNull())
+  checkCharacters(element, element.text());
+  bool hasElements = false;
+  for (const Node& child : Children(element))
+  {
+    hasElements = hasElements || child.isElement();
+  }
+  if (hasElements)
   {
     report(RuleId::MarkupInText, element,
            QStringLiteral("the text of %1 has elements within; they are dropped")
-               .arg(quoted(element.nodeName())));
+               .arg(quoted(element.name())));
   }
 }
 
-void Checker::checkCharacters(const QDomElement& element, const QString& value, const QString& part)
+void Checker::checkCharacters(const Node& element, const QString& value, const QString& part)
 {
   const QString loss = lossIn(value);
   if (!loss.isEmpty())
@@ -212,19 +217,18 @@ void Checker::checkCharacters(const QDomElement& element, const QString& value, 
   }
 }
 
-void Checker::checkAttributes(const QDomElement& element, const CheckedElement& checked)
+void Checker::checkAttributes(const Node& element, const CheckedElement& checked)
 {
   for (const CheckedAttribute& known : checked.attributes)
   {
-    checkCharacters(element, element.attribute(known.name), '@' + known.name);
+    checkCharacters(element, element.attribute(known.name), '@' + QString(known.name));
   }
-  const QDomNamedNodeMap attributes = element.attributes();
   std::set<QString> unknown; // sorted: the order must be the same in every process
-  for (int i = 0; i < attributes.count(); ++i)
+  for (const QString& name : element.attributeNames())
   {
-    const QString name = attributes.item(i).nodeName();
     if (std::none_of(checked.attributes.begin(), checked.attributes.end(),
-                     [&name](const CheckedAttribute& known) { return known.name == name; }))
+                     [&name](const CheckedAttribute& known)
+                     { return QString(known.name) == name; }))
     {
       unknown.insert(name);
     }
@@ -241,16 +245,15 @@ void Checker::checkAttributes(const QDomElement& element, const CheckedElement& 
     }
     else
     {
-      report(
-          RuleId::UnknownAttribute, element,
-          QStringLiteral("%1 has no attribute %2").arg(quoted(element.nodeName()), quoted(name)) +
-              didYouMean(name, namesOf(checked.attributes)),
-          '@' + cut(name));
+      report(RuleId::UnknownAttribute, element,
+             QStringLiteral("%1 has no attribute %2").arg(quoted(element.name()), quoted(name)) +
+                 didYouMean(name, namesOf(checked.attributes)),
+             '@' + cut(name));
     }
   }
 }
 
-void Checker::checkChildren(const QDomElement& element, const CheckedElement& checked)
+void Checker::checkChildren(const Node& element, const CheckedElement& checked)
 {
   // Another element of the same name continues a list; any other element starts its own lists.
   const bool isList = checked.format.holds == format::Holds::Entries ||
@@ -261,19 +264,19 @@ void Checker::checkChildren(const QDomElement& element, const CheckedElement& ch
     lists.swap(outerLists);
   }
   QHash<QString, int> total;
-  for (const QDomNode& child : Children(element))
+  for (const Node& child : Children(element))
   {
     ++total[stepOf(child)];
   }
   QHash<QString, int> before;
-  for (const QDomNode& child : Children(element))
+  for (const Node& child : Children(element))
   {
     const QString step = stepOf(child);
     const int number = ++before[step];
     steps.push_back(total[step] > 1 ? QStringLiteral("%1[%2]").arg(step).arg(number) : step);
     if (child.isElement())
     {
-      checkChild(child.toElement(), checked, number > 1);
+      checkChild(child, checked, number > 1);
     }
     else
     {
@@ -287,27 +290,28 @@ void Checker::checkChildren(const QDomElement& element, const CheckedElement& ch
   }
 }
 
-void Checker::checkChild(const QDomElement& child, const CheckedElement& parent, bool isRepeated)
+void Checker::checkChild(const Node& child, const CheckedElement& parent, bool isRepeated)
 {
   if (parent.format.holds == format::Holds::Entries)
   {
     const CheckedElement& entry = parent.children.front();
-    if (child.nodeName() != entry.name)
+    if (!child.isNamed(entry.name))
     {
       report(RuleId::UnusualName, child,
              QStringLiteral("%1 is read as %2, as any element here is")
-                 .arg(quoted(child.nodeName()), quoted(entry.name)));
+                 .arg(quoted(child.name()), quoted(entry.name)));
     }
     checkElement(child, entry);
     return;
   }
-  const CheckedElement* const known = childNamed(parent, child.nodeName());
+  const CheckedElement* const known = childNamed(parent, child);
   if (known == nullptr)
   {
     reportUnknown(child, parent);
     return;
   }
-  if (parent.format.holds == format::Holds::Names && !lists[&parent].insert(known->name).second)
+  if (parent.format.holds == format::Holds::Names &&
+      !lists[&parent].insert(QString(known->name)).second)
   {
     report(RuleId::RepeatedPermission, child,
            QStringLiteral("the permission %1 is there already").arg(quoted(known->name)));
@@ -327,9 +331,9 @@ void Checker::checkChild(const QDomElement& child, const CheckedElement& parent,
   checkElement(child, *known);
 }
 
-void Checker::reportUnknown(const QDomElement& element, const CheckedElement& parent)
+void Checker::reportUnknown(const Node& element, const CheckedElement& parent)
 {
-  const QString name = element.nodeName();
+  const QString name = element.name();
   const std::vector<QString> children = namesOf(parent.children);
   std::vector<QString> homes;
   for (const format::Element* const home : format::homesOf(name.toStdString()))
@@ -356,7 +360,7 @@ void Checker::reportUnknown(const QDomElement& element, const CheckedElement& pa
   }
 }
 
-void Checker::checkNoElement(const QDomNode& node, const CheckedElement& parent)
+void Checker::checkNoElement(const Node& node, const CheckedElement& parent)
 {
   if (parent.format.holds == format::Holds::Entries)
   {
@@ -366,18 +370,18 @@ void Checker::checkNoElement(const QDomNode& node, const CheckedElement& parent)
   }
   else if (node.isText())
   {
-    if (!isBlank(node.nodeValue()))
+    if (!isBlank(node.text()))
     {
       report(RuleId::SkippedText, node,
              QStringLiteral("the text %1 in %2 is skipped")
-                 .arg(quoted(node.nodeValue().trimmed()), quoted(parent.name)));
+                 .arg(quoted(node.text().trimmed()), quoted(parent.name)));
     }
   }
-  else if (childNamed(parent, node.nodeName()) != nullptr)
+  else if (childNamed(parent, node) != nullptr)
   {
     report(RuleId::InstructionAsElement, node,
            QStringLiteral("the processing instruction is read as an element %1")
-               .arg(quoted(node.nodeName())));
+               .arg(quoted(node.name())));
   }
   else
   {

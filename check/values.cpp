@@ -17,7 +17,7 @@ bool leavesPackage(const QString& path)
 }
 } // namespace
 
-void Checker::checkValues(const QDomElement& element, const CheckedElement& checked)
+void Checker::checkValues(const Node& element, const CheckedElement& checked)
 {
   if (checked.format.holds == format::Holds::Text && checked.format.isRepeatable)
   {
@@ -29,7 +29,7 @@ void Checker::checkValues(const QDomElement& element, const CheckedElement& chec
     switch (attribute.format.type)
     {
     case format::Type::Language:
-      checkLanguage(element, checked, value, '@' + attribute.name);
+      checkLanguage(element, checked, value, '@' + QString(attribute.name));
       checkListed(element, checked, value);
       break;
     case format::Type::Path:
@@ -48,9 +48,9 @@ void Checker::checkValues(const QDomElement& element, const CheckedElement& chec
   }
 }
 
-void Checker::checkEntry(const QDomElement& entry, const CheckedElement& checked)
+void Checker::checkEntry(const Node& entry, const CheckedElement& checked)
 {
-  const QString text = textIn(entry);
+  const QString text = entry.text();
   if (checked.format.type == format::Type::Language)
   {
     checkLanguage(entry, checked, text, {});
@@ -62,7 +62,7 @@ void Checker::checkEntry(const QDomElement& entry, const CheckedElement& checked
   }
 }
 
-void Checker::checkLanguage(const QDomElement& entry, const CheckedElement& checked,
+void Checker::checkLanguage(const Node& entry, const CheckedElement& checked,
                             const QString& language, const QString& part)
 {
   if (language.isEmpty())
@@ -83,8 +83,7 @@ void Checker::checkLanguage(const QDomElement& entry, const CheckedElement& chec
   }
 }
 
-void Checker::checkListed(const QDomElement& entry, const CheckedElement& checked,
-                          const QString& language)
+void Checker::checkListed(const Node& entry, const CheckedElement& checked, const QString& language)
 {
   const bool isDescription = checked.keeps == format::Keeps::DescriptionLanguages;
   const bool isListed = checked.keeps == format::Keeps::All || language.isEmpty() ||
@@ -99,15 +98,14 @@ void Checker::checkListed(const QDomElement& entry, const CheckedElement& checke
   }
 }
 
-void Checker::checkPath(const QDomElement& element, const CheckedAttribute& attribute,
-                        const QString& path)
+void Checker::checkPath(const Node& element, const CheckedAttribute& attribute, const QString& path)
 {
-  const QString part = '@' + attribute.name;
+  const QString part = '@' + QString(attribute.name);
   const bool isWhole = attribute.format.type == format::Type::Path;
   if (path.isEmpty())
   {
-    report(RuleId::EmptyPath, element,
-           QStringLiteral("%1 has no path").arg(quoted(element.tagName())), part);
+    report(RuleId::EmptyPath, element, QStringLiteral("%1 has no path").arg(quoted(element.name())),
+           part);
   }
   else if (leavesPackage(path))
   {

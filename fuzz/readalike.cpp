@@ -4,6 +4,7 @@
 
 #include "support.hpp"
 
+#include <check/manifestcheck.hpp>
 #include <package/manifest2/loadmanifest.hpp>
 #include <package/xml/manifesttree.hpp>
 #include <package/xml/parsing.hpp>
@@ -40,6 +41,10 @@ struct Text
       return readManifestText(text, record, error);
     }
   }
+  static auto checked(const std::string& text, const vesk::check::Options& options)
+  {
+    return vesk::check::checkText(text, options);
+  }
   static auto parsed(const std::string& text, LoadError& error)
   {
     return vesk::parseXml(vesk::toQString(text), error);
@@ -65,6 +70,11 @@ struct File
       return readManifestDevice(device, record, error);
     }
   }
+  static auto checked(const std::string& bytes, const vesk::check::Options& options)
+  {
+    Buffer device(bytes);
+    return vesk::check::checkDevice(device, options);
+  }
   static auto parsed(const std::string& bytes, LoadError& error)
   {
     Buffer device(bytes);
@@ -85,6 +95,28 @@ void requireSame(const AnyConstReference& expected, const AnyConstReference& act
     requireEqual(expected, actual, "without the toolkit, of\n" + bytes + "\n");
     require(false, "without the toolkit something else is read of\n" + bytes);
   }
+}
+
+std::string shown(const std::vector<vesk::check::Finding>& findings)
+{
+  std::string text;
+  for (const vesk::check::Finding& finding : findings)
+  {
+    text += std::to_string(finding.line) + ':' + std::to_string(finding.column) + ' ' +
+            finding.rule->tag + ' ' + finding.message + ' ' + finding.place + '\n';
+  }
+  return text;
+}
+
+/// Options by which all rules report.
+vesk::check::Options allRules()
+{
+  vesk::check::Options options;
+  for (const vesk::check::Rule& rule : vesk::check::rules())
+  {
+    options.severities[rule.tag] = vesk::check::Severity::Warning;
+  }
+  return options;
 }
 
 /// Gives whether it is read without the toolkit.
@@ -118,6 +150,11 @@ bool requireReadAlikeAs(const std::string& bytes)
   require(Given::read(bytes, package, error) && Given::read(bytes + "<!--\r-->", byToolkit, error),
           "refused with a comment at the end\n" + bytes);
   requireSame(AnyConstReference(byToolkit), AnyConstReference(package), bytes);
+  static const vesk::check::Options options = allRules();
+  const std::string expected = shown(vesk::check::checkDocument(*document, options));
+  const std::string found = shown(Given::checked(bytes, options));
+  require(found == expected,
+          expected + "is found with the toolkit, and without it\n" + found + "in\n" + bytes);
   return true;
 }
 } // namespace

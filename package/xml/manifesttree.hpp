@@ -35,8 +35,11 @@ public:
 
   XmlNode root() const;
 
-  /// Null when it was parsed by `source/`.
+  /// Null when the other one has parsed it.
+  /// \{
+  const source::Document* inSource() const { return std::get_if<source::Document>(&tree); }
   const QDomDocument* inToolkit() const { return std::get_if<QDomDocument>(&tree); }
+  /// \}
 
 private:
   std::variant<source::Document, QDomDocument> tree;

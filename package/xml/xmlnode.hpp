@@ -37,6 +37,12 @@ public:
   XmlNode firstChild() const;
   XmlNode nextSibling() const;
 
+  /// The node in the tree that it is of, for those who need more of it; null in the other one.
+  /// \{
+  const source::Node* nodeInSource() const { return inSource; }
+  const QDomNode& nodeInToolkit() const { return inToolkit; }
+  /// \}
+
 private:
   const source::Node* inSource = nullptr;
   QDomNode inToolkit; // null when the node is in the other tree
