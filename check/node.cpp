@@ -11,9 +11,14 @@ namespace
 {
 using source::Kind;
 
+/// All of a text, also a byte order mark at its start, which the conversion would drop.
 QString toolkits(std::string_view text)
 {
-  return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
+  constexpr std::string_view mark = "\xEF\xBB\xBF";
+  const bool hasMark = text.substr(0, mark.size()) == mark;
+  text.remove_prefix(hasMark ? mark.size() : 0);
+  const QString rest = QString::fromUtf8(text.data(), static_cast<int>(text.size()));
+  return hasMark ? QChar(QChar::ByteOrderMark) + rest : rest;
 }
 
 /// The character of a node's text at which the toolkit has taken notice of it.
@@ -37,7 +42,8 @@ Place Places::of(const source::Node& node) const
   const int line = lines.placeOf(offset).line;
   const std::string_view text = document.text();
   const std::size_t begin = static_cast<std::size_t>(lines.line(line).data() - text.data());
-  return {line, toolkits(text.substr(begin, offset - begin)).size() + 1};
+  const std::string_view before = text.substr(begin, offset - begin);
+  return {line, QString::fromUtf8(before.data(), static_cast<int>(before.size())).size() + 1};
 }
 
 bool Node::isElement() const
@@ -106,7 +112,7 @@ QString Node::text() const
 {
   if (const source::Node* const inSource = node.nodeInSource())
   {
-    return inSource->isElement() ? QString::fromStdString(node.text())
+    return inSource->isElement() ? toolkits(node.text())
                                  : toolkits(inSource->value());
   }
   const QDomNode& inToolkit = node.nodeInToolkit();

@@ -95,6 +95,9 @@ private:
     case source::Kind::DocumentType:
     case source::Kind::Reference:
       return false; // entities bring markup, and there are attributes that are not in the text
+    case source::Kind::Declaration: // one without a version is an instruction to the toolkit
+      return node.value().find("\"\"") == std::string_view::npos &&
+             node.value().find("''") == std::string_view::npos;
     case source::Kind::Instruction:
       return isReadAlike(node.name());
     case source::Kind::Element:
