@@ -112,8 +112,7 @@ QString Node::text() const
 {
   if (const source::Node* const inSource = node.nodeInSource())
   {
-    return inSource->isElement() ? toolkits(node.text())
-                                 : toolkits(inSource->value());
+    return inSource->isElement() ? toolkits(node.text()) : toolkits(inSource->value());
   }
   const QDomNode& inToolkit = node.nodeInToolkit();
   return inToolkit.isElement() ? textIn(inToolkit.toElement()) : inToolkit.nodeValue();
