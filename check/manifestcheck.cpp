@@ -9,7 +9,7 @@ namespace
 {
 std::vector<Finding> checkTree(const source::Document& document, const Options& options)
 {
-  const Places places(document);
+  Places places(document);
   const auto node = [&places](const source::Node* of) { return Node(XmlNode(of), &places); };
   Report report(options);
   Checker(node(&*document.nodes().begin()), node(document.root()), options, report)

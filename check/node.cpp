@@ -11,12 +11,21 @@ namespace
 {
 using source::Kind;
 
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+constexpr std::size_t blockSize = 1024;
+
+/// How many UTF-16 units stand for the character that a byte of UTF-8 begins; 0 within one.
+std::size_t unitsOf(char byte)
+{
+  const auto code = static_cast<unsigned char>(byte);
+  return code >= 0xF0U ? 2 : (code & 0xC0U) == 0x80U ? 0 : 1;
+}
+
 /// All of a text, also a byte order mark at its start, which the conversion would drop.
 QString toolkits(std::string_view text)
 {
-  constexpr std::string_view mark = "\xEF\xBB\xBF";
-  const bool hasMark = text.substr(0, mark.size()) == mark;
-  text.remove_prefix(hasMark ? mark.size() : 0);
+  const bool hasMark = text.substr(0, byteOrderMark.size()) == byteOrderMark;
+  text.remove_prefix(hasMark ? byteOrderMark.size() : 0);
   const QString rest = QString::fromUtf8(text.data(), static_cast<int>(text.size()));
   return hasMark ? QChar(QChar::ByteOrderMark) + rest : rest;
 }
@@ -36,14 +45,46 @@ std::uint32_t noticedAt(const source::Node& node)
 }
 } // namespace
 
-Place Places::of(const source::Node& node) const
+Place Places::of(const source::Node& node)
 {
-  const std::uint32_t offset = noticedAt(node);
-  const int line = lines.placeOf(offset).line;
-  const std::string_view text = document.text();
-  const std::size_t begin = static_cast<std::size_t>(lines.line(line).data() - text.data());
-  const std::string_view before = text.substr(begin, offset - begin);
-  return {line, QString::fromUtf8(before.data(), static_cast<int>(before.size())).size() + 1};
+  if (lines.empty())
+  {
+    look();
+  }
+  const std::size_t offset = noticedAt(node);
+  const auto line = std::prev(std::upper_bound(lines.begin(), lines.end(), offset));
+  return {static_cast<int>(line - lines.begin()) + 1,
+          static_cast<int>(unitsBefore(offset) - unitsBefore(*line)) + 1};
+}
+
+void Places::look()
+{
+  const bool hasMark = text.substr(0, byteOrderMark.size()) == byteOrderMark;
+  lines.push_back(hasMark ? byteOrderMark.size() : 0);
+  std::size_t count = 0;
+  for (std::size_t at = 0; at < text.size(); ++at)
+  {
+    if (at % blockSize == 0)
+    {
+      units.push_back(count);
+    }
+    count += unitsOf(text[at]);
+    if (text[at] == '\n')
+    {
+      lines.push_back(at + 1);
+    }
+  }
+}
+
+std::size_t Places::unitsBefore(std::size_t offset) const
+{
+  const std::size_t block = std::min(offset / blockSize, units.size() - 1);
+  std::size_t count = units[block];
+  for (const char c : text.substr(block * blockSize, offset - block * blockSize))
+  {
+    count += unitsOf(c);
+  }
+  return count;
 }
 
 bool Node::isElement() const

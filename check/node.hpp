@@ -5,10 +5,11 @@
 #include <package/xml/reading.hpp>
 #include <package/xml/xmlnode.hpp>
 #include <source/document.hpp>
-#include <source/lines.hpp>
 
 #include <QString>
 
+#include <cstddef>
+#include <string_view>
 #include <vector>
 
 namespace vesk::check
@@ -22,18 +23,24 @@ struct Place
   int column = 0;
 };
 
-/// The text of a manifest that was parsed by `source/`, in which places are looked up.
+/// Finds places in the text of a manifest that was parsed by `source/`, where lines end with "\n".
+/// Looks through the text once, when it is first asked.
 class Places
 {
 public:
-  explicit Places(const source::Document& parsed) : document(parsed), lines(parsed.text()) {}
+  explicit Places(const source::Document& parsed) : text(parsed.text()) {}
 
   /// Where the toolkit says that a node is: near its end, or that of its start tag.
-  Place of(const source::Node& node) const;
+  Place of(const source::Node& node);
 
 private:
-  const source::Document& document;
-  source::Lines lines;
+  void look();
+  /// How many UTF-16 units there are in front of a byte.
+  std::size_t unitsBefore(std::size_t offset) const;
+
+  std::string_view text;
+  std::vector<std::size_t> lines; ///< where they begin; none before look()
+  std::vector<std::size_t> units; ///< in front of each block of bytes
 };
 
 /// A node as the checker sees it, of the toolkit's tree or of that of `source/`: with texts in the
@@ -43,7 +50,7 @@ class Node
 public:
   /// \p places are those of a node of the tree of `source/`, and have to outlive it; null for a node
   /// of the toolkit's.
-  Node(const XmlNode& read, const Places* placesOfTree) : node(read), places(placesOfTree) {}
+  Node(const XmlNode& read, Places* placesOfTree) : node(read), places(placesOfTree) {}
 
   bool isNull() const { return node.isNull(); }
   bool isElement() const;
@@ -69,7 +76,7 @@ public:
 
 private:
   XmlNode node;
-  const Places* places;
+  Places* places;
 };
 
 } // namespace vesk::check
