@@ -38,7 +38,7 @@ bool differ(const Element& element, const AnyConstReference& before, const AnyCo
                      });
 }
 
-/// The first or last entry that is an element; null when there is none.
+/// The first of some entries that is an element, in the order given; null when there is none.
 template <typename Entries>
 const Node* firstElement(Entries begin, Entries end)
 {
@@ -73,7 +73,6 @@ const Node* lastUpTo(const Node& host, const Element& parent, const Element& chi
   }
   return nullptr;
 }
-
 } // namespace
 
 void TextChange::change(const Manifest& before, const Manifest& after)
