@@ -3,6 +3,8 @@
 #include <package/xml/manifesttree.hpp>
 #include <package/xml/text.hpp>
 
+#include <QBuffer>
+
 namespace vesk::check
 {
 namespace
@@ -48,6 +50,17 @@ std::vector<Finding> checkDevice(QIODevice& device, const Options& options)
 {
   LoadError error;
   return checkParsed(parseDevice(device, error), error, options);
+}
+
+Checked checkBytes(const std::string& bytes, const Options& options)
+{
+  QBuffer device;
+  device.setData(bytes.data(), static_cast<int>(bytes.size()));
+  device.open(QIODevice::ReadOnly);
+  LoadError error;
+  const std::optional<ManifestTree> manifest = parseDevice(device, error);
+  return {checkParsed(manifest, error, options),
+          manifest ? manifest->root().attribute(manifestNames().uuid) : std::string()};
 }
 
 std::vector<Finding> checkText(const std::string& text, const Options& options)

@@ -3,8 +3,11 @@
 #define CHECK_MANIFESTCHECK_HPP
 
 #include <check/export.hpp>
+#include <source/edits.hpp>
 
+#include <cstddef>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -40,20 +43,47 @@ VESKPACKAGE_CHECK_EXPORT const std::vector<Rule>& rules();
 /// The rule with this tag; null when there is none.
 VESKPACKAGE_CHECK_EXPORT const Rule* findRule(const std::string& tag);
 
+/// A place in the text of a manifest. All are 0 where something is nowhere in the text.
+struct Position
+{
+  int line = 0;        ///< from 1; lines end with "\n", "\r\n" or "\r"
+  int column = 0;      ///< from 1, in characters
+  int utf16Column = 0; ///< from 1, in UTF-16 code units
+  /// In bytes of the text in UTF-8, from 0: as source::Document::text() has it, byte order mark
+  /// included.
+  std::size_t offset = 0;
+};
+
+/// How a fault can surely be mended.
+struct Mend
+{
+  std::string title;               ///< what it does, such as `write "lang"`
+  std::vector<source::Edit> edits; ///< of the manifest, as source::apply() makes them
+};
+
 /// One fault of one manifest. All text is UTF-8.
 struct Finding
 {
   const Rule* rule;    ///< never null
   Severity severity;   ///< never Severity::Off
   std::string message; ///< one line, without the place
-  /// Where it is, from 1: where an element's start tag, a text or a comment ends; 0 when it is
-  /// nowhere in the text. Columns count UTF-16 code units.
-  int line;
-  int column;
+  /// What it is about: an attribute or its value, the name of an element, a text. The end is where
+  /// that has ended; the same as the beginning where no more than that is known.
+  Position begin;
+  Position end;
   /// The path of the element, attribute (`/package/@uuid`), text or comment, as XPath has it;
   /// numbered from 1 where there are several of a name. Empty when the manifest could not be
   /// parsed. Names longer than 80 characters are cut.
   std::string place;
+  /// None where it is for people to judge what was meant, or the text is no strict XML.
+  std::optional<Mend> mend = std::nullopt;
+};
+
+/// What checking a file gives.
+struct Checked
+{
+  std::vector<Finding> findings; ///< in document order
+  std::string uuid;              ///< of the package; empty where it has none
 };
 
 /// What is checked, and how grave it is.
@@ -81,6 +111,8 @@ VESKPACKAGE_CHECK_EXPORT std::vector<Finding> checkFile(const std::string& path,
 /// read to its end, that is the only finding.
 VESKPACKAGE_CHECK_EXPORT std::vector<Finding> checkDevice(QIODevice& device,
                                                           const Options& options = {});
+/// Checks the bytes of a file.
+VESKPACKAGE_CHECK_EXPORT Checked checkBytes(const std::string& bytes, const Options& options = {});
 /// Checks a manifest's text, up to the first NUL byte.
 VESKPACKAGE_CHECK_EXPORT std::vector<Finding> checkText(const std::string& text,
                                                         const Options& options = {});

@@ -30,15 +30,17 @@ bool Report::count(RuleId id)
 
 void Report::add(RuleId id, const QString& message, int line, int column, const QString& place)
 {
-  findings.push_back(
-      {&ruleOf(id), severityOf(id), message.toStdString(), line, column, place.toStdString()});
+  const Position position{line, column, column, 0};
+  findings.push_back({&ruleOf(id), severityOf(id), message.toStdString(), position, position,
+                      place.toStdString()});
 }
 
 std::vector<Finding> Report::take()
 {
   std::stable_sort(findings.begin(), findings.end(),
                    [](const Finding& left, const Finding& right) {
-                     return std::tie(left.line, left.column) < std::tie(right.line, right.column);
+                     return std::tie(left.begin.line, left.begin.column) <
+                            std::tie(right.begin.line, right.begin.column);
                    });
   for (std::size_t id = 0; id < counts.size(); ++id)
   {

@@ -38,7 +38,7 @@ void requireSound(const std::vector<Finding>& findings, bool isLoaded)
     const bool isOneLine = std::none_of(finding.message.begin(), finding.message.end(),
                                         [](char c) { return static_cast<unsigned char>(c) < ' '; });
     require(isOneLine && !finding.message.empty(), "a message of other than one line");
-    require(finding.line >= 0 && finding.column >= 0, "a place outside of the text");
+    require(finding.begin.line >= 0 && finding.begin.column >= 0, "a place outside of the text");
     require(vesk::check::findRule(finding.rule->tag) == finding.rule, "a rule of its own");
   }
 }

@@ -102,7 +102,7 @@ std::string shown(const std::vector<vesk::check::Finding>& findings)
   std::string text;
   for (const vesk::check::Finding& finding : findings)
   {
-    text += std::to_string(finding.line) + ':' + std::to_string(finding.column) + ' ' +
+    text += std::to_string(finding.begin.line) + ':' + std::to_string(finding.begin.column) + ' ' +
             finding.rule->tag + ' ' + finding.message + ' ' + finding.place + '\n';
   }
   return text;

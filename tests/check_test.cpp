@@ -22,7 +22,7 @@ std::string listed(const std::vector<Finding>& findings)
   std::ostringstream out;
   for (const Finding& finding : findings)
   {
-    out << finding.line << ':' << finding.column << ' ' << nameOf(finding.severity) << ' '
+    out << finding.begin.line << ':' << finding.begin.column << ' ' << nameOf(finding.severity) << ' '
         << finding.rule->tag << ' ' << finding.place << ": " << finding.message << '\n';
   }
   return out.str();

@@ -25,9 +25,9 @@ void printFinding(std::ostream& out, const std::string& name, const vesk::check:
                   bool isColored)
 {
   out << name;
-  if (finding.line > 0)
+  if (finding.begin.line > 0)
   {
-    out << ':' << finding.line << ':' << finding.column;
+    out << ':' << finding.begin.line << ':' << finding.begin.column;
   }
   out << ": " << (isColored ? colorOf(finding.severity) : "")
       << vesk::check::nameOf(finding.severity) << (isColored ? "\x1b[0m" : "") << ": "

@@ -3,7 +3,6 @@
 #include "output/finding.hpp"
 #include "verbs/verbs.hpp"
 
-#include <QBuffer>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -52,8 +51,8 @@ nlohmann::ordered_json jsonOf(const std::string& name, const std::vector<Finding
     list.push_back({{"severity", nameOf(finding.severity)},
                     {"tag", finding.rule->tag},
                     {"message", finding.message},
-                    {"line", finding.line},
-                    {"column", finding.column},
+                    {"line", finding.begin.line},
+                    {"column", finding.begin.column},
                     {"place", finding.place}});
   }
   return {{"file", name}, {"findings", std::move(list)}};
@@ -96,12 +95,9 @@ std::vector<Finding> findingsIn(const std::string& file, const CheckOptions& opt
   const std::optional<std::string> bytes = readBytes(file, trouble);
   if (!bytes)
   {
-    return {{vesk::check::findRule("unreadable"), Severity::Error, trouble, 0, 0, {}}};
+    return {{vesk::check::findRule("unreadable"), Severity::Error, trouble, {}, {}, {}}};
   }
-  QBuffer input;
-  input.setData(QByteArray::fromStdString(*bytes));
-  input.open(QIODevice::ReadOnly);
-  std::vector<Finding> findings = vesk::check::checkDevice(input, asked);
+  std::vector<Finding> findings = vesk::check::checkBytes(*bytes, asked).findings;
   if (options.isQuiet)
   {
     findings.erase(std::remove_if(findings.begin(), findings.end(),
