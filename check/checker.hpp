@@ -18,14 +18,14 @@ class Checker
 {
 public:
   /// \p first is the first node of the document, that of its declaration or the like.
-  Checker(const Node& first, const Node& root, const Options& options, Report& findings);
+  Checker(const Node& first, const Options& options, Report& findings);
 
   /// \p documentType is null when there is none.
   void check(const Node& documentType);
 
-  /// Reports what is wrong with the node that the walk is at, or with a part of it, such as
-  /// "@path".
-  void report(RuleId id, const Node& node, const QString& message, const QString& part = {});
+  /// Reports what is wrong with the node that the walk is at, or with a part of it.
+  void report(RuleId id, const Subject& subject, const QString& message,
+              std::optional<Mend> mend = std::nullopt);
 
   const PackageLanguages& languages() const { return packageLanguages; }
 
@@ -35,7 +35,7 @@ private:
   void checkAttributes(const Node& element, const CheckedElement& checked);
   void checkPresence(const Node& element);
   void checkText(const Node& element);
-  void checkCharacters(const Node& element, const QString& value, const QString& part = {});
+  void checkCharacters(const Subject& subject, const QString& value);
   void checkChildren(const Node& element, const CheckedElement& checked);
   void checkChild(const Node& child, const CheckedElement& parent, bool isRepeated);
   void checkNoElement(const Node& node, const CheckedElement& parent);
@@ -46,9 +46,9 @@ private:
   // values.cpp: what the readers take as it is
   void checkValues(const Node& element, const CheckedElement& checked);
   void checkEntry(const Node& entry, const CheckedElement& checked);
-  void checkLanguage(const Node& entry, const CheckedElement& checked, const QString& language,
-                     const QString& part);
-  void checkListed(const Node& entry, const CheckedElement& checked, const QString& language);
+  void checkLanguage(const Subject& subject, const CheckedElement& checked,
+                     const QString& language);
+  void checkListed(const Subject& subject, const CheckedElement& checked, const QString& language);
   void checkPath(const Node& element, const CheckedAttribute& attribute, const QString& path);
   /// Whether there is a file or folder at this path or, unless \p isWhole, a file whose path is
   /// this one with an extension added.
