@@ -4,6 +4,7 @@
 
 #include <check/elements.hpp>
 #include <check/languages.hpp>
+#include <check/mending.hpp>
 #include <check/report.hpp>
 
 #include <map>
@@ -17,8 +18,10 @@ namespace vesk::check
 class Checker
 {
 public:
-  /// \p first is the first node of the document, that of its declaration or the like.
-  Checker(const Node& first, const Options& options, Report& findings);
+  /// \p first is the first node of the document, that of its declaration or the like. \p edited is its
+  /// text; null where that is not known, or cannot be edited.
+  Checker(const Node& first, const source::Document* edited, const Options& options,
+          Report& findings);
 
   /// \p documentType is null when there is none.
   void check(const Node& documentType);
@@ -28,6 +31,7 @@ public:
               std::optional<Mend> mend = std::nullopt);
 
   const PackageLanguages& languages() const { return packageLanguages; }
+  const Mending& mends() const { return mending; }
 
 private:
   // structure.cpp: what the readers skip or take for something else
@@ -58,6 +62,7 @@ private:
   using Lists = std::map<const CheckedElement*, std::set<QString>>;
 
   const Node first; ///< of the document
+  const Mending mending;
   QString packageFolder;
   std::map<QString, std::set<QString>> filesWithoutExtension; ///< by folder; read once
   Report& found;

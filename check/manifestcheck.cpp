@@ -6,8 +6,6 @@
 
 #include <QBuffer>
 
-#include <algorithm>
-
 namespace vesk::check
 {
 namespace
@@ -15,17 +13,18 @@ namespace
 std::vector<Finding> checkTree(const source::Document& document, const Options& options)
 {
   Report report(options);
-  Checker(Node(&*document.nodes().begin()), options, report).check(Node(nullptr));
+  Checker(Node(&*document.nodes().begin()), &document, options, report).check(Node(nullptr));
   return report.take(document.text());
 }
 
-/// Findings in the toolkit's tree. \p twins are null where its text is not known.
-void checkTree(const QDomDocument& document, const Twins* twins, const Options& options,
-               Report& report)
+/// Findings in the toolkit's tree. \p twins are null where its text is not known, \p edited where it
+/// cannot be edited.
+void checkTree(const QDomDocument& document, const Twins* twins, const source::Document* edited,
+               const Options& options, Report& report)
 {
   const QDomDocumentType type = document.doctype();
   const QDomNode typeOrNull = type.name().isEmpty() ? QDomNode() : QDomNode(type);
-  Checker(Node(document.firstChild(), twins, twins != nullptr ? 1 : 0), options, report)
+  Checker(Node(document.firstChild(), twins, twins != nullptr ? 1 : 0), edited, options, report)
       .check(Node(typeOrNull, twins, twins != nullptr ? twins->documentType() : 0));
 }
 
@@ -41,16 +40,8 @@ std::vector<Finding> checkTree(const QDomDocument& document, const StrictText& t
                {text.error->range});
   }
   const Twins twins(document, text.document);
-  checkTree(document, &twins, options, report);
-  std::vector<Finding> findings = report.take(text.document.text());
-  if (!text.isEditable)
-  {
-    for (Finding& finding : findings)
-    {
-      finding.mend.reset();
-    }
-  }
-  return findings;
+  checkTree(document, &twins, text.isEditable ? &text.document : nullptr, options, report);
+  return report.take(text.document.text());
 }
 
 /// The one finding of a manifest that no reader takes. \p text is null where it is not known.
@@ -150,7 +141,7 @@ std::vector<Finding> checkText(const std::string& text, const Options& options)
 std::vector<Finding> checkDocument(const QDomDocument& document, const Options& options)
 {
   Report report(options);
-  checkTree(document, nullptr, options, report);
+  checkTree(document, nullptr, nullptr, options, report);
   return report.take({});
 }
 

@@ -65,6 +65,9 @@ const CheckedElement* childNamed(const CheckedElement& parent, const Node& node)
   return child == parent.children.end() ? nullptr : &*child;
 }
 
+/// Of another vocabulary, which may be meant so.
+bool isPrefixed(const QString& name) { return name.contains(':'); }
+
 Node rootBehind(const Node& firstOfDocument)
 {
   Node node = firstOfDocument;
@@ -94,9 +97,11 @@ QString lossIn(const QString& value)
 }
 } // namespace
 
-Checker::Checker(const Node& firstOfDocument, const Options& options, Report& findings)
-    : first(firstOfDocument), packageFolder(QString::fromStdString(options.packageFolder)),
-      found(findings), packageLanguages(rootBehind(firstOfDocument))
+Checker::Checker(const Node& firstOfDocument, const source::Document* edited,
+                 const Options& options, Report& findings)
+    : first(firstOfDocument), mending(edited),
+      packageFolder(QString::fromStdString(options.packageFolder)), found(findings),
+      packageLanguages(rootBehind(firstOfDocument))
 {}
 
 void Checker::check(const Node& documentType)
@@ -313,7 +318,8 @@ void Checker::checkChild(const Node& child, const CheckedElement& parent, bool i
     {
       report(RuleId::UnusualName, nameOf(child),
              QStringLiteral("%1 is read as %2, as any element here is")
-                 .arg(quoted(child.name()), quoted(entry.name)));
+                 .arg(quoted(child.name()), quoted(entry.name)),
+             isPrefixed(child.name()) ? std::nullopt : mending.rename(child, entry.name));
     }
     checkElement(child, entry);
     return;
@@ -328,7 +334,8 @@ void Checker::checkChild(const Node& child, const CheckedElement& parent, bool i
       !lists[&parent].insert(QString(known->name)).second)
   {
     report(RuleId::RepeatedPermission, nameOf(child),
-           QStringLiteral("the permission %1 is there already").arg(quoted(known->name)));
+           QStringLiteral("the permission %1 is there already").arg(quoted(known->name)),
+           mending.remove(child));
   }
   else if (isRepeated && known->format.several == format::Several::LastCounts)
   {
