@@ -1,18 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <check/checker.hpp>
+#include <check/checking.hpp>
 #include <check/stricttext.hpp>
 #include <package/xml/manifesttree.hpp>
 #include <package/xml/text.hpp>
 
 #include <QBuffer>
 
+#include <limits>
+
 namespace vesk::check
 {
 namespace
 {
-std::vector<Finding> checkTree(const source::Document& document, const Options& options)
+std::vector<Finding> checkTree(const source::Document& document, const Options& options,
+                               Report& report)
 {
-  Report report(options);
   Checker(Node(&*document.nodes().begin()), &document, options, report).check(Node(nullptr));
   return report.take(document.text());
 }
@@ -29,9 +32,8 @@ void checkTree(const QDomDocument& document, const Twins* twins, const source::D
 }
 
 std::vector<Finding> checkTree(const QDomDocument& document, const StrictText& text,
-                               const Options& options)
+                               const Options& options, Report& report)
 {
-  Report report(options);
   if (text.error && report.count(RuleId::NotStrict))
   {
     report.add(RuleId::NotStrict,
@@ -45,12 +47,11 @@ std::vector<Finding> checkTree(const QDomDocument& document, const StrictText& t
 }
 
 /// The one finding of a manifest that no reader takes. \p text is null where it is not known.
-std::vector<Finding> refusal(const LoadError& error, const StrictText* text, const Options& options)
+std::vector<Finding> refusal(const LoadError& error, const StrictText* text, Report& report)
 {
   const RuleId id = error.line == 0        ? RuleId::Unreadable
                     : error.isBeyondLimits ? RuleId::BeyondLimits
                                            : RuleId::NotWellFormed;
-  Report report(options);
   if (report.count(id))
   {
     QString message = toQString(error.message);
@@ -75,66 +76,85 @@ std::vector<Finding> refusal(const LoadError& error, const StrictText* text, con
 /// the text, or nothing, where the toolkit has parsed it.
 template <typename TextOf>
 std::vector<Finding> checkParsed(const std::optional<ManifestTree>& manifest,
-                                 const LoadError& error, const Options& options,
+                                 const LoadError& error, const Options& options, Report& report,
                                  const TextOf& strictText)
 {
   if (manifest && manifest->inSource() != nullptr)
   {
-    return checkTree(*manifest->inSource(), options);
+    return checkTree(*manifest->inSource(), options, report);
   }
   const std::optional<StrictText> text = strictText();
   if (!manifest)
   {
-    return refusal(error, text ? &*text : nullptr, options);
+    return refusal(error, text ? &*text : nullptr, report);
   }
-  return text ? checkTree(*manifest->inToolkit(), *text, options)
-              : checkDocument(*manifest->inToolkit(), options);
+  if (text)
+  {
+    return checkTree(*manifest->inToolkit(), *text, options, report);
+  }
+  checkTree(*manifest->inToolkit(), nullptr, nullptr, options, report);
+  return report.take({});
 }
 
 Checked checkParsed(const std::optional<ManifestTree>& manifest, const LoadError& error,
-                    const Options& options, const std::optional<std::string>& left)
+                    const Options& options, Report& report, const std::optional<std::string>& left)
 {
   const auto strictText = [&left]
   { return left ? std::optional(strictTextOfBytes(*left)) : std::nullopt; };
-  return {checkParsed(manifest, error, options, strictText),
+  return {checkParsed(manifest, error, options, report, strictText),
           manifest ? manifest->root().attribute(manifestNames().uuid) : std::string()};
 }
 
-Checked check(QIODevice& device, const Options& options)
+Checked check(QIODevice& device, const Options& options, Report& report)
 {
   LoadError error;
   std::optional<std::string> left;
   const std::optional<ManifestTree> manifest = parseDevice(device, error, Parsers::Both, &left);
-  return checkParsed(manifest, error, options, left);
+  return checkParsed(manifest, error, options, report, left);
+}
+
+Checked check(const std::string& bytes, const Options& options, Report& report)
+{
+  QBuffer device;
+  device.setData(QByteArray::fromRawData(bytes.data(), static_cast<int>(bytes.size())));
+  device.open(QIODevice::ReadOnly);
+  return check(device, options, report);
 }
 } // namespace
 
 std::vector<Finding> checkFile(const std::string& path, const Options& options)
 {
+  Report report(options);
   LoadError error;
   std::optional<std::string> left;
   const std::optional<ManifestTree> manifest = parseFile(path, error, Parsers::Both, &left);
-  return checkParsed(manifest, error, options, left).findings;
+  return checkParsed(manifest, error, options, report, left).findings;
 }
 
 std::vector<Finding> checkDevice(QIODevice& device, const Options& options)
 {
-  return check(device, options).findings;
+  Report report(options);
+  return check(device, options, report).findings;
 }
 
 Checked checkBytes(const std::string& bytes, const Options& options)
 {
-  QBuffer device;
-  device.setData(bytes.data(), static_cast<int>(bytes.size()));
-  device.open(QIODevice::ReadOnly);
-  return check(device, options);
+  Report report(options);
+  return check(bytes, options, report);
+}
+
+std::vector<Finding> checkWithoutLimit(const std::string& bytes, const Options& options)
+{
+  Report report(options, std::numeric_limits<std::size_t>::max());
+  return check(bytes, options, report).findings;
 }
 
 std::vector<Finding> checkText(const std::string& text, const Options& options)
 {
+  Report report(options);
   LoadError error;
   const std::optional<ManifestTree> manifest = parseManifest(text, error);
-  return checkParsed(manifest, error, options,
+  return checkParsed(manifest, error, options, report,
                      [&text] { return std::optional(strictTextOfText(text)); });
 }
 

@@ -10,9 +10,6 @@ namespace vesk::check
 {
 namespace
 {
-// A finding takes about a hundred times the memory of the text that causes it.
-constexpr std::size_t mostOfARule = 1000;
-
 Position positionOf(std::size_t offset, const source::Lines& lines)
 {
   const source::Place place = lines.placeOf(offset);
@@ -34,7 +31,7 @@ source::Range withoutBlanksAtEnds(const source::Range& range, std::string_view t
 }
 } // namespace
 
-Report::Report(const Options& options)
+Report::Report(const Options& options, std::size_t mostOfARule) : most(mostOfARule)
 {
   for (const Rule& rule : rules())
   {
@@ -46,7 +43,7 @@ Report::Report(const Options& options)
 
 bool Report::count(RuleId id)
 {
-  return severityOf(id) != Severity::Off && ++counts[static_cast<std::size_t>(id)] <= mostOfARule;
+  return severityOf(id) != Severity::Off && ++counts[static_cast<std::size_t>(id)] <= most;
 }
 
 void Report::add(RuleId id, const QString& message, const Spot& spot, const QString& place,
@@ -89,13 +86,12 @@ std::vector<Finding> Report::take(std::string_view text)
                    });
   for (std::size_t id = 0; id < counts.size(); ++id)
   {
-    if (counts[id] > mostOfARule)
+    if (counts[id] > most)
     {
       const auto last = std::find_if(findings.rbegin(), findings.rend(),
                                      [id](const Finding& finding)
                                      { return finding.rule == &ruleOf(static_cast<RuleId>(id)); });
-      last->message +=
-          "; " + std::to_string(counts[id] - mostOfARule) + " more of these are left out";
+      last->message += "; " + std::to_string(counts[id] - most) + " more of these are left out";
     }
   }
   return std::move(findings);

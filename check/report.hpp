@@ -26,7 +26,11 @@ struct Spot
 class Report
 {
 public:
-  explicit Report(const Options& options);
+  // A finding takes about a hundred times the memory of the text that causes it.
+  static constexpr std::size_t usualMost = 1000;
+
+  /// Lists no more than \p mostOfARule findings of a rule.
+  explicit Report(const Options& options, std::size_t mostOfARule = usualMost);
 
   /// Counts a finding of this rule; false when it is not to be added.
   bool count(RuleId id);
@@ -41,6 +45,7 @@ public:
 private:
   Severity severityOf(RuleId id) const { return severities[static_cast<std::size_t>(id)]; }
 
+  const std::size_t most;
   std::vector<Severity> severities; // by RuleId
   std::vector<std::size_t> counts;  // by RuleId
   std::vector<Finding> findings;
