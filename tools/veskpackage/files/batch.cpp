@@ -3,6 +3,7 @@
 
 #include "files/inputfiles.hpp"
 #include "output/complaint.hpp"
+#include "usagefault.hpp"
 
 #include <algorithm>
 #include <chrono>
@@ -75,8 +76,8 @@ struct Job
 class Batch
 {
 public:
-  Batch(const Inputs& inputs, const Work& toDo, std::string between)
-      : jobs(inputs.jobs), files(inputs), work(toDo), separator(std::move(between))
+  Batch(const Inputs& inputs, const Work& toDo, std::string between, const LeftOut& isLeftOut)
+      : jobs(inputs.jobs), files(inputs, isLeftOut), work(toDo), separator(std::move(between))
   {}
 
   ExitCode run()
@@ -100,6 +101,10 @@ public:
     if (badList)
     {
       std::rethrow_exception(badList);
+    }
+    if (files.haveGivenNone())
+    {
+      throw UsageFault("veskpackage: error: " + files.searched());
     }
     return code;
   }
@@ -206,9 +211,10 @@ private:
 };
 } // namespace
 
-ExitCode forEachFile(const Inputs& inputs, const Work& work, const std::string& separator)
+ExitCode forEachFile(const Inputs& inputs, const Work& work, const std::string& separator,
+                     const LeftOut& isLeftOut)
 {
-  return Batch(inputs, work, separator).run();
+  return Batch(inputs, work, separator, isLeftOut).run();
 }
 
 } // namespace tool

@@ -28,10 +28,17 @@ struct Inputs
 using Work =
     std::function<ExitCode(const std::string& file, std::ostream& out, std::ostream& complaints)>;
 
+/// Whether a file or folder that is found in a folder is left out; of a file that is named itself the
+/// answer does not count. Asked of each in turn, by one thread at a time, before it is worked on. A
+/// std::runtime_error from it ends the work once what comes before is done, and is thrown on.
+using LeftOut = std::function<bool(const std::string& path)>;
+
 /// Works on all files and gives the highest exit code. Between the results of two files prints
 /// \p separator. While it takes long, a terminal is shown how far it is. Memory does not grow with
-/// the number of files. Throws std::runtime_error when the list of files cannot be read.
-ExitCode forEachFile(const Inputs& inputs, const Work& work, const std::string& separator = {});
+/// the number of files. Throws UsageFault when there is no file to work on, and std::runtime_error when
+/// the list of files cannot be read.
+ExitCode forEachFile(const Inputs& inputs, const Work& work, const std::string& separator = {},
+                     const LeftOut& isLeftOut = {});
 
 } // namespace tool
 
