@@ -2,9 +2,10 @@
 // The options of the verb check.
 #include "commandline.hpp"
 #include "commonoptions.hpp"
+#include "policy/severities.hpp"
 
 #include <cstdlib>
-#include <map>
+#include <stdexcept>
 #include <unistd.h>
 #include <utility>
 
@@ -25,21 +26,30 @@ bool isColored(const std::string& color)
 /// "tag=severity"
 std::pair<std::string, Severity> overrideIn(const std::string& text)
 {
-  static const std::map<std::string, Severity> severities{{"off", Severity::Off},
-                                                          {"hint", Severity::Hint},
-                                                          {"warning", Severity::Warning},
-                                                          {"error", Severity::Error}};
   const std::size_t equals = text.find('=');
   const std::string tag = text.substr(0, equals);
-  require(vesk::check::findRule(tag) != nullptr,
-          "--override: there is no rule \"" + tag + "\"; --list-rules lists them");
-  require(vesk::check::findRule(tag)->severity != Severity::Error,
-          "--override: " + tag + " is an error at all times, since nothing is read then");
-  const auto severity =
-      severities.find(equals == std::string::npos ? std::string() : text.substr(equals + 1));
-  require(severity != severities.end(),
-          "--override: " + tag + " needs =off, =hint, =warning or =error");
-  return {tag, severity->second};
+  try
+  {
+    return {tag, severityFor(tag, equals == std::string::npos ? "" : text.substr(equals + 1))};
+  }
+  catch (const std::invalid_argument& fault)
+  {
+    throw CLI::ValidationError(std::string("--override: ") + fault.what(),
+                               CLI::ExitCodes::ValidationError);
+  }
+}
+
+void addPolicy(CLI::App& verb, CheckOptions& options)
+{
+  CLI::Option* const config =
+      verb.add_option("--config", options.policyFile,
+                      "Take severities, strictness and excluded paths from FILE, instead of from "
+                      "veskpackage.toml in the folder of each manifest or the nearest above")
+          ->check(faultIn)
+          ->option_text("FILE");
+  verb.add_flag_callback(
+          "--no-config", [&options] { options.policyFile = ""; }, "Take them from no file")
+      ->excludes(config);
 }
 } // namespace
 
@@ -55,6 +65,7 @@ void CommandLine::addCheck()
                    "Report what the rule TAG finds as off, hint, warning or error instead")
       ->option_text("TAG=SEVERITY")
       ->allow_extra_args(false);
+  addPolicy(*verb, checkOptions);
   verb->add_option("--package", checkOptions.packageFolder,
                    "Look up the paths in the manifest in the package's folder")
       ->check(CLI::ExistingDirectory)

@@ -16,7 +16,7 @@ namespace
 std::string nameOf(const std::string& file) { return file == "-" ? "<stdin>" : file; }
 } // namespace
 
-std::optional<std::string> readBytes(const std::string& file, std::string& trouble)
+std::optional<std::string> readBytes(const std::string& file, std::string& trouble, int mebibytes)
 {
   QFile input(QString::fromStdString(file));
   if (file == "-")
@@ -27,10 +27,10 @@ std::optional<std::string> readBytes(const std::string& file, std::string& troub
   {
     input.open(QIODevice::ReadOnly);
   }
-  return readBytes(input, trouble);
+  return readBytes(input, trouble, mebibytes);
 }
 
-std::optional<std::string> readBytes(QFile& input, std::string& trouble)
+std::optional<std::string> readBytes(QFile& input, std::string& trouble, int mebibytes)
 {
   if (!input.isOpen())
   {
@@ -42,9 +42,9 @@ std::optional<std::string> readBytes(QFile& input, std::string& trouble)
   for (QByteArray piece; !(piece = input.read(mebibyte)).isEmpty();)
   {
     bytes.append(piece.constData(), static_cast<std::size_t>(piece.size()));
-    if (bytes.size() > std::size_t{mostMebibytes} * mebibyte)
+    if (bytes.size() > static_cast<std::size_t>(mebibytes) * mebibyte)
     {
-      trouble = "larger than " + std::to_string(mostMebibytes) + " MiB";
+      trouble = "larger than " + std::to_string(mebibytes) + " MiB";
       return std::nullopt;
     }
   }

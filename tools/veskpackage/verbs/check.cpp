@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "output/complaint.hpp"
 #include "output/finding.hpp"
+#include "policy/policies.hpp"
 #include "verbs/verbs.hpp"
 
 #include <nlohmann/json.hpp>
@@ -88,9 +89,11 @@ void printAll(std::ostream& out, const std::string& name, const std::vector<Find
   }
 }
 
-std::vector<Finding> findingsIn(const std::string& file, const CheckOptions& options)
+std::vector<Finding> findingsIn(const std::string& file, const CheckOptions& options,
+                                const Policy& policy)
 {
-  const vesk::check::Options asked{options.severities, options.packageFolder};
+  vesk::check::Options asked{options.severities, options.packageFolder};
+  asked.severities.insert(policy.severities.begin(), policy.severities.end()); // the others only
   std::string trouble;
   const std::optional<std::string> bytes = readBytes(file, trouble);
   if (!bytes)
@@ -112,15 +115,18 @@ std::vector<Finding> findingsIn(const std::string& file, const CheckOptions& opt
 ExitCode checkManifests(const CheckOptions& options)
 {
   Totals totals;
-  const ExitCode code =
-      forEachFile(options.inputs,
-                  [&](const std::string& file, std::ostream& out, std::ostream&)
-                  {
-                    const std::vector<Finding> findings = findingsIn(file, options);
-                    totals.count(findings);
-                    printAll(out, file == "-" ? "<stdin>" : file, findings, options);
-                    return codeOf(findings, options.isStrict);
-                  });
+  Policies policies(options.policyFile);
+  const ExitCode code = forEachFile(
+      options.inputs,
+      [&](const std::string& file, std::ostream& out, std::ostream&)
+      {
+        const std::shared_ptr<const Policy> policy = policies.policyOf(file);
+        const std::vector<Finding> findings = findingsIn(file, options, *policy);
+        totals.count(findings);
+        printAll(out, file == "-" ? "<stdin>" : file, findings, options);
+        return codeOf(findings, options.isStrict || policy->isStrict);
+      },
+      {}, [&policies](const std::string& path) { return policies.excludes(path); });
   if (options.format == Format::Text && !options.isQuiet)
   {
     std::cout << counted(totals.files, "file") << ": " << counted(totals.errors, "error") << ", "

@@ -40,7 +40,8 @@ struct CheckOptions
   Inputs inputs;
   Format format = Format::Text;
   std::map<std::string, vesk::check::Severity> severities;
-  bool isStrict = false; ///< warnings count as errors
+  bool isStrict = false;                 ///< warnings count as errors
+  std::optional<std::string> policyFile; ///< for all manifests; empty: none for any
   bool isQuiet = false;
   bool isColored = false;
   std::string packageFolder;
