@@ -50,6 +50,17 @@ void addPolicy(CLI::App& verb, CheckOptions& options)
   verb.add_flag_callback(
           "--no-config", [&options] { options.policyFile = ""; }, "Take them from no file")
       ->excludes(config);
+  CLI::Option* const baseline =
+      verb.add_option(
+              "--baseline", options.baseline,
+              "Neither report nor count what is in FILE, which --write-baseline has written")
+          ->check(faultIn)
+          ->option_text("FILE");
+  verb.add_option("--write-baseline", options.baselineToWrite,
+                  "Write what is found to FILE instead of reporting it")
+      ->check(faultIn)
+      ->excludes(baseline)
+      ->option_text("FILE");
 }
 } // namespace
 

@@ -20,7 +20,7 @@ enum ExitCode : int
 inline constexpr std::array exitCodeMeanings{
     "done",
     "a negative result: findings that fail, a difference, a field that is not there, a refusal",
-    "wrong usage, a faulty policy, or no manifest found",
+    "wrong usage, a faulty policy or baseline, or no manifest found",
     "a file is unreadable or malformed, or cannot be written"};
 
 } // namespace tool

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "output/complaint.hpp"
 #include "output/finding.hpp"
+#include "policy/baseline.hpp"
 #include "policy/policies.hpp"
 #include "verbs/verbs.hpp"
 
@@ -116,22 +117,29 @@ ExitCode checkManifests(const CheckOptions& options)
 {
   Totals totals;
   Policies policies(options.policyFile);
+  Baseline baseline(options.baseline, options.baselineToWrite);
   const ExitCode code = forEachFile(
       options.inputs,
       [&](const std::string& file, std::ostream& out, std::ostream&)
       {
         const std::shared_ptr<const Policy> policy = policies.policyOf(file);
-        const std::vector<Finding> findings = findingsIn(file, options, *policy);
+        std::vector<Finding> findings = findingsIn(file, options, *policy);
+        baseline.take(file, findings);
         totals.count(findings);
         printAll(out, file == "-" ? "<stdin>" : file, findings, options);
         return codeOf(findings, options.isStrict || policy->isStrict);
       },
       {}, [&policies](const std::string& path) { return policies.excludes(path); });
+  if (!options.baselineToWrite.empty() &&
+      !writeFile(baseline.text(), options.baselineToWrite, std::cout, std::cerr))
+  {
+    return FileTrouble;
+  }
   if (options.format == Format::Text && !options.isQuiet)
   {
     std::cout << counted(totals.files, "file") << ": " << counted(totals.errors, "error") << ", "
               << counted(totals.warnings, "warning") << ", " << counted(totals.hints, "hint")
-              << std::endl;
+              << baseline.summary() << std::endl;
   }
   return code;
 }

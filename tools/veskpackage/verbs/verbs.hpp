@@ -42,6 +42,8 @@ struct CheckOptions
   std::map<std::string, vesk::check::Severity> severities;
   bool isStrict = false;                 ///< warnings count as errors
   std::optional<std::string> policyFile; ///< for all manifests; empty: none for any
+  std::string baseline;                  ///< a file; empty: none
+  std::string baselineToWrite;           ///< a file; empty: none
   bool isQuiet = false;
   bool isColored = false;
   std::string packageFolder;
