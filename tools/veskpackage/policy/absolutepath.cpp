@@ -13,12 +13,16 @@ namespace filesystem = std::filesystem;
 
 std::string absolutePath(const std::string& path)
 {
-  const filesystem::path whole = filesystem::absolute(path);
+  std::error_code unknown; // of a working directory that is gone, and of a folder that is not there
+  const filesystem::path whole = filesystem::absolute(path, unknown);
+  if (unknown)
+  {
+    return path;
+  }
   const auto lastUp = std::find(std::make_reverse_iterator(whole.end()),
                                 std::make_reverse_iterator(whole.begin()), "..");
   filesystem::path start;
   std::for_each(whole.begin(), lastUp.base(), [&start](const auto& name) { start /= name; });
-  std::error_code unknown; // of a folder that is not there, as text
   filesystem::path resolved = start.empty() ? start : filesystem::canonical(start, unknown);
   resolved = unknown ? start : resolved;
   std::for_each(lastUp.base(), whole.end(), [&resolved](const auto& name) { resolved /= name; });
