@@ -56,21 +56,21 @@ InputFiles::InputFiles(const Inputs& inputs) : named(inputs)
   }
 }
 
-std::optional<std::string> InputFiles::next()
+std::optional<InputFile> InputFiles::next()
 {
   if (std::optional<std::string> file = nextInFolders())
   {
-    return file;
+    return InputFile{std::move(*file), argument};
   }
   while (std::optional<std::string> file = nextNamed())
   {
     if (!enter(*file))
     {
-      return file;
+      return InputFile{std::move(*file)};
     }
     if (std::optional<std::string> inFolder = nextInFolders())
     {
-      return inFolder;
+      return InputFile{std::move(*inFolder), argument};
     }
   }
   return std::nullopt;
@@ -80,8 +80,10 @@ std::optional<std::string> InputFiles::nextNamed()
 {
   if (given < named.files.size())
   {
+    argument = given + 1;
     return named.files[given++];
   }
+  argument = 0;
   std::istream& lines = named.filesFrom == "-" ? std::cin : list;
   std::string path;
   while (!named.filesFrom.empty() && std::getline(lines, path, named.hasNulls ? '\0' : '\n'))

@@ -23,7 +23,7 @@ public:
   explicit InputFiles(const Inputs& inputs);
 
   /// Throws std::runtime_error when the list is of another kind.
-  std::optional<std::string> next();
+  std::optional<InputFile> next();
 
 private:
   std::optional<std::string> nextNamed();
@@ -33,6 +33,7 @@ private:
 
   const Inputs& named;
   std::size_t given = 0;
+  std::size_t argument = 0; ///< from which the files come now, counted from 1; 0 for the list
   std::ifstream list;
   /// The folders that are being searched, from the outermost in; each with what is left of it, the
   /// next at the end.
