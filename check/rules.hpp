@@ -45,6 +45,7 @@ enum class RuleId
   PathOutsidePackage,
   MissingFile,
   ReversedVersions,
+  RepeatedUuid,
   NotKept,
   Count
 };

@@ -2,8 +2,10 @@
 // The options of the verb check.
 #include "commandline.hpp"
 #include "commonoptions.hpp"
+#include "output/findingwriter.hpp"
 #include "policy/severities.hpp"
 
+#include <algorithm>
 #include <cstdlib>
 #include <stdexcept>
 #include <unistd.h>
@@ -59,8 +61,34 @@ void addPolicy(CLI::App& verb, CheckOptions& options)
   verb.add_option("--write-baseline", options.baselineToWrite,
                   "Write what is found to FILE instead of reporting it")
       ->check(faultIn)
+      ->check([](const std::string& name)
+              { return name == "-" ? "standard output has the findings" : ""; })
       ->excludes(baseline)
       ->option_text("FILE");
+}
+
+/// "format=file"
+std::pair<std::string, std::string> outputIn(const std::string& text)
+{
+  const std::vector<std::string> formats = findingFormats();
+  const std::size_t equals = text.find('=');
+  const std::string format = text.substr(0, equals);
+  const std::string file = equals == std::string::npos ? std::string() : text.substr(equals + 1);
+  require(!file.empty() && std::find(formats.begin(), formats.end(), format) != formats.end(),
+          "--output: " + text + " is not one of " + CLI::detail::join(formats, "=FILE, ") +
+              "=FILE");
+  require(file != "-", "--output: what goes to standard output is said with --format");
+  return {format, file};
+}
+
+void requireFilesOnce(const std::vector<std::pair<std::string, std::string>>& outputs)
+{
+  std::vector<std::string> files;
+  for (const auto& [format, file] : outputs)
+  {
+    files.push_back(file);
+  }
+  requireEachOnce("--output", files);
 }
 } // namespace
 
@@ -69,8 +97,21 @@ void CommandLine::addCheck()
   CLI::App* const verb = app.add_subcommand(
       "check", "Tell what is wrong with manifests, also what the readers pass over in silence");
   addInputs(*verb, checkOptions.inputs, "Manifests to check");
-  addFormat(*verb, checkOptions.format, false,
-            "text (a line for each finding, and a summary), or json (a line for each manifest)");
+  const std::vector<std::string> formats = findingFormats();
+  verb->add_option("--format", checkOptions.format,
+                   "text (a line for each finding, and a summary; the default), json (a line for "
+                   "each manifest), sarif (2.1.0, for services that show results of analyses), "
+                   "github (annotations from a workflow), or junit (a test for each manifest)")
+      ->check(CLI::IsMember(formats))
+      ->option_text("FORMAT");
+  verb->add_option("--output", outputs,
+                   "Write the same to FILE as well, in this format; any number of times")
+      ->option_text("FORMAT=FILE")
+      ->allow_extra_args(false);
+  verb->add_option("--root", checkOptions.root,
+                   "Paths in sarif and github are relative to FOLDER, not the working directory")
+      ->check(CLI::ExistingDirectory)
+      ->option_text("FOLDER");
   verb->add_flag("--strict", checkOptions.isStrict, "Fail for warnings as well");
   verb->add_option("--override", overrides,
                    "Report what the rule TAG finds as off, hint, warning or error instead")
@@ -85,6 +126,12 @@ void CommandLine::addCheck()
   verb->add_option("--color", color, "auto (the default; heeds NO_COLOR), always or never")
       ->check(CLI::IsMember({"auto", "always", "never"}))
       ->option_text("WHEN");
+  CLI::Option* const excerpt = verb->add_flag_callback(
+      "--excerpt", [this] { checkOptions.hasExcerpts = true; },
+      "Show in text what each finding is about; so it is anyway on a terminal");
+  verb->add_flag_callback(
+          "--no-excerpt", [this] { checkOptions.hasExcerpts = false; }, "Do not show that")
+      ->excludes(excerpt);
   verb->add_flag("--list-rules", listsRules, "List the rules, and check nothing");
   verb->add_option("--explain", explained, "Say what the rule TAG means, and check nothing")
       ->option_text("TAG");
@@ -110,6 +157,11 @@ void CommandLine::addCheck()
           const auto [tag, severity] = overrideIn(text);
           checkOptions.severities[tag] = severity;
         }
+        for (const std::string& text : outputs)
+        {
+          checkOptions.outputs.push_back(outputIn(text));
+        }
+        requireFilesOnce(checkOptions.outputs);
         checkOptions.isColored = isColored(color);
         code = checkManifests(checkOptions);
       });

@@ -48,14 +48,6 @@ void addTargetInPlace(CLI::App& verb, Target& target)
   addDryRun(verb, target);
 }
 
-void requireEachOnce(const std::string& option, std::vector<std::string> values)
-{
-  std::sort(values.begin(), values.end());
-  const auto twice = std::adjacent_find(values.begin(), values.end());
-  require(twice == values.end(),
-          option + ": " + (twice == values.end() ? "" : *twice) + " comes twice");
-}
-
 /// Divides what stands for FILE... FIELD...
 void takeFields(Inputs& inputs, std::vector<std::string>& fields)
 {

@@ -71,6 +71,14 @@ void requireFiles(const Inputs& inputs)
   requireOneStandardInput(all);
 }
 
+void requireEachOnce(const std::string& option, std::vector<std::string> values)
+{
+  std::sort(values.begin(), values.end());
+  const auto twice = std::adjacent_find(values.begin(), values.end());
+  require(twice == values.end(),
+          option + ": " + (twice == values.end() ? "" : *twice) + " comes twice");
+}
+
 void addExample(CLI::App& verb, const std::string& example)
 {
   verb.footer("Example:\n  " + example);

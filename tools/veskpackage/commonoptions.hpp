@@ -29,6 +29,7 @@ void addExample(CLI::App& verb, const std::string& example);
 void require(bool condition, const std::string& what);
 void requireOneStandardInput(const std::vector<std::string>& files);
 void requireFiles(const Inputs& inputs);
+void requireEachOnce(const std::string& option, std::vector<std::string> values);
 /// \}
 
 } // namespace tool

@@ -58,9 +58,9 @@ InputFiles::InputFiles(const Inputs& inputs, LeftOut leftOut)
   }
 }
 
-std::optional<std::string> InputFiles::next()
+std::optional<InputFile> InputFiles::next()
 {
-  std::optional<std::string> file = nextOfAll();
+  std::optional<InputFile> file = nextOfAll();
   hasGivenNone = hasGivenNone && !file;
   return file;
 }
@@ -88,11 +88,11 @@ std::string InputFiles::searched() const
          (hasLeftOut ? "; what the policy excludes is left out" : "");
 }
 
-std::optional<std::string> InputFiles::nextOfAll()
+std::optional<InputFile> InputFiles::nextOfAll()
 {
   if (std::optional<std::string> file = nextInFolders())
   {
-    return file;
+    return InputFile{std::move(*file), argument};
   }
   while (std::optional<std::string> file = nextNamed())
   {
@@ -102,11 +102,11 @@ std::optional<std::string> InputFiles::nextOfAll()
       {
         isLeftOut(*file);
       }
-      return file;
+      return InputFile{std::move(*file)};
     }
     if (std::optional<std::string> inFolder = nextInFolders())
     {
-      return inFolder;
+      return InputFile{std::move(*inFolder), argument};
     }
   }
   return std::nullopt;
@@ -116,8 +116,10 @@ std::optional<std::string> InputFiles::nextNamed()
 {
   if (given < named.files.size())
   {
+    argument = given + 1;
     return named.files[given++];
   }
+  argument = 0;
   std::istream& lines = named.filesFrom == "-" ? std::cin : list;
   std::string path;
   while (!named.filesFrom.empty() && std::getline(lines, path, named.hasNulls ? '\0' : '\n'))

@@ -23,14 +23,14 @@ public:
   explicit InputFiles(const Inputs& inputs, LeftOut leftOut = {});
 
   /// Throws std::runtime_error when the list is of another kind, and what LeftOut throws.
-  std::optional<std::string> next();
+  std::optional<InputFile> next();
 
   bool haveGivenNone() const { return hasGivenNone; }
   /// Says where no manifest was found, once there is no next one.
   std::string searched() const;
 
 private:
-  std::optional<std::string> nextOfAll();
+  std::optional<InputFile> nextOfAll();
   std::optional<std::string> nextNamed();
   std::optional<std::string> nextInFolders();
   /// Continues with the files in a folder; false when \p path is not a readable folder.
@@ -39,6 +39,7 @@ private:
   const Inputs& named;
   const LeftOut isLeftOut;
   std::size_t given = 0;
+  std::size_t argument = 0; ///< from which the files come now, counted from 1; 0 for the list
   std::ifstream list;
   /// The folders that are being searched, from the outermost in; each with what is left of it, the
   /// next at the end.

@@ -5,9 +5,10 @@
 #include "files/replacing.hpp"
 #include "output/complaint.hpp"
 
-#include <QFileInfo>
+#include <source/encoding.hpp>
 
 #include <cstdio>
+#include <utility>
 
 namespace tool
 {
@@ -54,6 +55,12 @@ std::optional<std::string> readBytes(QFile& input, std::string& trouble, int meb
     return std::nullopt;
   }
   return bytes;
+}
+
+std::string inUtf8(const std::string& bytes)
+{
+  vesk::source::Decoded decoded = vesk::source::decode(bytes, vesk::source::encodingOf(bytes));
+  return !decoded.isKnown || decoded.faultyByte ? bytes : std::move(decoded.text);
 }
 
 std::optional<Manifest> load(const std::string& file, std::ostream& complaints)
@@ -110,9 +117,7 @@ bool writeFile(const std::string& content, const std::string& file, std::ostream
     out << content;
     return true;
   }
-  const QFileInfo existing(QString::fromStdString(file));
-  const bool isDevice = existing.exists() && !existing.isFile(); // or a pipe: not to be replaced
-  const std::string trouble = isDevice ? writeInto(file, content) : replaceFile(file, content);
+  const std::string trouble = replaceFile(file, content);
   if (!trouble.empty())
   {
     complain(complaints, file, trouble);

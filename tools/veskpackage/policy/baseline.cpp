@@ -25,6 +25,9 @@ namespace
 constexpr int formatVersion = 1;
 constexpr int mostBaselineMebibytes = 256;
 constexpr const char* standardInput = "<stdin>";
+/// What is found by this rule depends on which other files are checked; its message has the path of
+/// one, as that was named.
+constexpr const char* ruleOfSeveral = "repeated-uuid";
 
 /// "/a/b[2]/@c" as "/a/b/@c".
 std::string withoutNumbers(const std::string& place)
@@ -55,7 +58,8 @@ std::string asText(const std::string& bytes) { return QString::fromStdString(byt
 /// Tag, place without numbers, message.
 std::tuple<std::string, std::string, std::string> knownAs(const Finding& finding)
 {
-  return {finding.rule->tag, withoutNumbers(finding.place), finding.message};
+  const std::string tag = finding.rule->tag;
+  return {tag, withoutNumbers(finding.place), tag == ruleOfSeveral ? "" : finding.message};
 }
 
 template <typename Map>
@@ -70,7 +74,7 @@ std::size_t sum(const Map& counts)
 Baseline::Baseline(const std::string& fileToRead, const std::string& fileToWrite)
     : file(fileToRead.empty() ? fileToWrite : fileToRead), isWritten(!fileToWrite.empty())
 {
-  folder = filesystem::path(absolutePath(file.empty() ? "." : file)).parent_path().string();
+  folder = filesystem::path(absolutePath(file)).parent_path().string();
   if (!fileToRead.empty())
   {
     read();
@@ -131,7 +135,6 @@ void Baseline::take(const std::string& manifest, std::vector<Finding>& findings)
     {
       ++counts[knownAs(finding)];
     }
-    const std::lock_guard<std::mutex> lock(mutex);
     countTaken += findings.size();
     all[name] = std::move(counts);
     findings.clear();
@@ -151,9 +154,18 @@ void Baseline::take(const std::string& manifest, std::vector<Finding>& findings)
   };
   const std::size_t countFound = findings.size();
   findings.erase(std::remove_if(findings.begin(), findings.end(), isKnown), findings.end());
-  const std::lock_guard<std::mutex> lock(mutex);
   countTaken += countFound - findings.size();
+  for (auto& [finding, count] : counts)
+  {
+    count = std::get<0>(finding) == ruleOfSeveral ? 0 : count;
+  }
   left[name] = std::move(counts);
+}
+
+bool Baseline::save(std::ostream& complaints)
+{
+  isSaved = writeFile(text(), file, complaints, complaints);
+  return isSaved;
 }
 
 std::string Baseline::text() const
@@ -177,7 +189,7 @@ std::string Baseline::text() const
 
 std::string Baseline::summary() const
 {
-  if (file.empty())
+  if (file.empty() || (isWritten && !isSaved))
   {
     return "";
   }

@@ -5,8 +5,7 @@
 #include <check/manifestcheck.hpp>
 
 #include <map>
-#include <mutex>
-#include <set>
+#include <ostream>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -26,11 +25,10 @@ public:
   Baseline(const std::string& file, const std::string& fileToWrite);
 
   /// Takes from the findings in a manifest those that are known, but none of one that cannot be read.
-  /// May be called by several threads, for each file.
   void take(const std::string& manifest, std::vector<vesk::check::Finding>& findings);
 
-  /// The content of a file: the same for the same findings, in whichever order they came.
-  std::string text() const;
+  /// Writes the file. When that fails, says why and gives false.
+  bool save(std::ostream& complaints);
 
   /// How many findings were taken, and how many of those known are gone, to come behind the other
   /// counts; empty without a baseline. Nothing is gone of manifests that were not checked, unless
@@ -43,14 +41,16 @@ private:
   using Counts = std::map<Known, std::size_t>;
 
   void read();
+  /// The same for the same findings, in whichever order they came.
+  std::string text() const;
   std::string nameOf(const std::string& manifest) const;
   std::size_t countGone() const;
 
   const std::string file; ///< empty without a baseline
   const bool isWritten;
+  bool isSaved = false;
   std::string folder;                 ///< absolute
   std::map<std::string, Counts> all;  ///< by the name of the manifest
-  std::mutex mutex;                   ///< of `all` when it is written, and of what follows
   std::map<std::string, Counts> left; ///< of what was read, in the manifests that were checked
   std::size_t countTaken = 0;
 };
