@@ -83,11 +83,9 @@ std::pair<std::string, std::string> outputIn(const std::string& text)
 
 void requireFilesOnce(const std::vector<std::pair<std::string, std::string>>& outputs)
 {
-  std::vector<std::string> files;
-  for (const auto& [format, file] : outputs)
-  {
-    files.push_back(file);
-  }
+  std::vector<std::string> files(outputs.size());
+  std::transform(outputs.begin(), outputs.end(), files.begin(),
+                 [](const auto& output) { return output.second; });
   requireEachOnce("--output", files);
 }
 } // namespace

@@ -60,7 +60,11 @@ std::optional<std::string> readBytes(QFile& input, std::string& trouble, int meb
 std::string inUtf8(const std::string& bytes)
 {
   vesk::source::Decoded decoded = vesk::source::decode(bytes, vesk::source::encodingOf(bytes));
-  return !decoded.isKnown || decoded.faultyByte ? bytes : std::move(decoded.text);
+  if (!decoded.isKnown || decoded.faultyByte)
+  {
+    return bytes;
+  }
+  return std::move(decoded.text);
 }
 
 std::optional<Manifest> load(const std::string& file, std::ostream& complaints)

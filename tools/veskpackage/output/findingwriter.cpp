@@ -21,11 +21,9 @@ constexpr std::array<std::pair<const char*, Make>, 5> writers{{{"text", textWrit
 
 std::vector<std::string> findingFormats()
 {
-  std::vector<std::string> names;
-  for (const auto& [name, make] : writers)
-  {
-    names.emplace_back(name);
-  }
+  std::vector<std::string> names(writers.size());
+  std::transform(writers.begin(), writers.end(), names.begin(),
+                 [](const auto& writer) { return writer.first; });
   return names;
 }
 

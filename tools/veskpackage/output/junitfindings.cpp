@@ -12,8 +12,6 @@ namespace tool
 {
 
 using vesk::check::Finding;
-using vesk::check::Rule;
-using vesk::check::Severity;
 
 namespace
 {

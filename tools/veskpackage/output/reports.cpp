@@ -33,13 +33,13 @@ void Reports::add(std::unique_ptr<FindingWriter> writer, const std::string& path
   file.content.append(printed([&file](std::ostream& out) { file.writer->begin(out); }));
 }
 
-void Reports::write(const CheckedFile& checked, std::ostream& out)
+void Reports::write(const CheckedFile& file, std::ostream& out)
 {
-  printer->write(checked, out);
-  for (ReportFile& file : files)
+  printer->write(file, out);
+  for (ReportFile& report : files)
   {
-    file.content.append(
-        printed([&](std::ostream& content) { file.writer->write(checked, content); }));
+    report.content.append(
+        printed([&](std::ostream& content) { report.writer->write(file, content); }));
   }
 }
 
