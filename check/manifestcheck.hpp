@@ -122,6 +122,12 @@ VESKPACKAGE_CHECK_EXPORT std::vector<Finding> checkDocument(const QDomDocument& 
                                                             const Options& options = {});
 /// \}
 
+/// What is wrong with a manifest whose package has the uuid of another one, that in the file
+/// \p other: which manifests are compared is up to the caller. None where the options say that this
+/// is no fault.
+VESKPACKAGE_CHECK_EXPORT std::optional<Finding>
+repeatedUuid(const std::string& bytes, const std::string& other, const Options& options = {});
+
 /// "error", "warning", "hint" or "off".
 VESKPACKAGE_CHECK_EXPORT const char* nameOf(Severity severity);
 

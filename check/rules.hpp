@@ -46,6 +46,7 @@ enum class RuleId
   PathOutsidePackage,
   MissingFile,
   ReversedVersions,
+  RepeatedUuid,
   NotKept,
   Count
 };

@@ -48,6 +48,7 @@ private:
   Format fieldsFormat = Format::Text;
   NewOptions newOptions;
   std::vector<std::string> overrides;
+  std::vector<std::string> outputs;
   std::string color = "auto";
   std::string explained;
   bool listsRules = false;

@@ -12,15 +12,16 @@ enum ExitCode : int
 {
   Done = 0,
   NegativeResult = 1, ///< what was asked for is not so
-  WrongUsage = 2,
-  FileTrouble = 3 ///< a file is unreadable or malformed, or cannot be written
+  WrongUsage = 2,     ///< also of files that say how manifests are checked
+  FileTrouble = 3     ///< a file is unreadable or malformed, or cannot be written
 };
 
 /// By code, for help and man pages.
 inline constexpr std::array exitCodeMeanings{
     "done",
     "a negative result: findings that fail, a difference, a field that is not there, a refusal",
-    "wrong usage", "a file is unreadable or malformed, or cannot be written"};
+    "wrong usage, a faulty policy or baseline, or no manifest found",
+    "a file is unreadable or malformed, or cannot be written"};
 
 } // namespace tool
 

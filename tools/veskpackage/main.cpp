@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commandline.hpp"
 #include "output/complaint.hpp"
+#include "usagefault.hpp"
 
 #include <edit/fieldpath.hpp>
 
@@ -26,6 +27,11 @@ int run(int argc, char** argv)
   catch (const vesk::edit::FieldError& error) // in a field's path, before any file is read
   {
     std::cerr << "veskpackage: error: " << error.what() << '\n';
+    return WrongUsage;
+  }
+  catch (const UsageFault& fault)
+  {
+    std::cerr << fault.what() << '\n';
     return WrongUsage;
   }
   if (!std::cout.flush())

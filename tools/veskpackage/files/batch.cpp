@@ -3,6 +3,7 @@
 
 #include "files/inputfiles.hpp"
 #include "output/complaint.hpp"
+#include "usagefault.hpp"
 
 #include <algorithm>
 #include <chrono>
@@ -65,18 +66,38 @@ private:
 /// The work on one file, from when a thread has taken it until it is printed.
 struct Job
 {
-  std::string file;
+  InputFile file;
   std::ostringstream out;
   std::ostringstream complaints;
   ExitCode code = Done;
+  Rest rest; // of the work; none when all is done
   bool isDone = false;
 };
+
+/// Does what is asked about a file, but for what has to wait for its turn.
+using JobWork = std::function<void(Job& job)>;
+
+/// Runs a part of the work on a file.
+template <class Part>
+void attempt(Job& job, const Part& part)
+{
+  try
+  {
+    part();
+  }
+  catch (const std::exception& error) // such as that memory ran out; others may need less
+  {
+    complain(job.complaints, job.file.path, error.what());
+    job.code = FileTrouble;
+  }
+}
 
 class Batch
 {
 public:
-  Batch(const Inputs& inputs, const Work& toDo, std::string between)
-      : jobs(inputs.jobs), files(inputs), work(toDo), separator(std::move(between))
+  Batch(const Inputs& inputs, JobWork toDo, std::string between, LeftOut isLeftOut)
+      : jobs(inputs.jobs), files(inputs, std::move(isLeftOut)), work(std::move(toDo)),
+        separator(std::move(between))
   {}
 
   ExitCode run()
@@ -101,6 +122,10 @@ public:
     {
       std::rethrow_exception(badList);
     }
+    if (files.haveGivenNone())
+    {
+      throw UsageFault("veskpackage: error: " + files.searched());
+    }
     return code;
   }
 
@@ -109,15 +134,7 @@ private:
   {
     while (const std::shared_ptr<Job> job = take())
     {
-      try
-      {
-        job->code = work(job->file, job->out, job->complaints);
-      }
-      catch (const std::exception& error) // such as that memory ran out; others may need less
-      {
-        complain(job->complaints, job->file, error.what());
-        job->code = FileTrouble;
-      }
+      attempt(*job, [&] { work(*job); });
       finish(*job);
     }
   }
@@ -136,20 +153,20 @@ private:
         return nullptr;
       }
     }
-    const std::optional<std::string> file = nextFile();
+    std::optional<InputFile> file = nextFile();
     if (!file)
     {
       return nullptr;
     }
     auto job = std::make_shared<Job>();
-    job->file = *file;
+    job->file = std::move(*file);
     const std::lock_guard<std::mutex> lock(mutex);
     unprinted.push_back(job);
     return job;
   }
 
   /// None also when the list of files turns out to be bad; its error is for the caller's thread.
-  std::optional<std::string> nextFile()
+  std::optional<InputFile> nextFile()
   {
     try
     {
@@ -174,8 +191,12 @@ private:
     printed.notify_all();
   }
 
-  void print(const Job& job)
+  void print(Job& job)
   {
+    if (job.rest)
+    {
+      attempt(job, [&job] { job.code = job.rest(job.out, job.complaints); });
+    }
     code = std::max(code, job.code);
     progress.count();
     const std::string out = job.out.str();
@@ -194,7 +215,7 @@ private:
   std::mutex filesMutex;
   InputFiles files; // while filesMutex is held, as is the next
   std::exception_ptr badList;
-  const Work& work;
+  const JobWork work;
   const std::string separator;
   std::mutex mutex; // of all that follows
   std::condition_variable printed;
@@ -208,7 +229,18 @@ private:
 
 ExitCode forEachFile(const Inputs& inputs, const Work& work, const std::string& separator)
 {
-  return Batch(inputs, work, separator).run();
+  return Batch(
+             inputs, [&work](Job& job) { job.code = work(job.file.path, job.out, job.complaints); },
+             separator, {})
+      .run();
+}
+
+ExitCode forEachFileInOrder(const Inputs& inputs, const WorkWithRest& work,
+                            const LeftOut& isLeftOut)
+{
+  return Batch(
+             inputs, [&work](Job& job) { job.rest = work(job.file); }, {}, isLeftOut)
+      .run();
 }
 
 } // namespace tool

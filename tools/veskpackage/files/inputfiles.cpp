@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <iostream>
 #include <stdexcept>
+#include <utility>
 
 namespace tool
 {
@@ -44,7 +45,8 @@ bool isManifest(const filesystem::path& file)
 }
 } // namespace
 
-InputFiles::InputFiles(const Inputs& inputs) : named(inputs)
+InputFiles::InputFiles(const Inputs& inputs, LeftOut leftOut)
+    : named(inputs), isLeftOut(std::move(leftOut))
 {
   if (!named.filesFrom.empty() && named.filesFrom != "-")
   {
@@ -56,21 +58,55 @@ InputFiles::InputFiles(const Inputs& inputs) : named(inputs)
   }
 }
 
-std::optional<std::string> InputFiles::next()
+std::optional<InputFile> InputFiles::next()
+{
+  std::optional<InputFile> file = nextOfAll();
+  hasGivenNone = hasGivenNone && !file;
+  return file;
+}
+
+std::string InputFiles::searched() const
+{
+  constexpr std::size_t most = 3;
+  std::string places;
+  const auto add = [&places](const std::string& place)
+  { places.append(places.empty() ? "" : ", ").append(place); };
+  for (std::size_t i = 0; i < std::min(named.files.size(), most); ++i)
+  {
+    add(named.files[i]);
+  }
+  if (named.files.size() > most)
+  {
+    add(std::to_string(named.files.size() - most) + " more");
+  }
+  if (!named.filesFrom.empty())
+  {
+    add(named.filesFrom == "-" ? "the list <stdin>" : "the list " + named.filesFrom);
+  }
+  return "no manifest in " + places +
+         ": looked for manifest.xml, and for .xml files whose root is package" +
+         (hasLeftOut ? "; what the policy excludes is left out" : "");
+}
+
+std::optional<InputFile> InputFiles::nextOfAll()
 {
   if (std::optional<std::string> file = nextInFolders())
   {
-    return file;
+    return InputFile{std::move(*file), argument};
   }
   while (std::optional<std::string> file = nextNamed())
   {
     if (!enter(*file))
     {
-      return file;
+      if (isLeftOut)
+      {
+        isLeftOut(*file);
+      }
+      return InputFile{std::move(*file)};
     }
     if (std::optional<std::string> inFolder = nextInFolders())
     {
-      return inFolder;
+      return InputFile{std::move(*inFolder), argument};
     }
   }
   return std::nullopt;
@@ -80,8 +116,10 @@ std::optional<std::string> InputFiles::nextNamed()
 {
   if (given < named.files.size())
   {
+    argument = given + 1;
     return named.files[given++];
   }
+  argument = 0;
   std::istream& lines = named.filesFrom == "-" ? std::cin : list;
   std::string path;
   while (!named.filesFrom.empty() && std::getline(lines, path, named.hasNulls ? '\0' : '\n'))
@@ -114,6 +152,11 @@ std::optional<std::string> InputFiles::nextInFolders()
     }
     const std::string path = std::move(folders.back().back());
     folders.back().pop_back();
+    if (isLeftOut && isLeftOut(path))
+    {
+      hasLeftOut = true;
+      continue;
+    }
     if (!enter(path) && (isFolder(path) || isManifest(path)))
     {
       return path;

@@ -20,23 +20,32 @@ class InputFiles
 {
 public:
   /// Throws std::runtime_error when the list of files cannot be read.
-  explicit InputFiles(const Inputs& inputs);
+  explicit InputFiles(const Inputs& inputs, LeftOut leftOut = {});
 
-  /// Throws std::runtime_error when the list is of another kind.
-  std::optional<std::string> next();
+  /// Throws std::runtime_error when the list is of another kind, and what LeftOut throws.
+  std::optional<InputFile> next();
+
+  bool haveGivenNone() const { return hasGivenNone; }
+  /// Says where no manifest was found, once there is no next one.
+  std::string searched() const;
 
 private:
+  std::optional<InputFile> nextOfAll();
   std::optional<std::string> nextNamed();
   std::optional<std::string> nextInFolders();
   /// Continues with the files in a folder; false when \p path is not a readable folder.
   bool enter(const std::string& path);
 
   const Inputs& named;
+  const LeftOut isLeftOut;
   std::size_t given = 0;
+  std::size_t argument = 0; ///< from which the files come now, counted from 1; 0 for the list
   std::ifstream list;
   /// The folders that are being searched, from the outermost in; each with what is left of it, the
   /// next at the end.
   std::vector<std::vector<std::string>> folders;
+  bool hasGivenNone = true;
+  bool hasLeftOut = false;
 };
 
 } // namespace tool

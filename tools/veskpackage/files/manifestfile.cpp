@@ -5,9 +5,10 @@
 #include "files/replacing.hpp"
 #include "output/complaint.hpp"
 
-#include <QFileInfo>
+#include <source/encoding.hpp>
 
 #include <cstdio>
+#include <utility>
 
 namespace tool
 {
@@ -16,7 +17,7 @@ namespace
 std::string nameOf(const std::string& file) { return file == "-" ? "<stdin>" : file; }
 } // namespace
 
-std::optional<std::string> readBytes(const std::string& file, std::string& trouble)
+std::optional<std::string> readBytes(const std::string& file, std::string& trouble, int mebibytes)
 {
   QFile input(QString::fromStdString(file));
   if (file == "-")
@@ -27,10 +28,10 @@ std::optional<std::string> readBytes(const std::string& file, std::string& troub
   {
     input.open(QIODevice::ReadOnly);
   }
-  return readBytes(input, trouble);
+  return readBytes(input, trouble, mebibytes);
 }
 
-std::optional<std::string> readBytes(QFile& input, std::string& trouble)
+std::optional<std::string> readBytes(QFile& input, std::string& trouble, int mebibytes)
 {
   if (!input.isOpen())
   {
@@ -42,9 +43,9 @@ std::optional<std::string> readBytes(QFile& input, std::string& trouble)
   for (QByteArray piece; !(piece = input.read(mebibyte)).isEmpty();)
   {
     bytes.append(piece.constData(), static_cast<std::size_t>(piece.size()));
-    if (bytes.size() > std::size_t{mostMebibytes} * mebibyte)
+    if (bytes.size() > static_cast<std::size_t>(mebibytes) * mebibyte)
     {
-      trouble = "larger than " + std::to_string(mostMebibytes) + " MiB";
+      trouble = "larger than " + std::to_string(mebibytes) + " MiB";
       return std::nullopt;
     }
   }
@@ -54,6 +55,16 @@ std::optional<std::string> readBytes(QFile& input, std::string& trouble)
     return std::nullopt;
   }
   return bytes;
+}
+
+std::string inUtf8(const std::string& bytes)
+{
+  vesk::source::Decoded decoded = vesk::source::decode(bytes, vesk::source::encodingOf(bytes));
+  if (!decoded.isKnown || decoded.faultyByte)
+  {
+    return bytes;
+  }
+  return std::move(decoded.text);
 }
 
 std::optional<Manifest> load(const std::string& file, std::ostream& complaints)
@@ -110,9 +121,7 @@ bool writeFile(const std::string& content, const std::string& file, std::ostream
     out << content;
     return true;
   }
-  const QFileInfo existing(QString::fromStdString(file));
-  const bool isDevice = existing.exists() && !existing.isFile(); // or a pipe: not to be replaced
-  const std::string trouble = isDevice ? writeInto(file, content) : replaceFile(file, content);
+  const std::string trouble = replaceFile(file, content);
   if (!trouble.empty())
   {
     complain(complaints, file, trouble);

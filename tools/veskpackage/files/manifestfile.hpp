@@ -31,9 +31,14 @@ inline constexpr int mostMebibytes = 32;
 
 /// The content of \p file, or of standard input when that is "-". When it cannot be read or is too
 /// large, returns none, and \p trouble says why.
-std::optional<std::string> readBytes(const std::string& file, std::string& trouble);
+std::optional<std::string> readBytes(const std::string& file, std::string& trouble,
+                                     int mebibytes = mostMebibytes);
 /// The same of a file that is open, or could not be opened.
-std::optional<std::string> readBytes(QFile& input, std::string& trouble);
+std::optional<std::string> readBytes(QFile& input, std::string& trouble,
+                                     int mebibytes = mostMebibytes);
+
+/// The text of a file in UTF-8; the bytes where nobody knows what they stand for.
+std::string inUtf8(const std::string& bytes);
 
 /// Loads the manifest in \p file, or from standard input when that is "-". When it cannot be loaded,
 /// says why and gives none.

@@ -2,7 +2,10 @@
 #ifndef TOOLS_VESKPACKAGE_FILES_REPLACING_HPP
 #define TOOLS_VESKPACKAGE_FILES_REPLACING_HPP
 
+#include <QFileDevice>
+
 #include <functional>
+#include <memory>
 #include <string>
 
 namespace tool
@@ -11,14 +14,28 @@ namespace tool
 /// Asked at the last moment: why a file must not be replaced; empty when it may be.
 using Objection = std::function<std::string()>;
 
-/// Replaces a file by one with \p content, as a whole or not at all, or makes it. One that is replaced
-/// keeps its mode, and a symbolic link to it stays one. Returns why that failed; empty when it did
-/// not.
+/// A file that is written piece by piece, and is there when it is finished: as a whole, or not at all.
+/// One that is replaced keeps its mode, and a symbolic link to it stays one. What is there already and
+/// is no plain file, such as a device or pipe, is written into.
+class GrowingFile
+{
+public:
+  explicit GrowingFile(const std::string& filePath);
+
+  void append(const std::string& content);
+  /// Returns why something failed since the beginning; empty when nothing did. Without this, the file
+  /// stays as it was.
+  std::string finish(const Objection& objection = {});
+
+private:
+  std::string path;
+  std::unique_ptr<QFileDevice> file;
+  std::string trouble;
+};
+
+/// Writes a file at once; returns as GrowingFile::finish().
 std::string replaceFile(const std::string& path, const std::string& content,
                         const Objection& objection = {});
-
-/// Writes \p content into what is there already, such as a device or pipe. Returns as replaceFile().
-std::string writeInto(const std::string& path, const std::string& content);
 
 } // namespace tool
 

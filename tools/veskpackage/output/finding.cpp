@@ -3,8 +3,7 @@
 
 namespace tool
 {
-namespace
-{
+
 const char* colorOf(vesk::check::Severity severity)
 {
   switch (severity)
@@ -19,7 +18,6 @@ const char* colorOf(vesk::check::Severity severity)
   }
   return "\x1b[1;36m";
 }
-} // namespace
 
 void printFinding(std::ostream& out, const std::string& name, const vesk::check::Finding& finding,
                   bool isColored)

@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "output/complaint.hpp"
-#include "output/finding.hpp"
+#include "output/reports.hpp"
+#include "policy/baseline.hpp"
+#include "policy/policies.hpp"
 #include "verbs/verbs.hpp"
 
-#include <nlohmann/json.hpp>
-
 #include <algorithm>
-#include <atomic>
 #include <iostream>
+#include <map>
+#include <memory>
+#include <optional>
+#include <tuple>
+#include <unistd.h>
+#include <utility>
 
 namespace tool
 {
@@ -18,45 +22,30 @@ using vesk::check::Severity;
 
 namespace
 {
-/// How many findings of each severity there were in how many files; counted by several threads.
-struct Totals
+/// The packages of one folder, to find those with the same uuid.
+class Folder
 {
-  std::atomic<std::size_t> files = 0;
-  std::atomic<std::size_t> errors = 0;
-  std::atomic<std::size_t> warnings = 0;
-  std::atomic<std::size_t> hints = 0;
-
-  void count(const std::vector<Finding>& findings)
+public:
+  /// The file before this one in the same folder that has the same uuid, if any.
+  std::optional<std::string> sameBefore(const InputFile& file, const std::string& uuid)
   {
-    ++files;
-    for (const Finding& finding : findings)
+    if (file.folder != folder)
     {
-      ++(finding.severity == Severity::Error     ? errors
-         : finding.severity == Severity::Warning ? warnings
-                                                 : hints);
+      folder = file.folder;
+      files.clear();
     }
+    if (folder == 0 || uuid.empty())
+    {
+      return std::nullopt;
+    }
+    const auto [known, isNew] = files.emplace(uuid, file.path);
+    return isNew ? std::nullopt : std::make_optional(known->second);
   }
+
+private:
+  std::size_t folder = 0;
+  std::map<std::string, std::string> files; ///< by uuid
 };
-
-std::string counted(std::size_t number, const std::string& what)
-{
-  return std::to_string(number) + ' ' + what + (number == 1 ? "" : "s");
-}
-
-nlohmann::ordered_json jsonOf(const std::string& name, const std::vector<Finding>& findings)
-{
-  nlohmann::ordered_json list = nlohmann::ordered_json::array();
-  for (const Finding& finding : findings)
-  {
-    list.push_back({{"severity", nameOf(finding.severity)},
-                    {"tag", finding.rule->tag},
-                    {"message", finding.message},
-                    {"line", finding.begin.line},
-                    {"column", finding.begin.column},
-                    {"place", finding.place}});
-  }
-  return {{"file", name}, {"findings", std::move(list)}};
-}
 
 /// A file that no reader reads weighs more than one with faults.
 ExitCode codeOf(const std::vector<Finding>& findings, bool isStrict)
@@ -72,62 +61,107 @@ ExitCode codeOf(const std::vector<Finding>& findings, bool isStrict)
   return code;
 }
 
-void printAll(std::ostream& out, const std::string& name, const std::vector<Finding>& findings,
-              const CheckOptions& options)
+vesk::check::Options optionsFor(const CheckOptions& options, const Policy& policy)
 {
-  if (options.format == Format::Json)
-  {
-    out << jsonOf(name, findings)
-               .dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace)
-        << '\n';
-    return;
-  }
-  for (const Finding& finding : findings)
-  {
-    printFinding(out, name, finding, options.isColored);
-  }
+  vesk::check::Options asked{options.severities, options.packageFolder};
+  asked.severities.insert(policy.severities.begin(), policy.severities.end()); // the others only
+  return asked;
 }
 
-std::vector<Finding> findingsIn(const std::string& file, const CheckOptions& options)
+/// All that is found in a file alone.
+std::shared_ptr<CheckedFile> checked(const std::string& file, const vesk::check::Options& asked)
 {
-  const vesk::check::Options asked{options.severities, options.packageFolder};
+  auto result = std::make_shared<CheckedFile>();
+  result->name = file == "-" ? "<stdin>" : file;
   std::string trouble;
-  const std::optional<std::string> bytes = readBytes(file, trouble);
+  std::optional<std::string> bytes = readBytes(file, trouble);
   if (!bytes)
   {
-    return {{vesk::check::findRule("unreadable"), Severity::Error, trouble, {}, {}, {}}};
+    result->findings = {
+        {vesk::check::findRule("unreadable"), Severity::Error, trouble, {}, {}, {}}};
+    return result;
   }
-  std::vector<Finding> findings = vesk::check::checkBytes(*bytes, asked).findings;
-  if (options.isQuiet)
+  result->bytes = std::move(*bytes);
+  vesk::check::Checked found = vesk::check::checkBytes(result->bytes, asked);
+  result->findings = std::move(found.findings);
+  result->uuid = std::move(found.uuid);
+  return result;
+}
+
+void insert(Finding finding, std::vector<Finding>& findings)
+{
+  const auto isBefore = [](const Finding& left, const Finding& right)
   {
-    findings.erase(std::remove_if(findings.begin(), findings.end(),
-                                  [](const Finding& finding)
-                                  { return finding.severity == Severity::Hint; }),
-                   findings.end());
+    return std::tie(left.begin.line, left.begin.column) <
+           std::tie(right.begin.line, right.begin.column);
+  };
+  const auto place = std::upper_bound(findings.begin(), findings.end(), finding, isBefore);
+  findings.insert(place, std::move(finding));
+}
+
+void removeHints(std::vector<Finding>& findings)
+{
+  findings.erase(std::remove_if(findings.begin(), findings.end(),
+                                [](const Finding& finding)
+                                { return finding.severity == Severity::Hint; }),
+                 findings.end());
+}
+
+/// The reports that are asked for, begun.
+Reports reportsFor(const CheckOptions& options, const Baseline& baseline)
+{
+  WriterOptions asked;
+  asked.moreSummary = [&baseline] { return baseline.summary(); };
+  asked.hasSummary = !options.isQuiet;
+  asked.root = options.root;
+  WriterOptions printed = asked;
+  printed.isColored = options.isColored;
+  printed.hasExcerpts = options.hasExcerpts.value_or(isatty(STDOUT_FILENO) != 0);
+  asked.hasExcerpts = options.hasExcerpts.value_or(false);
+
+  Reports reports(findingWriter(options.format, printed));
+  for (const auto& [format, file] : options.outputs)
+  {
+    reports.add(findingWriter(format, asked), file);
   }
-  return findings;
+  return reports;
 }
 } // namespace
 
 ExitCode checkManifests(const CheckOptions& options)
 {
-  Totals totals;
-  const ExitCode code =
-      forEachFile(options.inputs,
-                  [&](const std::string& file, std::ostream& out, std::ostream&)
-                  {
-                    const std::vector<Finding> findings = findingsIn(file, options);
-                    totals.count(findings);
-                    printAll(out, file == "-" ? "<stdin>" : file, findings, options);
-                    return codeOf(findings, options.isStrict);
-                  });
-  if (options.format == Format::Text && !options.isQuiet)
+  Policies policies(options.policyFile);
+  Baseline baseline(options.baseline, options.baselineToWrite);
+  Reports reports = reportsFor(options, baseline);
+  Folder folder;
+  const auto work = [&](const InputFile& file) -> Rest
   {
-    std::cout << counted(totals.files, "file") << ": " << counted(totals.errors, "error") << ", "
-              << counted(totals.warnings, "warning") << ", " << counted(totals.hints, "hint")
-              << std::endl;
-  }
-  return code;
+    const std::shared_ptr<const Policy> policy = policies.policyOf(file.path);
+    const vesk::check::Options asked = optionsFor(options, *policy);
+    const std::shared_ptr<CheckedFile> result = checked(file.path, asked);
+    return [&, file, policy, asked, result](std::ostream& out, std::ostream&)
+    {
+      const std::optional<std::string> same = folder.sameBefore(file, result->uuid);
+      auto repeated = same ? vesk::check::repeatedUuid(result->bytes, *same, asked) : std::nullopt;
+      if (repeated)
+      {
+        insert(std::move(*repeated), result->findings);
+      }
+      if (options.isQuiet)
+      {
+        removeHints(result->findings);
+      }
+      baseline.take(file.path, result->findings);
+      result->code = codeOf(result->findings, options.isStrict || policy->isStrict);
+      reports.write(*result, out);
+      return result->code;
+    };
+  };
+  const ExitCode code =
+      forEachFileInOrder(options.inputs, work,
+                         [&policies](const std::string& path) { return policies.excludes(path); });
+  const bool isSaved = options.baselineToWrite.empty() || baseline.save(std::cerr);
+  return std::max({code, reports.end(), isSaved ? Done : FileTrouble});
 }
 
 ExitCode listRules()

@@ -111,9 +111,9 @@ std::set<std::string> manifestsBelow(const std::string& folder)
   const Inputs inputs{{folder}, {}};
   InputFiles files(inputs);
   std::set<std::string> paths;
-  while (const std::optional<std::string> file = files.next())
+  while (const std::optional<InputFile> file = files.next())
   {
-    paths.insert(std::filesystem::path(*file).lexically_relative(folder).string());
+    paths.insert(std::filesystem::path(file->path).lexically_relative(folder).string());
   }
   return paths;
 }

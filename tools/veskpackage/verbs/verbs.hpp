@@ -12,6 +12,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tool
@@ -38,11 +39,17 @@ ExitCode showManifests(const ShowOptions& options);
 struct CheckOptions
 {
   Inputs inputs;
-  Format format = Format::Text;
+  std::string format = "text"; ///< of findingFormats(), on standard output
+  std::vector<std::pair<std::string, std::string>> outputs; ///< further formats, and their files
   std::map<std::string, vesk::check::Severity> severities;
-  bool isStrict = false; ///< warnings count as errors
+  bool isStrict = false;                 ///< warnings count as errors
+  std::optional<std::string> policyFile; ///< for all manifests; empty: none for any
+  std::string baseline;                  ///< a file; empty: none
+  std::string baselineToWrite;           ///< a file; empty: none
   bool isQuiet = false;
   bool isColored = false;
+  std::optional<bool> hasExcerpts; ///< without it, on a terminal
+  std::string root;                ///< see WriterOptions
   std::string packageFolder;
 };
 /// Prints what is wrong with each manifest.

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef TOOLS_VESKPACKAGE_OUTPUT_CHECKEDFILE_HPP
+#define TOOLS_VESKPACKAGE_OUTPUT_CHECKEDFILE_HPP
+
+#include "exitcode.hpp"
+
+#include <check/manifestcheck.hpp>
+#include <source/lines.hpp>
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tool
+{
+
+/// What was found in a file.
+class CheckedFile
+{
+public:
+  CheckedFile() = default;
+  CheckedFile(const CheckedFile&) = delete;
+  CheckedFile& operator=(const CheckedFile&) = delete;
+  ~CheckedFile() = default;
+
+  std::string name;
+  std::string bytes; ///< empty where it could not be read
+  std::string uuid;  ///< of the package; empty where it has none
+  std::vector<vesk::check::Finding> findings;
+  ExitCode code = Done;
+
+  /// The file in UTF-8, in which the findings have their places.
+  std::string_view text() const;
+  /// From the beginning of a finding to its end; empty where that is not known.
+  std::string_view text(const vesk::check::Finding& finding) const;
+  /// Where a byte of the text stands.
+  vesk::check::Position positionOf(std::size_t offset) const;
+
+private:
+  // Made when they are first asked for, since most files have no findings.
+  mutable std::optional<std::string> decoded;
+  mutable std::optional<vesk::source::Lines> lines;
+};
+
+/// Whether a finding has a place in the text.
+inline bool isSomewhere(const vesk::check::Finding& finding) { return finding.begin.line > 0; }
+
+} // namespace tool
+
+#endif
