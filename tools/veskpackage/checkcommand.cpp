@@ -116,6 +116,13 @@ void CommandLine::addCheck()
       ->option_text("TAG=SEVERITY")
       ->allow_extra_args(false);
   addPolicy(*verb, checkOptions);
+  CLI::Option* const fix = verb->add_flag(
+      "--fix", checkOptions.isMending,
+      "Mend what can surely be mended, write over the files, and report what is left");
+  verb->add_flag("--dry-run", showsMends,
+                 "With --fix, write nothing; print as a unified difference what would change "
+                 "instead of what is found, and exit with 1 if anything")
+      ->needs(fix);
   verb->add_option("--package", checkOptions.packageFolder,
                    "Look up the paths in the manifest in the package's folder")
       ->check(CLI::ExistingDirectory)
@@ -150,6 +157,10 @@ void CommandLine::addCheck()
           return;
         }
         requireFiles(checkOptions.inputs);
+        const std::vector<std::string>& files = checkOptions.inputs.files;
+        require(!checkOptions.isMending || showsMends ||
+                    std::find(files.begin(), files.end(), "-") == files.end(),
+                "--fix: standard input cannot be written over; --dry-run shows the difference");
         for (const std::string& text : overrides)
         {
           const auto [tag, severity] = overrideIn(text);
@@ -161,7 +172,7 @@ void CommandLine::addCheck()
         }
         requireFilesOnce(checkOptions.outputs);
         checkOptions.isColored = isColored(color);
-        code = checkManifests(checkOptions);
+        code = showsMends ? showMends(checkOptions) : checkManifests(checkOptions);
       });
 }
 

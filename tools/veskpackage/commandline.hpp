@@ -52,6 +52,7 @@ private:
   std::string color = "auto";
   std::string explained;
   bool listsRules = false;
+  bool showsMends = false;
 };
 
 } // namespace tool

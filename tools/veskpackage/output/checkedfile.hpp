@@ -28,6 +28,7 @@ public:
   std::string bytes; ///< empty where it could not be read
   std::string uuid;  ///< of the package; empty where it has none
   std::vector<vesk::check::Finding> findings;
+  std::size_t mended = 0; ///< how many faults were mended before
   ExitCode code = Done;
 
   /// The file in UTF-8, in which the findings have their places.

@@ -24,6 +24,7 @@ public:
   void write(const CheckedFile& file, std::ostream& out) override
   {
     ++files;
+    mended += file.mended;
     for (const Finding& finding : file.findings)
     {
       ++(finding.severity == Severity::Error     ? errors
@@ -50,6 +51,10 @@ public:
     {
       out << "; " << mends << " of these can be mended";
     }
+    if (mended > 0)
+    {
+      out << "; " << mended << " mended";
+    }
     out << (options.moreSummary ? options.moreSummary() : "") << '\n';
   }
 
@@ -60,6 +65,7 @@ private:
   std::size_t warnings = 0;
   std::size_t hints = 0;
   std::size_t mends = 0;
+  std::size_t mended = 0;
 };
 } // namespace
 

@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "files/mending.hpp"
+#include "output/finding.hpp"
 #include "output/reports.hpp"
+#include "output/unifieddiff.hpp"
 #include "policy/baseline.hpp"
 #include "policy/policies.hpp"
 #include "verbs/verbs.hpp"
@@ -9,6 +12,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <sstream>
 #include <tuple>
 #include <unistd.h>
 #include <utility>
@@ -126,7 +130,58 @@ Reports reportsFor(const CheckOptions& options, const Baseline& baseline)
   }
   return reports;
 }
+
+/// Prints the difference that mending makes, and what no reader reads.
+ExitCode showMends(const CheckedFile& file, const vesk::check::Options& asked, std::ostream& out,
+                   std::ostream& complaints)
+{
+  if (codeOf(file.findings, false) == FileTrouble)
+  {
+    printFinding(complaints, file.name, file.findings.front(), false);
+    return FileTrouble;
+  }
+  std::size_t mends = 0;
+  const auto bytes = mended(file.name, file.bytes, asked, mends, complaints);
+  if (bytes)
+  {
+    printUnifiedDiff(out, file.name, inUtf8(file.bytes), file.name + " (mended)", inUtf8(*bytes));
+  }
+  return bytes && mends == 0 ? Done : NegativeResult;
+}
+
+/// What is left to be found in a file after it was mended.
+std::shared_ptr<CheckedFile> mendedAndChecked(const std::string& file,
+                                              const vesk::check::Options& asked,
+                                              std::ostream& complaints)
+{
+  std::shared_ptr<CheckedFile> result = checked(file, asked);
+  const bool canBeMended = std::any_of(result->findings.begin(), result->findings.end(),
+                                       [](const Finding& finding) { return finding.mend; });
+  if (canBeMended)
+  {
+    std::size_t mends = 0;
+    const ExitCode code = mendFile(file, asked, mends, complaints);
+    result = checked(file, asked);
+    result->mended = mends;
+    result->code = code;
+  }
+  return result;
+}
 } // namespace
+
+ExitCode showMends(const CheckOptions& options)
+{
+  Policies policies(options.policyFile);
+  const auto work = [&](const InputFile& file) -> Rest
+  {
+    const vesk::check::Options asked = optionsFor(options, *policies.policyOf(file.path));
+    return [asked, result = checked(file.path, asked)](std::ostream& out, std::ostream& complaints)
+    { return showMends(*result, asked, out, complaints); };
+  };
+  return forEachFileInOrder(options.inputs, work,
+                            [&policies](const std::string& path)
+                            { return policies.excludes(path); });
+}
 
 ExitCode checkManifests(const CheckOptions& options)
 {
@@ -138,9 +193,14 @@ ExitCode checkManifests(const CheckOptions& options)
   {
     const std::shared_ptr<const Policy> policy = policies.policyOf(file.path);
     const vesk::check::Options asked = optionsFor(options, *policy);
-    const std::shared_ptr<CheckedFile> result = checked(file.path, asked);
-    return [&, file, policy, asked, result](std::ostream& out, std::ostream&)
+    std::ostringstream troubles;
+    const std::shared_ptr<CheckedFile> result = options.isMending
+                                                    ? mendedAndChecked(file.path, asked, troubles)
+                                                    : checked(file.path, asked);
+    return [&, file, policy, asked, result, trouble = troubles.str()](std::ostream& out,
+                                                                      std::ostream& complaints)
     {
+      complaints << trouble;
       const std::optional<std::string> same = folder.sameBefore(file, result->uuid);
       auto repeated = same ? vesk::check::repeatedUuid(result->bytes, *same, asked) : std::nullopt;
       if (repeated)
@@ -152,7 +212,8 @@ ExitCode checkManifests(const CheckOptions& options)
         removeHints(result->findings);
       }
       baseline.take(file.path, result->findings);
-      result->code = codeOf(result->findings, options.isStrict || policy->isStrict);
+      result->code =
+          std::max(result->code, codeOf(result->findings, options.isStrict || policy->isStrict));
       reports.write(*result, out);
       return result->code;
     };

@@ -51,9 +51,12 @@ struct CheckOptions
   std::optional<bool> hasExcerpts; ///< without it, on a terminal
   std::string root;                ///< see WriterOptions
   std::string packageFolder;
+  bool isMending = false; ///< the files, before what is left is reported
 };
 /// Prints what is wrong with each manifest.
 ExitCode checkManifests(const CheckOptions& options);
+/// Prints how each manifest would be mended, as a difference.
+ExitCode showMends(const CheckOptions& options);
 /// Prints all rules, or what one of them means.
 /// \{
 ExitCode listRules();
