@@ -1,67 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commandline.hpp"
 
+#include "commonoptions.hpp"
 #include "files/arguments.hpp"
 #include "usagemessage.hpp"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <system_error>
-#include <thread>
-#include <unistd.h>
 
 namespace tool
 {
 namespace
 {
-using vesk::check::Severity;
-
-const std::map<std::string, Format> formats{
-    {"text", Format::Text}, {"json", Format::Json}, {"variant", Format::Variant}};
-
-/// What is wrong with the name of a file.
-std::string faultIn(const std::string& name) { return name.empty() ? "the name is empty" : ""; }
-
-/// \p name is what the arguments are called, FILE and what may come behind.
-void addInputs(CLI::App& verb, Inputs& inputs, const std::string& what,
-               const std::string& name = "FILE")
-{
-  // Whatever it is given, it expects more. Else the parser would take [a,b] for a list, and ask others
-  // for what stands behind --.
-  constexpr int most = CLI::detail::expected_max_vector_size;
-  verb.add_option(name, inputs.files,
-                  what + "; folders are searched for them (files called manifest.xml, and others "
-                         "in .xml whose root is package)")
-      ->check(faultIn)
-      ->option_text("...")
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-      ->expected(most, most)
-      ->allow_extra_args(false);
-  verb.add_option("--files-from", inputs.filesFrom,
-                  "Read further files from LIST, a path a line; - is standard input")
-      ->option_text("LIST");
-  verb.add_flag("-0,--null", inputs.hasNulls,
-                "A NUL ends each path in LIST, as find -print0 writes it")
-      ->needs("--files-from");
-  verb.add_option("-j,--jobs", inputs.jobs, "Work on so many files at once")
-      ->check(CLI::Range(1, 1024))
-      ->option_text("NUMBER");
-}
-
-void addFormat(CLI::App& verb, Format& format, bool hasVariant, const std::string& meaning)
-{
-  std::vector<std::string> names{"text", "json"};
-  if (hasVariant)
-  {
-    names.emplace_back("variant");
-  }
-  verb.add_option_function<std::string>(
-          "--format", [&format](const std::string& name) { format = formats.at(name); }, meaning)
-      ->check(CLI::IsMember(names))
-      ->option_text("FORMAT");
-}
-
 CLI::Option* addOutput(CLI::App& verb, Target& target, const std::string& insteadOf)
 {
   return verb.add_option("-o,--output", target.output, "Write to FILE instead of " + insteadOf)
@@ -95,28 +46,6 @@ void addTargetInPlace(CLI::App& verb, Target& target)
   addOutput(verb, target, "over the file itself");
   addInPlace(verb, target, "; so it is anyway without --output");
   addDryRun(verb, target);
-}
-
-/// What is wrong with how a verb is used, beyond what single options say.
-void require(bool condition, const std::string& what)
-{
-  if (!condition)
-  {
-    throw CLI::ValidationError(what, CLI::ExitCodes::ValidationError);
-  }
-}
-
-void requireOneStandardInput(const std::vector<std::string>& files)
-{
-  require(std::count(files.begin(), files.end(), "-") <= 1, "standard input can be read once only");
-}
-
-void requireFiles(const Inputs& inputs)
-{
-  require(!inputs.files.empty() || !inputs.filesFrom.empty(), "FILE or --files-from is required");
-  std::vector<std::string> all = inputs.files;
-  all.push_back(inputs.filesFrom);
-  requireOneStandardInput(all);
 }
 
 void requireEachOnce(const std::string& option, std::vector<std::string> values)
@@ -174,37 +103,6 @@ void chooseTarget(const CLI::App& verb, const Inputs& inputs, Target& target)
   require(target.isInPlace || !inputs.areMany(), "several files cannot be written to one");
 }
 
-void addExample(CLI::App& verb, const std::string& example)
-{
-  verb.footer("Example:\n  " + example);
-}
-
-bool isColored(const std::string& color)
-{
-  const char* const noColor = std::getenv("NO_COLOR");
-  const bool isWanted = noColor == nullptr || *noColor == '\0';
-  return color == "always" || (color == "auto" && isWanted && isatty(STDOUT_FILENO) != 0);
-}
-
-/// "tag=severity"
-std::pair<std::string, Severity> overrideIn(const std::string& text)
-{
-  static const std::map<std::string, Severity> severities{{"off", Severity::Off},
-                                                          {"hint", Severity::Hint},
-                                                          {"warning", Severity::Warning},
-                                                          {"error", Severity::Error}};
-  const std::size_t equals = text.find('=');
-  const std::string tag = text.substr(0, equals);
-  require(vesk::check::findRule(tag) != nullptr,
-          "--override: there is no rule \"" + tag + "\"; --list-rules lists them");
-  require(vesk::check::findRule(tag)->severity != Severity::Error,
-          "--override: " + tag + " is an error at all times, since nothing is read then");
-  const auto severity =
-      severities.find(equals == std::string::npos ? std::string() : text.substr(equals + 1));
-  require(severity != severities.end(),
-          "--override: " + tag + " needs =off, =hint, =warning or =error");
-  return {tag, severity->second};
-}
 } // namespace
 
 CommandLine::CommandLine()
@@ -247,56 +145,6 @@ void CommandLine::addShow()
       {
         requireFiles(showOptions.inputs);
         code = showManifests(showOptions);
-      });
-}
-
-void CommandLine::addCheck()
-{
-  CLI::App* const verb = app.add_subcommand(
-      "check", "Tell what is wrong with manifests, also what the readers pass over in silence");
-  addInputs(*verb, checkOptions.inputs, "Manifests to check");
-  addFormat(*verb, checkOptions.format, false,
-            "text (a line for each finding, and a summary), or json (a line for each manifest)");
-  verb->add_flag("--strict", checkOptions.isStrict, "Fail for warnings as well");
-  verb->add_option("--override", overrides,
-                   "Report what the rule TAG finds as off, hint, warning or error instead")
-      ->option_text("TAG=SEVERITY")
-      ->allow_extra_args(false);
-  verb->add_option("--package", checkOptions.packageFolder,
-                   "Look up the paths in the manifest in the package's folder")
-      ->check(CLI::ExistingDirectory)
-      ->option_text("FOLDER");
-  verb->add_flag("-q,--quiet", checkOptions.isQuiet, "Report no hints and print no summary");
-  verb->add_option("--color", color, "auto (the default; heeds NO_COLOR), always or never")
-      ->check(CLI::IsMember({"auto", "always", "never"}))
-      ->option_text("WHEN");
-  verb->add_flag("--list-rules", listsRules, "List the rules, and check nothing");
-  verb->add_option("--explain", explained, "Say what the rule TAG means, and check nothing")
-      ->option_text("TAG");
-  addExample(*verb, "veskpackage check --strict --jobs 4 packages/");
-  verb->callback(
-      [this, verb]
-      {
-        if (listsRules)
-        {
-          code = listRules();
-          return;
-        }
-        if (verb->count("--explain") != 0)
-        {
-          require(vesk::check::findRule(explained) != nullptr,
-                  "--explain: there is no rule \"" + explained + "\"; --list-rules lists them");
-          code = explainRule(explained);
-          return;
-        }
-        requireFiles(checkOptions.inputs);
-        for (const std::string& text : overrides)
-        {
-          const auto [tag, severity] = overrideIn(text);
-          checkOptions.severities[tag] = severity;
-        }
-        checkOptions.isColored = isColored(color);
-        code = checkManifests(checkOptions);
       });
 }
 
