@@ -32,11 +32,14 @@ std::vector<Finding> checkTree(const QDomDocument& document, const StrictText& t
                                const Options& options)
 {
   Report report(options);
-  if (text.error && report.count(RuleId::NotStrict))
+  const RuleId id = text.isEncodingUnknown ? RuleId::UnknownEncoding : RuleId::NotStrict;
+  if (text.error && report.count(id))
   {
-    report.add(RuleId::NotStrict,
+    report.add(id,
                toQString(text.error->message) +
-                   QStringLiteral("; the readers take it, many other programs do not"),
+                   (text.isEncodingUnknown
+                        ? QStringLiteral("; write the one that the text is in, such as UTF-8")
+                        : QStringLiteral("; the readers take it, many other programs do not")),
                {text.error->range});
   }
   const Twins twins(document, text.document);
