@@ -5,7 +5,11 @@
 #include <check/elements.hpp>
 #include <check/languages.hpp>
 #include <check/mending.hpp>
+#include <check/packagefiles.hpp>
 #include <check/report.hpp>
+
+#include <QHash>
+#include <QSet>
 
 #include <map>
 #include <set>
@@ -28,49 +32,98 @@ public:
 
   /// Reports what is wrong with the node that the walk is at, or with a part of it.
   void report(RuleId id, const Subject& subject, const QString& message,
-              std::optional<Mend> mend = std::nullopt);
+              std::optional<Mend> mend = std::nullopt)
+  {
+    if (counts(id))
+    {
+      add(id, subject, message, std::move(mend));
+    }
+  }
+
+  /// Notes a name for which a rule wants no other element; false when one had it before.
+  bool isFirst(RuleId id, const QString& name);
+
+  /// Looks up the program of a command line, as far as it lies in the package.
+  void checkProgram(const Subject& commandLine, const QString& given);
 
   const PackageLanguages& languages() const { return packageLanguages; }
   const Mending& mends() const { return mending; }
 
 private:
+  /// The two parts of a report, for a message or a mend that takes time to make.
+  /// \{
+  bool counts(RuleId id) { return found.count(id); }
+  void add(RuleId id, const Subject& subject, const QString& message,
+           std::optional<Mend> mend = std::nullopt);
+  /// \}
+
+  /// The children of an element.
+  struct Siblings
+  {
+    const Node& parent;
+    const CheckedElement& checkedParent;
+    QHash<QString, int> total = {};  ///< by steps in places
+    QHash<QString, int> before = {}; ///< of the one that the walk is at
+    std::set<QString> meant = {};    ///< by unknown ones, of the names that are not there
+    std::map<const CheckedElement*, std::optional<Node>> mergers = {};
+  };
+
   // structure.cpp: what the readers skip or take for something else
   void checkElement(const Node& element, const CheckedElement& checked);
   void checkAttributes(const Node& element, const CheckedElement& checked);
   void checkPresence(const Node& element);
   void checkText(const Node& element);
+  void checkMarkup(const Node& element);
   void checkCharacters(const Subject& subject, const QString& value);
   void checkChildren(const Node& element, const CheckedElement& checked);
-  void checkChild(const Node& child, const CheckedElement& parent, bool isRepeated);
+  void checkChild(const Node& child, Siblings& siblings);
   void checkNoElement(const Node& node, const CheckedElement& parent);
   void reportNotKept(const Node& node);
   void reportNotKeptIn(const Node& text);
-  void reportUnknown(const Node& element, const CheckedElement& parent);
+
+  // unknown.cpp: what the format does not have, or not there
+  void checkUnknownAttributes(const Node& element, const CheckedElement& checked);
+  void reportUnknownAttribute(const Node& element, const CheckedElement& checked,
+                              const QString& name, std::set<QString>& meant);
+  void reportUnknown(const Node& element, Siblings& siblings);
+  void reportUnknownPermission(const Node& element, const CheckedElement& permissions);
+
+  // repeats.cpp: what the format has once
+  void checkRepeated(const Node& child, const CheckedElement& known, Siblings& siblings);
+  std::optional<Mend> mergeIntoFirst(const Node& child, const CheckedElement& known,
+                                     Siblings& siblings) const;
 
   // values.cpp: what the readers take as it is
   void checkValues(const Node& element, const CheckedElement& checked);
-  void checkEntry(const Node& entry, const CheckedElement& checked);
-  void checkLanguage(const Subject& subject, const CheckedElement& checked,
-                     const QString& language);
+  void checkTextValue(const Node& element, const CheckedElement& checked);
+  void checkAttribute(const Node& element, const CheckedElement& checked,
+                      const CheckedAttribute& attribute);
+  void checkNeededChildren(const Node& element, const Siblings& children);
+  void reportMissing(const Node& element, const CheckedElement& checked,
+                     const CheckedAttribute& attribute);
+  void checkLanguage(const Subject& subject, const CheckedElement& checked, const QString& given);
+  void checkRepeatedLanguage(const Subject& subject, const CheckedElement& checked,
+                             const QString& language);
+  void checkSeparator(const Subject& subject, const QString& language);
   void checkListed(const Subject& subject, const CheckedElement& checked, const QString& language);
-  void checkPath(const Node& element, const CheckedAttribute& attribute, const QString& path);
-  /// Whether there is a file or folder at this path or, unless \p isWhole, a file whose path is
-  /// this one with an extension added.
-  bool findFile(const QString& path, bool isWhole);
+  void checkUsual(const Subject& subject, const format::Entry& entry, const QString& given);
+  void checkPath(const Subject& subject, bool isWhole, const QString& given);
+  /// Whether there are blanks around a value that is not blank altogether.
+  bool checkBlanks(const Subject& subject, const QString& given);
 
   /// The names of entries seen so far, for lists whose entries must have different names.
-  using Lists = std::map<const CheckedElement*, std::set<QString>>;
+  using Lists = std::map<const CheckedElement*, QSet<QString>>;
 
   const Node first; ///< of the document
   const Mending mending;
-  QString packageFolder;
-  std::map<QString, std::set<QString>> filesWithoutExtension; ///< by folder; read once
+  PackageFiles files;
   Report& found;
   std::vector<QString> steps; ///< from the root to where the walk is
   PackageLanguages packageLanguages;
   LanguageCodes codes;
   /// The lists in the element that is being checked. One list can be spread over several elements.
   Lists lists;
+  std::map<RuleId, QSet<QString>> names; ///< that an element of the whole manifest had before
 };
 
 } // namespace vesk::check

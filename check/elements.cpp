@@ -10,7 +10,7 @@ namespace
 {
 CheckedElement checkedElement(const format::Element& element, const std::string& path)
 {
-  CheckedElement checked{element, element.name};
+  CheckedElement checked{element, element.name, path};
   for (const format::Attribute& attribute : element.attributes)
   {
     checked.attributes.push_back({attribute, attribute.name});
@@ -38,6 +38,14 @@ CheckedElement checkedRoot()
   return checkedElement(format::package(), '/' + format::package().name);
 }
 } // namespace
+
+const CheckedElement* CheckedElement::childNamed(const Node& node) const
+{
+  const auto child =
+      std::find_if(children.begin(), children.end(),
+                   [&node](const CheckedElement& other) { return node.isNamed(other.name); });
+  return child == children.end() ? nullptr : &*child;
+}
 
 const CheckedElement& checkedPackage()
 {

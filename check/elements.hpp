@@ -28,12 +28,19 @@ struct CheckedElement
 {
   const format::Element& format;
   XmlName name;
+  std::string path; ///< from the root: "/package/names"
   std::vector<CheckedAttribute> attributes = {};
   std::vector<CheckedElement> children = {};
   /// Of an entry of a list: which of its texts stay when the package is trimmed.
   format::Keeps keeps = format::Keeps::All;
   OwnCheck ownCheck = nullptr; ///< null where there is none
+
+  /// What an element or instruction in it is; null where the format has none of its name.
+  const CheckedElement* childNamed(const Node& node) const;
 };
+
+/// Of another vocabulary, which may be meant so.
+inline bool isPrefixed(const QString& name) { return name.contains(':'); }
 
 /// The root of the format. Lives to the end of the program.
 const CheckedElement& checkedPackage();

@@ -10,7 +10,8 @@ namespace vesk::check
 
 namespace
 {
-/// The language codes in all sections of this name, except empty ones.
+/// The language codes in all sections of this name, except empty ones. Blanks around them are a fault of
+/// their own.
 std::list<std::string> listedIn(const Node& root, const XmlName& name)
 {
   std::list<std::string> languages;
@@ -20,7 +21,8 @@ std::list<std::string> listedIn(const Node& root, const XmlName& name)
     {
       for (const Node& language : Children(section))
       {
-        languages.push_back(language.isElement() ? language.text().toStdString() : std::string());
+        languages.push_back(language.isElement() ? language.text().trimmed().toStdString()
+                                                 : std::string());
       }
     }
   }
@@ -40,7 +42,7 @@ std::set<QString> namedIn(const Node& root)
       {
         if (name.isElement() && !isBlank(name.text()))
         {
-          languages.insert(name.attribute(names.lang));
+          languages.insert(name.attribute(names.lang).trimmed());
         }
       }
     }
@@ -71,20 +73,26 @@ bool PackageLanguages::isNamed(const QString& language) const
   return from != named.end() && from->startsWith(language);
 }
 
-bool LanguageCodes::noticeOdd(const QString& language)
+QString LanguageCodes::alike(const QString& language)
 {
-  const auto* const at =
-      std::find_if(language.begin(), language.end(),
-                   [](QChar character) { return character == '-' || character == '_'; });
+  const auto isSeparator = [](QChar character) { return character == '-' || character == '_'; };
+  const auto* const at = std::find_if(language.begin(), language.end(), isSeparator);
   if (at == language.end())
   {
-    return false;
+    return {};
   }
   if (separator.isNull())
   {
     separator = *at;
   }
-  return *at != separator && odd.insert(language).second;
+  if (*at == separator || odd.contains(language))
+  {
+    return {};
+  }
+  odd.insert(language);
+  QString alike = language;
+  std::replace_if(alike.begin(), alike.end(), isSeparator, separator);
+  return alike;
 }
 
 } // namespace vesk::check

@@ -5,6 +5,7 @@
 #include <check/node.hpp>
 #include <package/languagecodes.hpp>
 
+#include <QSet>
 #include <QString>
 
 #include <list>
@@ -42,12 +43,13 @@ private:
 class LanguageCodes
 {
 public:
-  /// Takes a further code. True when it is such a code, and has not been taken before.
-  bool noticeOdd(const QString& language);
+  /// Takes a further code. When it is such a code, and has not been taken before, gives it with the
+  /// separator of the first; else empty.
+  QString alike(const QString& language);
 
 private:
   QChar separator; // of the first code that has one
-  std::set<QString> odd;
+  QSet<QString> odd;
 };
 
 } // namespace vesk::check

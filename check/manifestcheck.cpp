@@ -34,11 +34,14 @@ void checkTree(const QDomDocument& document, const Twins* twins, const source::D
 std::vector<Finding> checkTree(const QDomDocument& document, const StrictText& text,
                                const Options& options, Report& report)
 {
-  if (text.error && report.count(RuleId::NotStrict))
+  const RuleId id = text.isEncodingUnknown ? RuleId::UnknownEncoding : RuleId::NotStrict;
+  if (text.error && report.count(id))
   {
-    report.add(RuleId::NotStrict,
+    report.add(id,
                toQString(text.error->message) +
-                   QStringLiteral("; the readers take it, many other programs do not"),
+                   (text.isEncodingUnknown
+                        ? QStringLiteral("; write the one that the text is in, such as UTF-8")
+                        : QStringLiteral("; the readers take it, many other programs do not")),
                {text.error->range});
   }
   const Twins twins(document, text.document);

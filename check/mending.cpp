@@ -2,6 +2,8 @@
 #include <check/mending.hpp>
 #include <package/xml/text.hpp>
 
+#include <algorithm>
+
 namespace vesk::check
 {
 namespace
@@ -30,6 +32,12 @@ bool holdsTextOnly(const source::Node& element)
   return true;
 }
 
+bool isLayout(const source::Node& node)
+{
+  return node.kind() == Kind::Text &&
+         node.value().find_first_not_of(" \t\r\n") == std::string_view::npos;
+}
+
 /// A part of a document as edits have it, with "\n" for the document's line end; none where it has
 /// others as well, which would not be the same again.
 std::optional<std::string> asEdited(const source::Document& document, const Range& range)
@@ -56,13 +64,20 @@ std::optional<std::string> asEdited(const source::Document& document, const Rang
   }
 }
 
-/// From behind the start tag up to the end tag, without the blanks in front of that.
+/// From behind the start tag up to the end tag, without the blanks in front of that, as far as they are
+/// layout: looking through more of them for each of many sections would take long.
 Range contentOf(const source::Node& element, const source::Document& document)
 {
+  constexpr std::uint32_t mostBlanks = 1000;
   const std::uint32_t begin = element.startTag().end;
-  const std::string_view content = document.text({begin, element.endTag().begin});
-  const std::size_t last = content.find_last_not_of(" \t\r\n");
-  return {begin, begin + static_cast<std::uint32_t>(last == std::string_view::npos ? 0 : last + 1)};
+  std::uint32_t end = element.endTag().begin;
+  const std::uint32_t least = std::max(begin, end - std::min(end, mostBlanks));
+  while (end > least &&
+         std::string_view(" \t\r\n").find(document.text()[end - 1]) != std::string_view::npos)
+  {
+    --end;
+  }
+  return {begin, end};
 }
 } // namespace
 
@@ -131,6 +146,24 @@ std::optional<Mend> Mending::remove(const Node& element) const
   Editor editor(*document);
   editor.remove(*node);
   return Mend{"remove it", editor.edits()};
+}
+
+bool Mending::holdsElementsOnly(const Node& element, bool canHaveComments) const
+{
+  const source::Node* const node = element.inText();
+  if (document == nullptr || node == nullptr)
+  {
+    return false;
+  }
+  for (const source::Node& child : node->children())
+  {
+    if (!child.isElement() && !(canHaveComments && child.kind() == Kind::Comment) &&
+        !isLayout(child))
+    {
+      return false;
+    }
+  }
+  return true;
 }
 
 std::optional<Mend> Mending::merge(const Node& earlier, const Node& section) const

@@ -30,6 +30,8 @@ public:
   std::optional<Mend> setText(const Node& element, const QString& text) const;
   /// Takes an element that holds nothing but text, if anything, out of the text.
   std::optional<Mend> remove(const Node& element) const;
+  /// Whether an element holds only elements and, if it may, comments.
+  bool holdsElementsOnly(const Node& element, bool canHaveComments) const;
   /// Puts what a section holds behind what an earlier one of the same parent holds.
   std::optional<Mend> merge(const Node& earlier, const Node& section) const;
 

@@ -66,12 +66,33 @@ QString Node::attribute(const XmlName& name, const QString& otherwise) const
   return found != nullptr ? toolkits(found->value()) : otherwise;
 }
 
+bool Node::hasAttribute(const XmlName& name) const
+{
+  const source::Node* const tag = inText();
+  return tag != nullptr ? tag->attribute(name.inUtf8()) != nullptr
+                        : node.nodeInToolkit().toElement().hasAttribute(name);
+}
+
+QString Node::attributeInTag(const XmlName& name) const
+{
+  const source::Node* const tag = inText();
+  const source::Attribute* const found = tag != nullptr ? tag->attribute(name.inUtf8()) : nullptr;
+  return found != nullptr ? toolkits(found->value()) : attribute(name);
+}
+
+int Node::attributeCount() const
+{
+  const source::Node* const tag = inText();
+  return tag != nullptr ? static_cast<int>(tag->attributes().end() - tag->attributes().begin())
+                        : node.nodeInToolkit().attributes().count();
+}
+
 std::vector<QString> Node::attributeNames() const
 {
   std::vector<QString> names;
-  if (const source::Node* const inSource = node.nodeInSource())
+  if (const source::Node* const tag = inText())
   {
-    for (const source::Attribute& attribute : inSource->attributes())
+    for (const source::Attribute& attribute : tag->attributes())
     {
       names.push_back(toolkits(attribute.name()));
     }

@@ -40,7 +40,13 @@ public:
   bool isNamed(const XmlName& name) const { return node.isNamed(name); }
   /// Of an element; \p otherwise where it has none of this name.
   QString attribute(const XmlName& name, const QString& otherwise = {}) const;
+  /// Of an element, what its tag has, also where the toolkit hides it as the declaration of a namespace.
+  /// \{
+  bool hasAttribute(const XmlName& name) const;
+  QString attributeInTag(const XmlName& name) const;
+  int attributeCount() const;
   std::vector<QString> attributeNames() const;
+  /// \}
   /// Of an element all text and CDATA in it; of another node what it holds.
   QString text() const;
 

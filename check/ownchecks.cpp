@@ -14,48 +14,58 @@ namespace
 {
 const ManifestNames& n() { return manifestNames(); }
 
-void checkIdentity(Checker& checker, const Node& package)
-{
-  for (const format::Attribute& needed : format::package().attributes)
-  {
-    const XmlName attribute = needed.name;
-    if (needed.isRequired && package.attribute(attribute).isEmpty())
-    {
-      checker.report(RuleId::MissingIdentity, valueOf(package, attribute),
-                     QStringLiteral("the package has no %1").arg(QString(attribute)));
-    }
-  }
-}
-
 void reportDescriptionLanguages(Checker& checker, const Node& languages)
 {
   checker.report(RuleId::DescriptionLanguages, nameOf(languages),
-                 QStringLiteral("description languages are read by PackageInfo only"));
+                 QStringLiteral("only one of the two readers knows \"descriptionLanguages\""));
 }
 
 void checkName(Checker& checker, const Node& describedLanguage)
 {
-  const QString language = describedLanguage.text();
+  const QString language = describedLanguage.text().trimmed();
   if (!language.isEmpty() && !checker.languages().isNamed(language))
   {
     checker.report(RuleId::UnnamedLanguage, textOf(describedLanguage),
-                   QStringLiteral("the package has no name in %1").arg(quoted(language)));
+                   QStringLiteral("the package has no name in %1; add one, or remove the language")
+                       .arg(quoted(language)));
   }
 }
 
 void reportWebContent(Checker& checker, const Node& content)
 {
   checker.report(RuleId::WebContent, nameOf(content),
-                 QStringLiteral("web content is read by loadManifest only"));
+                 QStringLiteral("only one of the two readers knows \"webContent\""));
 }
 
-void checkTopicName(Checker& checker, const Node& dialog)
+/// Reports that several elements have a name by which they are told apart.
+void checkRepeatedName(Checker& checker, RuleId id, const Node& element, const XmlName& attribute)
 {
-  if (dialog.attribute(n().topicName).isEmpty())
+  const QString name = element.attribute(attribute).trimmed();
+  if (!name.isEmpty() && !checker.isFirst(id, name))
   {
-    checker.report(RuleId::EmptyTopic, valueOf(dialog, n().topicName),
-                   QStringLiteral("the dialog has no topic name"));
+    checker.report(id, valueOf(element, attribute),
+                   QStringLiteral("an earlier %1 has the same %2 %3; write another one")
+                       .arg(quoted(element.name()), quoted(attribute), quoted(name)));
   }
+}
+
+void checkBehavior(Checker& checker, const Node& behavior)
+{
+  checkRepeatedName(checker, RuleId::RepeatedBehavior, behavior, n().path);
+}
+
+void checkDialog(Checker& checker, const Node& dialog)
+{
+  checkRepeatedName(checker, RuleId::RepeatedTopic, dialog, n().topicName);
+  for (const Node& child : Children(dialog))
+  {
+    if (child.isNamed(n().topic))
+    {
+      return;
+    }
+  }
+  checker.report(RuleId::DialogWithoutTopics, nameOf(dialog),
+                 QStringLiteral("the dialog has no topics; add a \"topic\" for each language"));
 }
 
 void checkTopic(Checker& checker, const Node& topic)
@@ -71,17 +81,34 @@ void checkAutorun(Checker& checker, const Node& service)
 {
   const XmlName& attribute = n().autorun;
   const QString value = service.attribute(attribute, QStringLiteral("false"));
+  const auto mend = [&](const char* meant)
+  { return checker.mends().setValue(service, attribute, QLatin1String(meant)); };
   if (value == QLatin1String("1"))
   {
-    checker.report(
-        RuleId::AutorunOne, valueOf(service, attribute),
-        QStringLiteral("%1 is yes for loadManifest, but no for PackageInfo").arg(quoted(value)));
+    checker.report(RuleId::AutorunOne, valueOf(service, attribute),
+                   QStringLiteral("\"autorun\" is \"1\", which one reader takes for yes and the "
+                                  "other for no; write \"true\""),
+                   mend("true"));
   }
   else if (value != QLatin1String("true") && value != QLatin1String("false"))
   {
+    const QString meant = value.trimmed().toLower();
+    const char* const sure = meant == QLatin1String("true")                    ? "true"
+                             : meant == QLatin1String("false") || meant == '0' ? "false"
+                                                                               : nullptr;
     checker.report(RuleId::AutorunValue, valueOf(service, attribute),
-                   QStringLiteral("%1 means no; only \"true\" means yes").arg(quoted(value)));
+                   QStringLiteral("\"autorun\" is %1, which the readers take for no; write ")
+                           .arg(quoted(value)) +
+                       (sure != nullptr ? quoted(sure) : QStringLiteral("\"true\" or \"false\"")),
+                   sure != nullptr ? mend(sure) : std::nullopt);
   }
+}
+
+void checkService(Checker& checker, const Node& service)
+{
+  checkRepeatedName(checker, RuleId::RepeatedService, service, n().name);
+  checkAutorun(checker, service);
+  checker.checkProgram(valueOf(service, n().execStart), service.attribute(n().execStart));
 }
 
 /// The numbers of a version without trailing zeros; none when a part of it is not a number.
@@ -111,7 +138,7 @@ void checkVersions(Checker& checker, const Node& element, const XmlName& least, 
   if (from && to && *from > *to)
   {
     checker.report(RuleId::ReversedVersions, valueOf(element, least),
-                   QStringLiteral("%1 %2 is above %3 %4")
+                   QStringLiteral("%1 %2 is above %3 %4, so nothing meets both")
                        .arg(QString(least), quoted(element.attribute(least)), QString(most),
                             quoted(element.attribute(most))));
   }
@@ -132,15 +159,15 @@ void checkRobot(Checker& checker, const Node& requirement)
 const std::vector<std::pair<std::string, OwnCheck>>& ownChecks()
 {
   static const std::vector<std::pair<std::string, OwnCheck>> checks{
-      {"/package", checkIdentity},
       {"/package/descriptionLanguages", reportDescriptionLanguages},
       {"/package/descriptionLanguages/language", checkName},
-      {"/package/contents/dialogContent", checkTopicName},
+      {"/package/contents/behaviorContent", checkBehavior},
+      {"/package/contents/dialogContent", checkDialog},
       {"/package/contents/dialogContent/topic", checkTopic},
       {"/package/contents/webContent", reportWebContent},
       {"/package/requirements/mirelRequirement", checkSoftware},
       {"/package/requirements/robotRequirement", checkRobot},
-      {"/package/services/service", checkAutorun}};
+      {"/package/services/service", checkService}};
   return checks;
 }
 

@@ -2,6 +2,8 @@
 #include <check/report.hpp>
 #include <source/lines.hpp>
 
+#include <QStringList>
+
 #include <algorithm>
 #include <tuple>
 #include <utility>
@@ -120,6 +122,24 @@ QString quoted(const QString& text)
     }
   }
   return '"' + shown + '"';
+}
+
+QString listOf(const std::vector<QString>& names)
+{
+  QStringList all;
+  for (const QString& name : names)
+  {
+    all += quoted(name);
+  }
+  return all.join(QStringLiteral(", "));
+}
+
+QString choiceOf(const std::vector<QString>& names)
+{
+  const QString last = names.empty() ? QString() : quoted(names.back());
+  return names.size() < 2
+             ? last
+             : listOf({names.begin(), names.end() - 1}) + QStringLiteral(" or ") + last;
 }
 
 } // namespace vesk::check

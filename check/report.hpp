@@ -56,6 +56,12 @@ private:
 /// characters.
 QString quoted(const QString& text);
 
+/// Names, quoted, with commas between them; or with "or" before the last.
+/// \{
+QString listOf(const std::vector<QString>& names);
+QString choiceOf(const std::vector<QString>& names);
+/// \}
+
 /// A name for a place, cut where it is long.
 QString cut(const QString& name);
 

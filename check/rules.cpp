@@ -34,35 +34,64 @@ constexpr std::array table{
            "prefixes are more than any manifest needs. Every reader refuses it as if it were no "
            "XML, since the parser could run out of stack, memory or time. Take out what is too "
            "much."}},
-    Entry{RuleId::NotStrict,
-          {"not-strict", Severity::Warning, kept,
-           "The readers take the text, but it is no strict XML: an attribute that comes twice, a "
-           "blank that is missing, bytes that are no text in the file's encoding, or an encoding "
-           "that nobody knows. Other programs refuse it, and no tool changes it. What is found "
-           "behind that place has no exact place. Correct it where the message says."}},
+    Entry{
+        RuleId::NotStrict,
+        {"not-strict", Severity::Warning, kept,
+         "The readers take the text, but it is no strict XML: an attribute that comes twice, a "
+         "blank that is missing, or bytes that are no text in the file's encoding. Other programs "
+         "refuse it, and no tool changes it. What is found behind that place has no exact place. "
+         "Correct it where the message says."}},
+    Entry{
+        RuleId::UnknownEncoding,
+        {"unknown-encoding", Severity::Warning, kept,
+         "The XML declaration names an encoding that nobody knows. The readers guess, other "
+         "programs refuse the file, and no tool changes it. Name the encoding that the text is in, "
+         "or save it in UTF-8 and name that."}},
     Entry{RuleId::RootName,
           {"root-name", Severity::Warning, kept,
            "The root element is not called \"package\". The readers take it all the same, and "
            "the writer calls it \"package\"; other programs may not take the file for a "
            "manifest. Rename it."}},
-    Entry{RuleId::MissingIdentity,
-          {"missing-identity", Severity::Warning, kept,
-           "The package has no uuid or no version. The readers give empty texts; a package "
-           "without uuid has no variant form, so that no module of the robot is told of it. Add "
-           "the attributes to the root."}},
-    Entry{RuleId::UnknownElement,
-          {"unknown-element", Severity::Warning, lost,
-           "No reader knows the element here, so it is skipped with all that it holds. Names are "
-           "case-sensitive. Correct the name or remove the element."}},
+    Entry{
+        RuleId::DefaultNamespace,
+        {"default-namespace", Severity::Hint, lost,
+         "An element declares a default namespace. The readers do not look at namespaces; but for "
+         "programs that do, and for the schemas, a manifest is in none, so that they find nothing "
+         "of it. The writer leaves it out. Remove the attribute \"xmlns\"."}},
+    Entry{
+        RuleId::MissingIdentity,
+        {"missing-identity", Severity::Warning, kept,
+         "The package has no uuid or no version, or one of blanks. The readers give empty texts; a "
+         "package without uuid has no variant form, so that no module of the robot is told of it. "
+         "Add the attributes to the root."}},
+    Entry{
+        RuleId::MissingAttribute,
+        {"missing-attribute", Severity::Warning, kept,
+         "An attribute that the element needs is missing or empty, such as the name or the command "
+         "line of a service, or the purpose of a condition. The readers give an empty text, with "
+         "which programs can do nothing. Add the attribute."}},
+    Entry{
+        RuleId::MissingElement,
+        {"missing-element", Severity::Warning, kept,
+         "An element that is needed is missing or empty, such as the locale of a language pack. "
+         "The readers give an empty text, with which programs can do nothing. Add the element, or "
+         "fill it."}},
+    Entry{
+        RuleId::UnknownElement,
+        {"unknown-element", Severity::Warning, lost,
+         "No reader knows the element here, so it is skipped with all that it holds. Names are "
+         "case-sensitive. Correct the name or remove the element. The message has the name that is "
+         "probably meant, if there is one that the place lacks."}},
     Entry{RuleId::MisplacedElement,
           {"misplaced-element", Severity::Warning, lost,
-           "The format has the element, but in another place; here it is skipped with all that "
-           "it holds. Move it to where the message says."}},
+           "The format has the element, but in another place; here it is skipped with all that it "
+           "holds. Move it into the element that the message names."}},
     Entry{RuleId::UnknownAttribute,
           {"unknown-attribute", Severity::Warning, lost,
-           "No reader knows the attribute on this element, so it is skipped. Names are "
-           "case-sensitive. Declarations of namespaces and attributes of the prefix xsi are no "
-           "fault."}},
+           "No reader knows the attribute on this element, so it is skipped. Names are case- "
+           "sensitive. Correct the name or remove the attribute. The message has the name that is "
+           "probably meant, if there is one that the element lacks. Declarations of namespaces are "
+           "no fault, nor is the place of a schema on the root, as in xsi:schemaLocation."}},
     Entry{RuleId::SkippedText,
           {"skipped-text", Severity::Warning, lost,
            "There is text where only elements are read, so it is skipped. Often it belongs into "
@@ -81,10 +110,12 @@ constexpr std::array table{
            "Where names, texts and languages are listed, the readers do not look at the names of "
            "the elements. The writer uses the usual name. Rename the element, since other "
            "programs may look."}},
-    Entry{RuleId::MarkupInText,
-          {"markup-in-text", Severity::Hint, lost,
-           "A text has elements within. The readers take all text in it together and drop the "
-           "markup. Write &lt; where a text is to hold the character."}},
+    Entry{
+        RuleId::MarkupInText,
+        {"markup-in-text", Severity::Hint, lost,
+         "A text, or an element that says something by its presence, has elements within. The "
+         "readers take all text in it together and drop the markup. Write &lt; where a text is to "
+         "hold the character."}},
     Entry{RuleId::UnwritableCharacter,
           {"unwritable-character", Severity::Warning, lost,
            "A text or an attribute holds U+FFFD, which the readers put where bytes are no text "
@@ -101,12 +132,28 @@ constexpr std::array table{
            "the last one counts alone. Merge them into one."}},
     Entry{RuleId::RepeatedElement,
           {"repeated-element", Severity::Warning, lost,
-           "An element that gives one value comes several times. What the later one gives "
-           "replaces what the earlier gave. Keep one."}},
+           "An element that gives one value comes several times. What the later one gives replaces "
+           "what the earlier gave. Keep one."}},
+    Entry{RuleId::NeedlessRepeat,
+          {"needless-repeat", Severity::Hint, kept,
+           "An element that is meant to come once comes several times, such as the tags of a "
+           "behavior. The readers take all of them together, but other programs may take one, and "
+           "the schemas refuse it. Merge them into one."}},
+    Entry{
+        RuleId::SurroundingBlanks,
+        {"surrounding-blanks", Severity::Warning, kept,
+         "There are blanks around a language, a path, a version or one of a few known values. The "
+         "readers keep them, so that it equals none without them: no program finds the language, "
+         "the file or the value. Remove the blanks."}},
+    Entry{RuleId::UnknownNature,
+          {"unknown-nature", Severity::Warning, kept,
+           "A value is none of those that programs know, such as a behavior's nature, which is "
+           "\"interactive\" or \"solitary\". The readers keep it as it is. Correct it."}},
     Entry{RuleId::AutorunValue,
           {"autorun-value", Severity::Warning, lost,
-           "\"autorun\" is yes for \"true\" only; any other value is no, also with other "
-           "letters, as in \"TRUE\". Write \"true\" or \"false\"."}},
+           "\"autorun\" is yes for \"true\" only; any other value is no, also with other letters "
+           "or with "
+           "blanks, as in \"TRUE\". Write \"true\" or \"false\"."}},
     Entry{RuleId::AutorunOne,
           {"autorun-one", Severity::Warning, lost,
            "\"autorun\" is \"1\": loadManifest takes it for yes, PackageInfo for no. Write "
@@ -131,11 +178,19 @@ constexpr std::array table{
           {"repeated-language", Severity::Warning, lost,
            "A language comes twice in one list. Of texts, the later replaces the earlier; of "
            "listed languages, PackageInfo keeps the first. Remove one or correct its language."}},
-    Entry{RuleId::EmptyLanguage,
-          {"empty-language", Severity::Warning, kept,
-           "An entry has no language, or an empty one. It is kept under the empty language, "
-           "where no program looks for it; of a dialog's topics it is not written. Give it a "
-           "language."}},
+    Entry{
+        RuleId::EmptyLanguage,
+        {"empty-language", Severity::Warning, kept,
+         "An entry has no language, an empty one or one of blanks. It is kept under that, where no "
+         "program looks for it; of a dialog's topics it is not written. Give it a language."}},
+    Entry{
+        RuleId::LanguageForm,
+        {"language-form", Severity::Warning, kept,
+         "A language is given in another form than codes have, as \"English\" instead of \"en\". "
+         "The "
+         "readers keep it as it is, and no program that looks for a language's code finds it. "
+         "Write two or three letters and, where it matters, the script or country, as in \"en_US\" "
+         "or \"zh-Hant-TW\"; \"x-\" begins a code of one's own."}},
     Entry{RuleId::MixedLanguageCodes,
           {"mixed-language-codes", Severity::Warning, kept,
            "Some language codes are written with \"-\" and others with \"_\". Codes are compared "
@@ -158,23 +213,46 @@ constexpr std::array table{
           {"empty-topic", Severity::Warning, kept,
            "A dialog has no topic name. It is read with an empty one, by which nothing finds it. "
            "Add the attribute topicName."}},
+    Entry{
+        RuleId::DialogWithoutTopics,
+        {"dialog-without-topics", Severity::Warning, kept,
+         "A dialog has no topics. It is read and written, but there is nothing to say in it in any "
+         "language. Add a topic for each language, or remove the dialog."}},
     Entry{RuleId::UnwrittenTopic,
           {"unwritten-topic", Severity::Hint, lost,
            "A dialog's topic has no language or no path. It is read, but not written back. Give "
            "it both."}},
+    Entry{
+        RuleId::RepeatedBehavior,
+        {"repeated-behavior", Severity::Warning, kept,
+         "Two behaviors have one path. The readers keep both; programs that find a behavior by its "
+         "path find one of them. Correct a path, or remove a behavior."}},
+    Entry{RuleId::RepeatedTopic,
+          {"repeated-topic", Severity::Warning, kept,
+           "Two dialogs have one topic name. The readers keep both; programs that find a dialog by "
+           "its topic find one of them. Correct a name, or make one dialog of them."}},
+    Entry{
+        RuleId::RepeatedService,
+        {"repeated-service", Severity::Warning, kept,
+         "Two services have one name. The readers keep both; programs that start a service by its "
+         "name find one of them. Correct a name, or remove a service."}},
     Entry{RuleId::EmptyPath,
           {"empty-path", Severity::Warning, kept,
-           "A path is missing or empty. It is read as an empty text; of a dialog's topics it is "
-           "not written. Say where in the package the file or folder is."}},
-    Entry{RuleId::PathOutsidePackage,
-          {"path-outside-package", Severity::Warning, kept,
-           "A path is absolute, or leaves the package with \"..\". The readers keep it as it is; "
-           "programs that follow it reach files of somebody else. Make it relative to the "
-           "package's folder."}},
-    Entry{RuleId::MissingFile,
-          {"missing-file", Severity::Warning, kept,
-           "The package's folder has no file or folder of this path. The readers do not look. "
-           "Correct the path or add the file. A topic's path may lack the file's extension."}},
+           "A path is missing, empty or of blanks only. It is read so; of a dialog's topics it is "
+           "not written when it is empty. Say where in the package the file or folder is."}},
+    Entry{
+        RuleId::PathOutsidePackage,
+        {"path-outside-package", Severity::Warning, kept,
+         "A path is absolute, or leaves the package with \"..\". The readers keep it as it is; "
+         "programs that follow it reach files of somebody else. Make it relative to the package's "
+         "folder. Where symbolic links lead is not looked at."}},
+    Entry{
+        RuleId::MissingFile,
+        {"missing-file", Severity::Warning, kept,
+         "The package's folder has no file or folder of this path, or no program that a service's "
+         "command line begins with. The readers do not look. Correct the path or add the file. A "
+         "topic's path may lack the file's extension. Symbolic links are followed, wherever they "
+         "lead."}},
     Entry{RuleId::ReversedVersions,
           {"reversed-versions", Severity::Warning, kept,
            "A minimum version is above its maximum, so that nothing meets the requirement. The "

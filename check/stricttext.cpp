@@ -63,6 +63,11 @@ std::string withoutFaultyBytes(std::string text)
   return text;
 }
 
+bool isUnknown(const source::Encoding& encoding)
+{
+  return !encoding.isUtf8() && !source::decode({}, encoding).isKnown;
+}
+
 /// \p document, in which there is an error, or as much of the same text as can be parsed otherwise.
 StrictText mostOf(source::Document document, const std::string& text)
 {
@@ -73,7 +78,7 @@ StrictText mostOf(source::Document document, const std::string& text)
     return {std::move(document), error, false};
   }
   return {parsed(withoutFaultyBytes(isEncodingUnclear ? withoutDeclaration(text) : text)), error,
-          false};
+          false, isUnknown(document.encoding())};
 }
 } // namespace
 
@@ -86,7 +91,12 @@ StrictText strictTextOfBytes(const std::string& bytes)
 
 StrictText strictTextOfText(const std::string& text)
 {
-  const bool isUtf8 = source::encodingOf(text).isUtf8();
+  const source::Encoding encoding = source::encodingOf(text);
+  if (isUnknown(encoding))
+  {
+    return strictTextOfBytes(text);
+  }
+  const bool isUtf8 = encoding.isUtf8();
   const std::string inUtf8 = isUtf8 ? text : withoutDeclaration(text);
   source::Document document = parsed(inUtf8);
   return document.error() ? mostOf(std::move(document), inUtf8)

@@ -18,6 +18,8 @@ struct StrictText
   std::optional<source::Error> error;
   /// Whether edits of the document can be applied to the manifest.
   bool isEditable;
+  /// Whether the error is that nobody knows the encoding which the text declares.
+  bool isEncodingUnknown = false;
 };
 
 /// Of the bytes of a file.

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <check/checker.hpp>
+#include <check/confusions.hpp>
 #include <check/elementtext.hpp>
 #include <package/xml/text.hpp>
-
-#include <QHash>
-#include <QStringList>
 
 #include <algorithm>
 
@@ -27,46 +25,14 @@ QString stepOf(const Node& node)
                           : QStringLiteral("processing-instruction()");
 }
 
-/// A question with the known name that differs only in case; empty when there is none.
-template <typename Names>
-QString didYouMean(const QString& name, const Names& known)
+/// What a node is that is neither an element nor a text.
+QString kindOf(const Node& node)
 {
-  const auto meant = std::find_if(std::begin(known), std::end(known),
-                                  [&name](const QString& other)
-                                  { return name.compare(other, Qt::CaseInsensitive) == 0; });
-  return meant == std::end(known) ? QString()
-                                  : QStringLiteral("; did you mean %1?").arg(quoted(*meant));
+  return node.isComment()           ? QStringLiteral("a comment")
+         : node.isDocumentType()    ? QStringLiteral("a document type")
+         : node.isEntityReference() ? QStringLiteral("a reference to an entity")
+                                    : QStringLiteral("a processing instruction");
 }
-
-template <typename Entry>
-std::vector<QString> namesOf(const std::vector<Entry>& entries)
-{
-  std::vector<QString> names(entries.size());
-  std::transform(entries.begin(), entries.end(), names.begin(),
-                 [](const Entry& entry) { return entry.name; });
-  return names;
-}
-
-QString listOf(const std::vector<QString>& names)
-{
-  QStringList all;
-  for (const QString& name : names)
-  {
-    all += quoted(name);
-  }
-  return all.join(QStringLiteral(", "));
-}
-
-const CheckedElement* childNamed(const CheckedElement& parent, const Node& node)
-{
-  const auto child =
-      std::find_if(parent.children.begin(), parent.children.end(),
-                   [&node](const CheckedElement& other) { return node.isNamed(other.name); });
-  return child == parent.children.end() ? nullptr : &*child;
-}
-
-/// Of another vocabulary, which may be meant so.
-bool isPrefixed(const QString& name) { return name.contains(':'); }
 
 Node rootBehind(const Node& firstOfDocument)
 {
@@ -89,19 +55,18 @@ QString lossIn(const QString& value)
   }
   if (value.contains(QChar::ReplacementCharacter))
   {
-    return QStringLiteral("U+FFFD, which stands for bytes that are no text");
+    return QStringLiteral("U+FFFD, which stands for bytes that are no text; correct it");
   }
   return toXmlText(value.toStdString()) == value
              ? QString()
-             : QStringLiteral("a character that XML cannot carry");
+             : QStringLiteral("a character that XML cannot carry; remove it");
 }
 } // namespace
 
 Checker::Checker(const Node& firstOfDocument, const source::Document* edited,
                  const Options& options, Report& findings)
-    : first(firstOfDocument), mending(edited),
-      packageFolder(QString::fromStdString(options.packageFolder)), found(findings),
-      packageLanguages(rootBehind(firstOfDocument))
+    : first(firstOfDocument), mending(edited), files(QString::fromStdString(options.packageFolder)),
+      found(findings), packageLanguages(rootBehind(firstOfDocument))
 {}
 
 void Checker::check(const Node& documentType)
@@ -118,9 +83,12 @@ void Checker::check(const Node& documentType)
     {
       if (!node.isNamed(checkedPackage().name))
       {
+        const QString& name = checkedPackage().name;
+        const bool isSure = !probablyMeant(node.name(), {name}).empty();
         report(RuleId::RootName, nameOf(node),
-               QStringLiteral("the root is called %1 instead of \"package\"")
-                   .arg(quoted(node.name())));
+               QStringLiteral("the root is called %1; write %2")
+                   .arg(quoted(node.name()), quoted(name)),
+               isSure ? mending.rename(node, name) : std::nullopt);
       }
       checkElement(node, checkedPackage());
     }
@@ -131,13 +99,9 @@ void Checker::check(const Node& documentType)
   }
 }
 
-void Checker::report(RuleId id, const Subject& subject, const QString& message,
-                     std::optional<Mend> mend)
+void Checker::add(RuleId id, const Subject& subject, const QString& message,
+                  std::optional<Mend> mend)
 {
-  if (!found.count(id))
-  {
-    return;
-  }
   QString place;
   for (const QString& step : steps)
   {
@@ -155,12 +119,8 @@ void Checker::report(RuleId id, const Subject& subject, const QString& message,
 
 void Checker::reportNotKept(const Node& node)
 {
-  const QString what = node.isComment()           ? QStringLiteral("a comment")
-                       : node.isDocumentType()    ? QStringLiteral("a document type")
-                       : node.isEntityReference() ? QStringLiteral("a reference to an entity")
-                                                  : QStringLiteral("a processing instruction");
   report(RuleId::NotKept, whole(node),
-         what + QStringLiteral(" is not kept when a program writes the manifest"));
+         kindOf(node) + QStringLiteral(" is not kept when a program writes the manifest"));
 }
 
 void Checker::reportNotKeptIn(const Node& text)
@@ -206,15 +166,27 @@ void Checker::checkPresence(const Node& element)
   const QString text = element.text().trimmed();
   if (!text.isEmpty())
   {
+    const QString lower = text.toLower();
+    const bool saysYes =
+        lower == QLatin1String("true") || lower == QLatin1String("yes") || lower == '1';
     report(RuleId::PresenceCounts, textOf(element),
-           QStringLiteral("%1 counts by its presence, and not by the text %2")
-               .arg(quoted(element.name()), quoted(text)));
+           (saysYes ? QStringLiteral("%1 says yes by being there; remove the text %2")
+                    : QStringLiteral("%1 says yes by being there, not by the text %2; to say no, "
+                                     "remove the element"))
+               .arg(quoted(element.name()), quoted(text)),
+           saysYes ? mending.setText(element, {}) : std::nullopt);
   }
+  checkMarkup(element);
 }
 
 void Checker::checkText(const Node& element)
 {
   checkCharacters(textOf(element), element.text());
+  checkMarkup(element);
+}
+
+void Checker::checkMarkup(const Node& element)
+{
   bool hasElements = false;
   for (const Node& child : Children(element))
   {
@@ -223,7 +195,7 @@ void Checker::checkText(const Node& element)
   if (hasElements)
   {
     report(RuleId::MarkupInText, textOf(element),
-           QStringLiteral("the text of %1 has elements within; they are dropped")
+           QStringLiteral("elements in %1 are dropped, and their text is taken; remove their tags")
                .arg(quoted(element.name())));
   }
 }
@@ -240,35 +212,18 @@ void Checker::checkCharacters(const Subject& subject, const QString& value)
 
 void Checker::checkAttributes(const Node& element, const CheckedElement& checked)
 {
-  for (const CheckedAttribute& known : checked.attributes)
+  int known = 0;
+  for (const CheckedAttribute& attribute : checked.attributes)
   {
-    checkCharacters(valueOf(element, known.name), element.attribute(known.name));
-  }
-  std::set<QString> unknown; // sorted: the order must be the same in every process
-  for (const QString& name : element.attributeNames())
-  {
-    if (std::none_of(checked.attributes.begin(), checked.attributes.end(),
-                     [&name](const CheckedAttribute& known)
-                     { return QString(known.name) == name; }))
+    if (element.hasAttribute(attribute.name))
     {
-      unknown.insert(name);
+      ++known;
+      checkCharacters(valueOf(element, attribute.name), element.attribute(attribute.name));
     }
   }
-  for (const QString& name : unknown)
+  if (element.attributeCount() != known)
   {
-    if (name == QLatin1String("xmlns") || name.startsWith(QLatin1String("xmlns:")) ||
-        name.startsWith(QLatin1String("xsi:")))
-    {
-      report(RuleId::NotKept, attributeOf(element, name),
-             QStringLiteral("the attribute %1 is not kept when a program writes the manifest")
-                 .arg(quoted(name)));
-    }
-    else
-    {
-      report(RuleId::UnknownAttribute, attributeOf(element, name),
-             QStringLiteral("%1 has no attribute %2").arg(quoted(element.name()), quoted(name)) +
-                 didYouMean(name, namesOf(checked.attributes)));
-    }
+    checkUnknownAttributes(element, checked);
   }
 }
 
@@ -282,20 +237,20 @@ void Checker::checkChildren(const Node& element, const CheckedElement& checked)
   {
     lists.swap(outerLists);
   }
-  QHash<QString, int> total;
+  Siblings children{element, checked};
   for (const Node& child : Children(element))
   {
-    ++total[stepOf(child)];
+    ++children.total[stepOf(child)];
   }
-  QHash<QString, int> before;
   for (const Node& child : Children(element))
   {
     const QString step = stepOf(child);
-    const int number = ++before[step];
-    steps.push_back(total[step] > 1 ? QStringLiteral("%1[%2]").arg(step).arg(number) : step);
+    const int number = ++children.before[step];
+    steps.push_back(children.total[step] > 1 ? QStringLiteral("%1[%2]").arg(step).arg(number)
+                                             : step);
     if (child.isElement())
     {
-      checkChild(child, checked, number > 1);
+      checkChild(child, children);
     }
     else
     {
@@ -303,106 +258,67 @@ void Checker::checkChildren(const Node& element, const CheckedElement& checked)
     }
     steps.pop_back();
   }
+  checkNeededChildren(element, children);
   if (!isList)
   {
     lists.swap(outerLists);
   }
 }
 
-void Checker::checkChild(const Node& child, const CheckedElement& parent, bool isRepeated)
+void Checker::checkChild(const Node& child, Siblings& siblings)
 {
+  const CheckedElement& parent = siblings.checkedParent;
   if (parent.format.holds == format::Holds::Entries)
   {
     const CheckedElement& entry = parent.children.front();
     if (!child.isNamed(entry.name))
     {
       report(RuleId::UnusualName, nameOf(child),
-             QStringLiteral("%1 is read as %2, as any element here is")
+             QStringLiteral("%1 is read as %2, as any element here is; write %2")
                  .arg(quoted(child.name()), quoted(entry.name)),
              isPrefixed(child.name()) ? std::nullopt : mending.rename(child, entry.name));
     }
     checkElement(child, entry);
     return;
   }
-  const CheckedElement* const known = childNamed(parent, child);
+  const CheckedElement* const known = parent.childNamed(child);
   if (known == nullptr)
   {
-    reportUnknown(child, parent);
+    reportUnknown(child, siblings);
     return;
   }
-  if (parent.format.holds == format::Holds::Names &&
-      !lists[&parent].insert(QString(known->name)).second)
-  {
-    report(RuleId::RepeatedPermission, nameOf(child),
-           QStringLiteral("the permission %1 is there already").arg(quoted(known->name)),
-           mending.remove(child));
-  }
-  else if (isRepeated && known->format.several == format::Several::LastCounts)
-  {
-    report(RuleId::RepeatedElement, nameOf(child),
-           QStringLiteral("a further %1 replaces the one before").arg(quoted(known->name)));
-  }
-  else if (isRepeated && known->format.several == format::Several::CountForOneReader)
-  {
-    report(RuleId::RepeatedSection, nameOf(child),
-           QStringLiteral("a further %1 adds to the one before, or replaces it, depending on the "
-                          "reader")
-               .arg(quoted(known->name)));
-  }
+  checkRepeated(child, *known, siblings);
   checkElement(child, *known);
-}
-
-void Checker::reportUnknown(const Node& element, const CheckedElement& parent)
-{
-  const QString name = element.name();
-  const std::vector<QString> children = namesOf(parent.children);
-  std::vector<QString> homes;
-  for (const format::Element* const home : format::homesOf(name.toStdString()))
-  {
-    homes.push_back(QString::fromStdString(home->name));
-  }
-  if (parent.format.holds == format::Holds::Names)
-  {
-    report(
-        RuleId::UnsupportedPermission, nameOf(element),
-        QStringLiteral("there is no permission %1, only %2").arg(quoted(name), listOf(children)));
-  }
-  else if (!homes.empty())
-  {
-    report(RuleId::MisplacedElement, nameOf(element),
-           QStringLiteral("%1 is skipped in %2; it belongs into %3")
-               .arg(quoted(name), quoted(parent.name), listOf(homes)));
-  }
-  else
-  {
-    report(RuleId::UnknownElement, nameOf(element),
-           QStringLiteral("%1 holds no element %2").arg(quoted(parent.name), quoted(name)) +
-               didYouMean(name, children));
-  }
 }
 
 void Checker::checkNoElement(const Node& node, const CheckedElement& parent)
 {
   if (parent.format.holds == format::Holds::Entries)
   {
+    const QString entry = quoted(parent.children.front().name);
     report(RuleId::EmptyEntry, textOf(node),
-           QStringLiteral("what is no element is read as an empty entry of %1")
-               .arg(quoted(parent.name)));
+           node.isText()
+               ? QStringLiteral("the text %1 in %2 is read as an empty %3; put it into one")
+                     .arg(quoted(node.text().trimmed()), quoted(parent.name), entry)
+               : QStringLiteral("%1 in %2 is read as an empty %3; move it out")
+                     .arg(kindOf(node), quoted(parent.name), entry));
   }
   else if (node.isText())
   {
     if (!isBlank(node.text()))
     {
       report(RuleId::SkippedText, textOf(node),
-             QStringLiteral("the text %1 in %2 is skipped")
+             QStringLiteral(
+                 "%2 holds no text, so %1 is skipped; put it where it belongs, or remove it")
                  .arg(quoted(node.text().trimmed()), quoted(parent.name)));
     }
   }
-  else if (childNamed(parent, node) != nullptr)
+  else if (parent.childNamed(node) != nullptr)
   {
-    report(RuleId::InstructionAsElement, nameOf(node),
-           QStringLiteral("the processing instruction is read as an element %1")
-               .arg(quoted(node.name())));
+    report(
+        RuleId::InstructionAsElement, nameOf(node),
+        QStringLiteral("the processing instruction %1 is read as an element; rename or remove it")
+            .arg(quoted(node.name())));
   }
   else
   {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <edit/failing.hpp>
-#include <edit/nearest.hpp>
+#include <format/nearest.hpp>
 
 #include <algorithm>
 
@@ -25,7 +25,7 @@ std::string choiceInsteadOf(const std::string& name, const std::vector<std::stri
     text += " and " + std::to_string(names.size() - most) + " more";
   }
   std::string meant;
-  for (const std::string& other : nearest(name, names))
+  for (const std::string& other : format::nearest(name, names))
   {
     meant += (meant.empty() ? " (did you mean " : " or ") + toText({other});
   }

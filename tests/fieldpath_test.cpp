@@ -4,7 +4,6 @@
 
 #include <edit/fieldvalue.hpp>
 #include <edit/membername.hpp>
-#include <edit/nearest.hpp>
 #include <package/interop/xovalue.hpp>
 
 #include <QRegularExpression>
@@ -90,24 +89,6 @@ TEST(FieldPath, CallsMembersAsTheVariantFormDoes)
   XO::XOValue variant;
   package.toXOValue(variant);
   expectVariantNames(AnyConstReference(package), variant);
-}
-
-TEST(Nearest, AreTheLeastMisspelt)
-{
-  const std::vector<std::string> names{"set", "get", "tags", "Tags", "version"};
-  using Names = std::vector<std::string>;
-  for (const auto& [misspelt, expected] :
-       std::map<std::string, Names>{{"et", Names{"set", "get"}},
-                                    {"TAGS", Names{"Tags"}},
-                                    {"tgas", Names{"tags"}},
-                                    {"VERSOIN", Names{"version"}},
-                                    {"vrsoin", Names{"version"}},
-                                    {"vsoin", Names{}},
-                                    {"", Names{}}})
-  {
-    EXPECT_EQ(nearest(misspelt, names), expected) << misspelt;
-  }
-  EXPECT_THAT(nearest(std::string(65, 'x'), {std::string(64, 'x')}), IsEmpty());
 }
 
 TEST(FieldValue, IsSetInEveryMemberOfEveryRecord)

@@ -4,6 +4,7 @@
 
 #include <check/manifestcheck.hpp>
 #include <format/format.hpp>
+#include <format/nearest.hpp>
 #include <package/manifest2/loadmanifest.hpp>
 #include <package/packageinfo.hpp>
 #include <vesk/anyvalue.hpp>
@@ -331,4 +332,22 @@ TEST(Format, IsWrittenInItsOrderAndWhenItSays)
     expectWritten(package(), "/package", {given.begin(), given.end()}, expected);
     EXPECT_EQ(pathsIn(loaded(manifest).saveToManifestContent()), expected) << manifest;
   }
+}
+
+TEST(Nearest, AreTheLeastMisspelt)
+{
+  const std::vector<std::string> names{"set", "get", "tags", "Tags", "version"};
+  using Names = std::vector<std::string>;
+  for (const auto& [misspelt, expected] :
+       std::map<std::string, Names>{{"et", Names{"set", "get"}},
+                                    {"TAGS", Names{"Tags"}},
+                                    {"tgas", Names{"tags"}},
+                                    {"VERSOIN", Names{"version"}},
+                                    {"vrsoin", Names{"version"}},
+                                    {"vsoin", Names{}},
+                                    {"", Names{}}})
+  {
+    EXPECT_EQ(nearest(misspelt, names), expected) << misspelt;
+  }
+  EXPECT_THAT(nearest(std::string(65, 'x'), {std::string(64, 'x')}), IsEmpty());
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "usagemessage.hpp"
 
-#include <edit/nearest.hpp>
+#include <format/nearest.hpp>
 
 #include <vector>
 
@@ -57,12 +57,12 @@ std::string usageMessage(const CLI::App* app, const CLI::Error& error)
     if (isOption)
     {
       text = "there is no option \"" + name + '"';
-      meant = vesk::edit::nearest(name, optionsOf(verbs.empty() ? *app : *verbs.front()));
+      meant = vesk::format::nearest(name, optionsOf(verbs.empty() ? *app : *verbs.front()));
     }
     else if (verbs.empty())
     {
       text = "there is no verb \"" + name + '"';
-      meant = vesk::edit::nearest(name, verbsOf(*app));
+      meant = vesk::format::nearest(name, verbsOf(*app));
     }
     text += meant.empty() ? "" : "; did you mean " + quotedChoice(meant) + '?';
   }

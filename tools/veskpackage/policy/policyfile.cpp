@@ -6,7 +6,7 @@
 #include "policy/filefault.hpp"
 #include "policy/severities.hpp"
 
-#include <edit/nearest.hpp>
+#include <format/nearest.hpp>
 
 #include <algorithm>
 #include <functional>
@@ -139,7 +139,7 @@ private:
     {
       names.push_back(known);
     }
-    const std::vector<std::string> meant = vesk::edit::nearest(name, names);
+    const std::vector<std::string> meant = vesk::format::nearest(name, names);
     return "there is no key " + jsonLine(name) +
            (meant.empty() ? "" : "; did you mean \"" + meant.front() + "\"?");
   }

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <edit/nearest.hpp>
+#include <format/nearest.hpp>
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
 
-namespace vesk::edit
+namespace vesk::format
 {
 namespace
 {
@@ -82,4 +82,4 @@ std::vector<std::string> nearest(const std::string& misspelt, const std::vector<
   return found;
 }
 
-} // namespace vesk::edit
+} // namespace vesk::format

@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <check/confusions.hpp>
+#include <format/nearest.hpp>
+
+#include <algorithm>
+#include <array>
+
+namespace vesk::check
+{
+namespace
+{
+struct Confusion
+{
+  const char* written; ///< in lower case
+  const char* meant;   ///< an attribute or an element
+};
+
+constexpr std::array confusions{
+    // languages
+    Confusion{"language", "lang"},
+    Confusion{"locale", "lang"},
+    Confusion{"xml:lang", "lang"},
+    Confusion{"lang", "language"},
+    Confusion{"locale", "language"},
+    Confusion{"xml:lang", "language"},
+    Confusion{"lang", "locale"},
+    Confusion{"language", "locale"},
+    // attributes of the root
+    Confusion{"id", "uuid"},
+    Confusion{"identifier", "uuid"},
+    Confusion{"guid", "uuid"},
+    Confusion{"creator", "author"},
+    Confusion{"maker", "author"},
+    Confusion{"company", "organization"},
+    Confusion{"vendor", "organization"},
+    Confusion{"created", "date"},
+    Confusion{"released", "date"},
+    Confusion{"formatversion", "typeVersion"},
+    Confusion{"schemaversion", "typeVersion"},
+    // other attributes
+    Confusion{"src", "path"},
+    Confusion{"file", "path"},
+    Confusion{"filename", "path"},
+    Confusion{"folder", "path"},
+    Confusion{"dir", "path"},
+    Confusion{"directory", "path"},
+    Confusion{"href", "path"},
+    Confusion{"url", "path"},
+    Confusion{"location", "path"},
+    Confusion{"name", "topicName"},
+    Confusion{"topic", "topicName"},
+    Confusion{"title", "name"},
+    Confusion{"id", "name"},
+    Confusion{"command", "execStart"},
+    Confusion{"commandline", "execStart"},
+    Confusion{"cmd", "execStart"},
+    Confusion{"exec", "execStart"},
+    Confusion{"executable", "execStart"},
+    Confusion{"run", "execStart"},
+    Confusion{"auto", "autorun"},
+    Confusion{"autostart", "autorun"},
+    Confusion{"for", "purpose"},
+    Confusion{"type", "purpose"},
+    Confusion{"name", "model"},
+    Confusion{"robot", "model"},
+    Confusion{"type", "model"},
+    Confusion{"from", "minVersion"},
+    Confusion{"min", "minVersion"},
+    Confusion{"minimum", "minVersion"},
+    Confusion{"minimumversion", "minVersion"},
+    Confusion{"max", "maxVersion"},
+    Confusion{"maximum", "maxVersion"},
+    Confusion{"maximumversion", "maxVersion"},
+    Confusion{"to", "maxVersion"},
+    Confusion{"min", "minHeadVersion"},
+    Confusion{"min", "minBodyVersion"},
+    Confusion{"minversion", "minHeadVersion"},
+    Confusion{"minversion", "minBodyVersion"},
+    Confusion{"max", "maxHeadVersion"},
+    Confusion{"max", "maxBodyVersion"},
+    Confusion{"maxversion", "maxHeadVersion"},
+    Confusion{"maxversion", "maxBodyVersion"},
+    // elements
+    Confusion{"languages", "supportedLanguages"},
+    Confusion{"dependencies", "requirements"},
+    Confusion{"requires", "requirements"},
+    Confusion{"binaries", "executableFiles"},
+    Confusion{"executables", "executableFiles"},
+    Confusion{"files", "executableFiles"},
+    Confusion{"executable", "file"},
+    Confusion{"behavior", "behaviorContent"},
+    Confusion{"behaviors", "behaviorContent"},
+    Confusion{"behaviour", "behaviorContent"},
+    Confusion{"behaviours", "behaviorContent"},
+    Confusion{"dialog", "dialogContent"},
+    Confusion{"dialogs", "dialogContent"},
+    Confusion{"dialogue", "dialogContent"},
+    Confusion{"languagepack", "languageContent"},
+    Confusion{"web", "webContent"},
+    Confusion{"requestable", "userRequestable"},
+    Confusion{"kind", "nature"},
+    Confusion{"type", "nature"},
+    Confusion{"keywords", "tags"},
+    Confusion{"sentences", "triggerSentences"},
+    Confusion{"triggers", "triggerSentences"},
+    Confusion{"responses", "loadingResponses"},
+    Confusion{"conditions", "autonomous"},
+    Confusion{"mirel", "mirelRequirement"},
+    Confusion{"robot", "robotRequirement"},
+};
+} // namespace
+
+std::vector<QString> usuallyMeant(const QString& written, const std::vector<QString>& known)
+{
+  const QString lower = written.toLower();
+  std::vector<QString> meant;
+  for (const Confusion& confusion : confusions)
+  {
+    const QLatin1String name(confusion.meant);
+    if (lower == QLatin1String(confusion.written) &&
+        std::find(known.begin(), known.end(), name) != known.end())
+    {
+      meant.emplace_back(name);
+    }
+  }
+  return meant;
+}
+
+std::vector<QString> probablyMeant(const QString& written, const std::vector<QString>& known)
+{
+  std::vector<QString> meant = usuallyMeant(written, known);
+  if (!meant.empty() || written.contains(':')) // a name of another vocabulary
+  {
+    return meant;
+  }
+  std::vector<std::string> names(known.size());
+  std::transform(known.begin(), known.end(), names.begin(),
+                 [](const QString& name) { return name.toStdString(); });
+  for (const std::string& name : format::nearest(written.toStdString(), names))
+  {
+    meant.push_back(QString::fromStdString(name));
+  }
+  return meant;
+}
+
+} // namespace vesk::check

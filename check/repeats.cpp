@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: Apache-2.0
+// Elements that the format has once.
+#include <check/checker.hpp>
+
+namespace vesk::check
+{
+
+void Checker::checkRepeated(const Node& child, const CheckedElement& known, Siblings& siblings)
+{
+  if (siblings.checkedParent.format.holds == format::Holds::Names)
+  {
+    QSet<QString>& permissions = lists[&siblings.checkedParent];
+    if (!permissions.contains(known.name))
+    {
+      permissions.insert(known.name);
+    }
+    else if (counts(RuleId::RepeatedPermission))
+    {
+      add(RuleId::RepeatedPermission, nameOf(child),
+          QStringLiteral("the permission %1 is there already; remove this one")
+              .arg(quoted(known.name)),
+          mending.remove(child));
+    }
+    return;
+  }
+  if (known.format.isRepeatable || siblings.before.value(known.name) == 1)
+  {
+    return;
+  }
+  const bool isPresence = known.format.holds == format::Holds::Presence;
+  const QString name = quoted(known.name);
+  switch (known.format.several)
+  {
+  case format::Several::LastCounts:
+    report(RuleId::RepeatedElement, nameOf(child),
+           QStringLiteral("a further %1 replaces the one before; keep one of them").arg(name));
+    break;
+  case format::Several::CountForOneReader:
+    if (counts(RuleId::RepeatedSection))
+    {
+      add(RuleId::RepeatedSection, nameOf(child),
+          QStringLiteral("one reader adds a further %1 to the one before, the other reads only "
+                         "the last; merge them")
+              .arg(name),
+          mergeIntoFirst(child, known, siblings));
+    }
+    break;
+  case format::Several::Count:
+  case format::Several::CountOnce:
+  case format::Several::LastOfKeyCounts:
+    if (counts(RuleId::NeedlessRepeat))
+    {
+      add(RuleId::NeedlessRepeat, nameOf(child),
+          isPresence ? QStringLiteral("%1 is there already; remove this one").arg(name)
+                     : QStringLiteral("the readers add a further %1 to the one before; merge them")
+                           .arg(name),
+          isPresence ? mending.remove(child) : mergeIntoFirst(child, known, siblings));
+    }
+    break;
+  }
+}
+
+std::optional<Mend> Checker::mergeIntoFirst(const Node& child, const CheckedElement& known,
+                                            Siblings& siblings) const
+{
+  // In a list, a comment is an entry.
+  const bool canHaveComments = known.format.holds != format::Holds::Entries;
+  const auto [merger, isNew] = siblings.mergers.try_emplace(&known);
+  if (isNew)
+  {
+    for (const Node& sibling : Children(siblings.parent))
+    {
+      if (sibling.isElement() && sibling.isNamed(known.name))
+      {
+        merger->second = mending.holdsElementsOnly(sibling, canHaveComments)
+                             ? std::optional<Node>(sibling)
+                             : std::nullopt;
+        break;
+      }
+    }
+  }
+  return merger->second && mending.holdsElementsOnly(child, canHaveComments)
+             ? mending.merge(*merger->second, child)
+             : std::nullopt;
+}
+
+} // namespace vesk::check
