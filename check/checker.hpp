@@ -4,6 +4,7 @@
 
 #include <check/elements.hpp>
 #include <check/languages.hpp>
+#include <check/mending.hpp>
 #include <check/report.hpp>
 
 #include <map>
@@ -17,17 +18,20 @@ namespace vesk::check
 class Checker
 {
 public:
-  /// \p first is the first node of the document, that of its declaration or the like.
-  Checker(const Node& first, const Node& root, const Options& options, Report& findings);
+  /// \p first is the first node of the document, that of its declaration or the like. \p edited is its
+  /// text; null where that is not known, or cannot be edited.
+  Checker(const Node& first, const source::Document* edited, const Options& options,
+          Report& findings);
 
   /// \p documentType is null when there is none.
   void check(const Node& documentType);
 
-  /// Reports what is wrong with the node that the walk is at, or with a part of it, such as
-  /// "@path".
-  void report(RuleId id, const Node& node, const QString& message, const QString& part = {});
+  /// Reports what is wrong with the node that the walk is at, or with a part of it.
+  void report(RuleId id, const Subject& subject, const QString& message,
+              std::optional<Mend> mend = std::nullopt);
 
   const PackageLanguages& languages() const { return packageLanguages; }
+  const Mending& mends() const { return mending; }
 
 private:
   // structure.cpp: what the readers skip or take for something else
@@ -35,7 +39,7 @@ private:
   void checkAttributes(const Node& element, const CheckedElement& checked);
   void checkPresence(const Node& element);
   void checkText(const Node& element);
-  void checkCharacters(const Node& element, const QString& value, const QString& part = {});
+  void checkCharacters(const Subject& subject, const QString& value);
   void checkChildren(const Node& element, const CheckedElement& checked);
   void checkChild(const Node& child, const CheckedElement& parent, bool isRepeated);
   void checkNoElement(const Node& node, const CheckedElement& parent);
@@ -46,9 +50,9 @@ private:
   // values.cpp: what the readers take as it is
   void checkValues(const Node& element, const CheckedElement& checked);
   void checkEntry(const Node& entry, const CheckedElement& checked);
-  void checkLanguage(const Node& entry, const CheckedElement& checked, const QString& language,
-                     const QString& part);
-  void checkListed(const Node& entry, const CheckedElement& checked, const QString& language);
+  void checkLanguage(const Subject& subject, const CheckedElement& checked,
+                     const QString& language);
+  void checkListed(const Subject& subject, const CheckedElement& checked, const QString& language);
   void checkPath(const Node& element, const CheckedAttribute& attribute, const QString& path);
   /// Whether there is a file or folder at this path or, unless \p isWhole, a file whose path is
   /// this one with an extension added.
@@ -58,6 +62,7 @@ private:
   using Lists = std::map<const CheckedElement*, std::set<QString>>;
 
   const Node first; ///< of the document
+  const Mending mending;
   QString packageFolder;
   std::map<QString, std::set<QString>> filesWithoutExtension; ///< by folder; read once
   Report& found;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <check/checker.hpp>
+#include <check/stricttext.hpp>
 #include <package/xml/manifesttree.hpp>
 #include <package/xml/text.hpp>
 
@@ -11,45 +12,114 @@ namespace
 {
 std::vector<Finding> checkTree(const source::Document& document, const Options& options)
 {
-  Places places(document);
-  const auto node = [&places](const source::Node* of) { return Node(XmlNode(of), &places); };
   Report report(options);
-  Checker(node(&*document.nodes().begin()), node(document.root()), options, report)
-      .check(node(nullptr));
-  return report.take();
+  Checker(Node(&*document.nodes().begin()), &document, options, report).check(Node(nullptr));
+  return report.take(document.text());
 }
 
-/// Checks a manifest; when there is none, returns one finding made from \p error.
-std::vector<Finding> checkParsed(const std::optional<ManifestTree>& manifest,
-                                 const LoadError& error, const Options& options)
+/// Findings in the toolkit's tree. \p twins are null where its text is not known, \p edited where it
+/// cannot be edited.
+void checkTree(const QDomDocument& document, const Twins* twins, const source::Document* edited,
+               const Options& options, Report& report)
 {
-  if (manifest)
+  const QDomDocumentType type = document.doctype();
+  const QDomNode typeOrNull = type.name().isEmpty() ? QDomNode() : QDomNode(type);
+  Checker(Node(document.firstChild(), twins, twins != nullptr ? 1 : 0), edited, options, report)
+      .check(Node(typeOrNull, twins, twins != nullptr ? twins->documentType() : 0));
+}
+
+std::vector<Finding> checkTree(const QDomDocument& document, const StrictText& text,
+                               const Options& options)
+{
+  Report report(options);
+  if (text.error && report.count(RuleId::NotStrict))
   {
-    return manifest->inToolkit() != nullptr ? checkDocument(*manifest->inToolkit(), options)
-                                            : checkTree(*manifest->inSource(), options);
+    report.add(RuleId::NotStrict,
+               toQString(text.error->message) +
+                   QStringLiteral("; the readers take it, many other programs do not"),
+               {text.error->range});
   }
+  const Twins twins(document, text.document);
+  checkTree(document, &twins, text.isEditable ? &text.document : nullptr, options, report);
+  return report.take(text.document.text());
+}
+
+/// The one finding of a manifest that no reader takes. \p text is null where it is not known.
+std::vector<Finding> refusal(const LoadError& error, const StrictText* text, const Options& options)
+{
   const RuleId id = error.line == 0        ? RuleId::Unreadable
                     : error.isBeyondLimits ? RuleId::BeyondLimits
                                            : RuleId::NotWellFormed;
   Report report(options);
   if (report.count(id))
   {
-    report.add(id, toQString(error.message), error.line, error.column);
+    QString message = toQString(error.message);
+    Spot spot{{}, error.line, error.column};
+    if (text != nullptr && text->error)
+    {
+      spot.range = text->error->range;
+      message = id == RuleId::BeyondLimits
+                    ? message
+                    : QStringLiteral("%1 (the readers stop in line %2, column %3: %4)")
+                          .arg(toQString(text->error->message))
+                          .arg(error.line)
+                          .arg(error.column)
+                          .arg(message);
+    }
+    report.add(id, message, spot);
   }
-  return report.take();
+  return report.take(text != nullptr ? text->document.text() : std::string_view());
+}
+
+/// Checks a manifest; when there is none, returns one finding made from \p error. \p strictText gives
+/// the text, or nothing, where the toolkit has parsed it.
+template <typename TextOf>
+std::vector<Finding> checkParsed(const std::optional<ManifestTree>& manifest,
+                                 const LoadError& error, const Options& options,
+                                 const TextOf& strictText)
+{
+  if (manifest && manifest->inSource() != nullptr)
+  {
+    return checkTree(*manifest->inSource(), options);
+  }
+  const std::optional<StrictText> text = strictText();
+  if (!manifest)
+  {
+    return refusal(error, text ? &*text : nullptr, options);
+  }
+  return text ? checkTree(*manifest->inToolkit(), *text, options)
+              : checkDocument(*manifest->inToolkit(), options);
+}
+
+Checked checkParsed(const std::optional<ManifestTree>& manifest, const LoadError& error,
+                    const Options& options, const std::optional<std::string>& left)
+{
+  const auto strictText = [&left]
+  { return left ? std::optional(strictTextOfBytes(*left)) : std::nullopt; };
+  return {checkParsed(manifest, error, options, strictText),
+          manifest ? manifest->root().attribute(manifestNames().uuid) : std::string()};
+}
+
+Checked check(QIODevice& device, const Options& options)
+{
+  LoadError error;
+  std::optional<std::string> left;
+  const std::optional<ManifestTree> manifest = parseDevice(device, error, Parsers::Both, &left);
+  return checkParsed(manifest, error, options, left);
 }
 } // namespace
 
 std::vector<Finding> checkFile(const std::string& path, const Options& options)
 {
   LoadError error;
-  return checkParsed(parseFile(path, error), error, options);
+  std::optional<std::string> left;
+  const std::optional<ManifestTree> manifest = parseFile(path, error, Parsers::Both, &left);
+  return checkParsed(manifest, error, options, left).findings;
 }
 
 std::vector<Finding> checkDevice(QIODevice& device, const Options& options)
 {
-  LoadError error;
-  return checkParsed(parseDevice(device, error), error, options);
+  return check(device, options).findings;
 }
 
 Checked checkBytes(const std::string& bytes, const Options& options)
@@ -57,26 +127,22 @@ Checked checkBytes(const std::string& bytes, const Options& options)
   QBuffer device;
   device.setData(bytes.data(), static_cast<int>(bytes.size()));
   device.open(QIODevice::ReadOnly);
-  LoadError error;
-  const std::optional<ManifestTree> manifest = parseDevice(device, error);
-  return {checkParsed(manifest, error, options),
-          manifest ? manifest->root().attribute(manifestNames().uuid) : std::string()};
+  return check(device, options);
 }
 
 std::vector<Finding> checkText(const std::string& text, const Options& options)
 {
   LoadError error;
-  return checkParsed(parseManifest(text, error), error, options);
+  const std::optional<ManifestTree> manifest = parseManifest(text, error);
+  return checkParsed(manifest, error, options,
+                     [&text] { return std::optional(strictTextOfText(text)); });
 }
 
 std::vector<Finding> checkDocument(const QDomDocument& document, const Options& options)
 {
   Report report(options);
-  const auto node = [](const QDomNode& of) { return Node(of, nullptr); };
-  const QDomDocumentType type = document.doctype();
-  Checker(node(document.firstChild()), node(document.documentElement()), options, report)
-      .check(node(type.name().isEmpty() ? QDomNode() : QDomNode(type)));
-  return report.take();
+  checkTree(document, nullptr, nullptr, options, report);
+  return report.take({});
 }
 
 } // namespace vesk::check

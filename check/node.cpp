@@ -12,14 +12,6 @@ namespace
 using source::Kind;
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-constexpr std::size_t blockSize = 1024;
-
-/// How many UTF-16 units stand for the character that a byte of UTF-8 begins; 0 within one.
-std::size_t unitsOf(char byte)
-{
-  const auto code = static_cast<unsigned char>(byte);
-  return code >= 0xF0U ? 2 : (code & 0xC0U) == 0x80U ? 0 : 1;
-}
 
 /// All of a text, also a byte order mark at its start, which the conversion would drop.
 QString toolkits(std::string_view text)
@@ -29,63 +21,7 @@ QString toolkits(std::string_view text)
   const QString rest = QString::fromUtf8(text.data(), static_cast<int>(text.size()));
   return hasMark ? QChar(QChar::ByteOrderMark) + rest : rest;
 }
-
-/// The character of a node's text at which the toolkit has taken notice of it.
-std::uint32_t noticedAt(const source::Node& node)
-{
-  switch (node.kind())
-  {
-  case Kind::Element: // at the end of its start tag: ">", or "/" of an empty one
-    return node.startTag().end - (node.endTag().size() == 0 ? 2 : 1);
-  case Kind::CData:
-    return node.range().end - 1;
-  default:
-    return node.range().end;
-  }
-}
 } // namespace
-
-Place Places::of(const source::Node& node)
-{
-  if (lines.empty())
-  {
-    look();
-  }
-  const std::size_t offset = noticedAt(node);
-  const auto line = std::prev(std::upper_bound(lines.begin(), lines.end(), offset));
-  return {static_cast<int>(line - lines.begin()) + 1,
-          static_cast<int>(unitsBefore(offset) - unitsBefore(*line)) + 1};
-}
-
-void Places::look()
-{
-  const bool hasMark = text.substr(0, byteOrderMark.size()) == byteOrderMark;
-  lines.push_back(hasMark ? byteOrderMark.size() : 0);
-  std::size_t count = 0;
-  for (std::size_t at = 0; at < text.size(); ++at)
-  {
-    if (at % blockSize == 0)
-    {
-      units.push_back(count);
-    }
-    count += unitsOf(text[at]);
-    if (text[at] == '\n')
-    {
-      lines.push_back(at + 1);
-    }
-  }
-}
-
-std::size_t Places::unitsBefore(std::size_t offset) const
-{
-  const std::size_t block = std::min(offset / blockSize, units.size() - 1);
-  std::size_t count = units[block];
-  for (const char c : text.substr(block * blockSize, offset - block * blockSize))
-  {
-    count += unitsOf(c);
-  }
-  return count;
-}
 
 bool Node::isElement() const
 {
@@ -159,14 +95,29 @@ QString Node::text() const
   return inToolkit.isElement() ? textIn(inToolkit.toElement()) : inToolkit.nodeValue();
 }
 
-Place Node::place() const
+Node Node::firstChild() const
 {
-  if (const source::Node* const inSource = node.nodeInSource())
-  {
-    return places->of(*inSource);
-  }
-  const QDomNode& inToolkit = node.nodeInToolkit();
-  return {std::max(inToolkit.lineNumber(), 0), std::max(inToolkit.columnNumber(), 0)};
+  const XmlNode child = node.firstChild();
+  return child.nodeInSource() != nullptr
+             ? Node(child.nodeInSource())
+             : Node(child.nodeInToolkit(), twins, twins != nullptr ? number + 1 : 0);
 }
+
+Node Node::nextSibling() const
+{
+  const XmlNode sibling = node.nextSibling();
+  return sibling.nodeInSource() != nullptr
+             ? Node(sibling.nodeInSource())
+             : Node(sibling.nodeInToolkit(), twins, twins != nullptr ? (*twins)[number].next : 0);
+}
+
+const source::Node* Node::inText() const
+{
+  return twins != nullptr ? (*twins)[number].twin : node.nodeInSource();
+}
+
+int Node::toolkitsLine() const { return std::max(node.nodeInToolkit().lineNumber(), 0); }
+
+int Node::toolkitsColumn() const { return std::max(node.nodeInToolkit().columnNumber(), 0); }
 
 } // namespace vesk::check

@@ -2,55 +2,30 @@
 #ifndef CHECK_NODE_HPP
 #define CHECK_NODE_HPP
 
+#include <check/twins.hpp>
 #include <package/xml/reading.hpp>
 #include <package/xml/xmlnode.hpp>
-#include <source/document.hpp>
 
 #include <QString>
 
-#include <cstddef>
-#include <string_view>
+#include <cstdint>
 #include <vector>
 
 namespace vesk::check
 {
 
-/// Where something stands in a text: lines from 1, and UTF-16 units in a line from 1; 0 where that is
-/// not known.
-struct Place
-{
-  int line = 0;
-  int column = 0;
-};
-
-/// Finds places in the text of a manifest that was parsed by `source/`, where lines end with "\n".
-/// Looks through the text once, when it is first asked.
-class Places
-{
-public:
-  explicit Places(const source::Document& parsed) : text(parsed.text()) {}
-
-  /// Where the toolkit says that a node is: near its end, or that of its start tag.
-  Place of(const source::Node& node);
-
-private:
-  void look();
-  /// How many UTF-16 units there are in front of a byte.
-  std::size_t unitsBefore(std::size_t offset) const;
-
-  std::string_view text;
-  std::vector<std::size_t> lines; ///< where they begin; none before look()
-  std::vector<std::size_t> units; ///< in front of each block of bytes
-};
-
 /// A node as the checker sees it, of the toolkit's tree or of that of `source/`: with texts in the
-/// toolkit's form and in full, also where a reader's text ends at a NUL, and with its place.
+/// toolkit's form and in full, also where a reader's text ends at a NUL, and with where it stands.
 class Node
 {
 public:
-  /// \p places are those of a node of the tree of `source/`, and have to outlive it; null for a node
-  /// of the toolkit's.
-  Node(const XmlNode& read, Places* placesOfTree) : node(read), places(placesOfTree) {}
+  /// Of the tree of `source/`, or null.
+  explicit Node(const source::Node* inSource) : node(inSource) {}
+  /// Of the toolkit's tree. \p twinsOfTree are null where the text is not known, and have to outlive
+  /// it; \p number is that which they have for the node, or 0.
+  Node(const QDomNode& inToolkit, const Twins* twinsOfTree, std::uint32_t numberOfNode)
+      : node(inToolkit), twins(twinsOfTree), number(numberOfNode)
+  {}
 
   bool isNull() const { return node.isNull(); }
   bool isElement() const;
@@ -69,14 +44,22 @@ public:
   /// Of an element all text and CDATA in it; of another node what it holds.
   QString text() const;
 
-  Node firstChild() const { return {node.firstChild(), places}; }
-  Node nextSibling() const { return {node.nextSibling(), places}; }
+  Node firstChild() const;
+  Node nextSibling() const;
 
-  Place place() const;
+  /// The same node in the tree that knows the text; null where it has none.
+  const source::Node* inText() const;
+  /// The place that the toolkit gives, near the end of a node or of its start tag: the line, and the
+  /// UTF-16 unit in it, both from 1; 0 where it does not know.
+  /// \{
+  int toolkitsLine() const;
+  int toolkitsColumn() const;
+  /// \}
 
 private:
   XmlNode node;
-  Places* places;
+  const Twins* twins = nullptr;
+  std::uint32_t number = 0;
 };
 
 } // namespace vesk::check

@@ -21,16 +21,15 @@ void checkIdentity(Checker& checker, const Node& package)
     const XmlName attribute = needed.name;
     if (needed.isRequired && package.attribute(attribute).isEmpty())
     {
-      checker.report(RuleId::MissingIdentity, package,
-                     QStringLiteral("the package has no %1").arg(QString(attribute)),
-                     '@' + QString(attribute));
+      checker.report(RuleId::MissingIdentity, valueOf(package, attribute),
+                     QStringLiteral("the package has no %1").arg(QString(attribute)));
     }
   }
 }
 
 void reportDescriptionLanguages(Checker& checker, const Node& languages)
 {
-  checker.report(RuleId::DescriptionLanguages, languages,
+  checker.report(RuleId::DescriptionLanguages, nameOf(languages),
                  QStringLiteral("description languages are read by PackageInfo only"));
 }
 
@@ -39,14 +38,14 @@ void checkName(Checker& checker, const Node& describedLanguage)
   const QString language = describedLanguage.text();
   if (!language.isEmpty() && !checker.languages().isNamed(language))
   {
-    checker.report(RuleId::UnnamedLanguage, describedLanguage,
+    checker.report(RuleId::UnnamedLanguage, textOf(describedLanguage),
                    QStringLiteral("the package has no name in %1").arg(quoted(language)));
   }
 }
 
 void reportWebContent(Checker& checker, const Node& content)
 {
-  checker.report(RuleId::WebContent, content,
+  checker.report(RuleId::WebContent, nameOf(content),
                  QStringLiteral("web content is read by loadManifest only"));
 }
 
@@ -54,8 +53,8 @@ void checkTopicName(Checker& checker, const Node& dialog)
 {
   if (dialog.attribute(n().topicName).isEmpty())
   {
-    checker.report(RuleId::EmptyTopic, dialog, QStringLiteral("the dialog has no topic name"),
-                   '@' + QString(n().topicName));
+    checker.report(RuleId::EmptyTopic, valueOf(dialog, n().topicName),
+                   QStringLiteral("the dialog has no topic name"));
   }
 }
 
@@ -63,7 +62,7 @@ void checkTopic(Checker& checker, const Node& topic)
 {
   if (topic.attribute(n().language).isEmpty() || topic.attribute(n().path).isEmpty())
   {
-    checker.report(RuleId::UnwrittenTopic, topic,
+    checker.report(RuleId::UnwrittenTopic, nameOf(topic),
                    QStringLiteral("the topic is not written back without a language and a path"));
   }
 }
@@ -75,15 +74,13 @@ void checkAutorun(Checker& checker, const Node& service)
   if (value == QLatin1String("1"))
   {
     checker.report(
-        RuleId::AutorunOne, service,
-        QStringLiteral("%1 is yes for loadManifest, but no for PackageInfo").arg(quoted(value)),
-        '@' + QString(attribute));
+        RuleId::AutorunOne, valueOf(service, attribute),
+        QStringLiteral("%1 is yes for loadManifest, but no for PackageInfo").arg(quoted(value)));
   }
   else if (value != QLatin1String("true") && value != QLatin1String("false"))
   {
-    checker.report(RuleId::AutorunValue, service,
-                   QStringLiteral("%1 means no; only \"true\" means yes").arg(quoted(value)),
-                   '@' + QString(attribute));
+    checker.report(RuleId::AutorunValue, valueOf(service, attribute),
+                   QStringLiteral("%1 means no; only \"true\" means yes").arg(quoted(value)));
   }
 }
 
@@ -113,11 +110,10 @@ void checkVersions(Checker& checker, const Node& element, const XmlName& least, 
   const auto to = numbersIn(element.attribute(most));
   if (from && to && *from > *to)
   {
-    checker.report(RuleId::ReversedVersions, element,
+    checker.report(RuleId::ReversedVersions, valueOf(element, least),
                    QStringLiteral("%1 %2 is above %3 %4")
                        .arg(QString(least), quoted(element.attribute(least)), QString(most),
-                            quoted(element.attribute(most))),
-                   '@' + QString(least));
+                            quoted(element.attribute(most))));
   }
 }
 

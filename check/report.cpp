@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <check/report.hpp>
+#include <source/lines.hpp>
 
 #include <algorithm>
 #include <tuple>
@@ -11,6 +12,26 @@ namespace
 {
 // A finding takes about a hundred times the memory of the text that causes it.
 constexpr std::size_t mostOfARule = 1000;
+
+Position positionOf(std::size_t offset, const source::Lines& lines)
+{
+  const source::Place place = lines.placeOf(offset);
+  return {place.line, place.column, place.utf16Column, offset};
+}
+
+Position positionOf(const Spot& spot) { return {spot.line, spot.column, spot.column, 0}; }
+
+source::Range withoutBlanksAtEnds(const source::Range& range, std::string_view text)
+{
+  constexpr std::string_view blanks = " \t\r\n";
+  const std::string_view part = text.substr(range.begin, range.size());
+  const std::size_t first = part.find_first_not_of(blanks);
+  const std::size_t last = part.find_last_not_of(blanks);
+  return first == std::string_view::npos
+             ? range
+             : source::Range{range.begin + static_cast<std::uint32_t>(first),
+                             range.begin + static_cast<std::uint32_t>(last) + 1};
+}
 } // namespace
 
 Report::Report(const Options& options)
@@ -28,19 +49,43 @@ bool Report::count(RuleId id)
   return severityOf(id) != Severity::Off && ++counts[static_cast<std::size_t>(id)] <= mostOfARule;
 }
 
-void Report::add(RuleId id, const QString& message, int line, int column, const QString& place)
+void Report::add(RuleId id, const QString& message, const Spot& spot, const QString& place,
+                 std::optional<Mend> mend)
 {
-  const Position position{line, column, column, 0};
-  findings.push_back({&ruleOf(id), severityOf(id), message.toStdString(), position, position,
-                      place.toStdString()});
+  findings.push_back({&ruleOf(id),
+                      severityOf(id),
+                      message.toStdString(),
+                      {},
+                      {},
+                      place.toStdString(),
+                      std::move(mend)});
+  spots.push_back(spot);
 }
 
-std::vector<Finding> Report::take()
+std::vector<Finding> Report::take(std::string_view text)
 {
+  if (findings.empty())
+  {
+    return {};
+  }
+  const source::Lines lines(text);
+  for (std::size_t i = 0; i < findings.size(); ++i)
+  {
+    const Spot& spot = spots[i];
+    if (!spot.range)
+    {
+      findings[i].begin = findings[i].end = positionOf(spot);
+      continue;
+    }
+    const source::Range range = spot.isText ? withoutBlanksAtEnds(*spot.range, text) : *spot.range;
+    findings[i].begin = positionOf(range.begin, lines);
+    findings[i].end = positionOf(range.end, lines);
+  }
   std::stable_sort(findings.begin(), findings.end(),
-                   [](const Finding& left, const Finding& right) {
-                     return std::tie(left.begin.line, left.begin.column) <
-                            std::tie(right.begin.line, right.begin.column);
+                   [](const Finding& left, const Finding& right)
+                   {
+                     return std::tie(left.begin.line, left.begin.utf16Column) <
+                            std::tie(right.begin.line, right.begin.utf16Column);
                    });
   for (std::size_t id = 0; id < counts.size(); ++id)
   {

@@ -34,6 +34,12 @@ constexpr std::array table{
            "prefixes are more than any manifest needs. Every reader refuses it as if it were no "
            "XML, since the parser could run out of stack, memory or time. Take out what is too "
            "much."}},
+    Entry{RuleId::NotStrict,
+          {"not-strict", Severity::Warning, kept,
+           "The readers take the text, but it is no strict XML: an attribute that comes twice, a "
+           "blank that is missing, bytes that are no text in the file's encoding, or an encoding "
+           "that nobody knows. Other programs refuse it, and no tool changes it. What is found "
+           "behind that place has no exact place. Correct it where the message says."}},
     Entry{RuleId::RootName,
           {"root-name", Severity::Warning, kept,
            "The root element is not called \"package\". The readers take it all the same, and "

@@ -13,6 +13,7 @@ enum class RuleId
   Unreadable,
   NotWellFormed,
   BeyondLimits,
+  NotStrict,
   RootName,
   MissingIdentity,
   UnknownElement,

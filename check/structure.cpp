@@ -65,6 +65,19 @@ const CheckedElement* childNamed(const CheckedElement& parent, const Node& node)
   return child == parent.children.end() ? nullptr : &*child;
 }
 
+/// Of another vocabulary, which may be meant so.
+bool isPrefixed(const QString& name) { return name.contains(':'); }
+
+Node rootBehind(const Node& firstOfDocument)
+{
+  Node node = firstOfDocument;
+  while (!node.isNull() && !node.isElement())
+  {
+    node = node.nextSibling();
+  }
+  return node;
+}
+
 /// Names what a value would lose when it is written again; empty when nothing.
 QString lossIn(const QString& value)
 {
@@ -84,10 +97,11 @@ QString lossIn(const QString& value)
 }
 } // namespace
 
-Checker::Checker(const Node& firstOfDocument, const Node& root, const Options& options,
-                 Report& findings)
-    : first(firstOfDocument), packageFolder(QString::fromStdString(options.packageFolder)),
-      found(findings), packageLanguages(root)
+Checker::Checker(const Node& firstOfDocument, const source::Document* edited,
+                 const Options& options, Report& findings)
+    : first(firstOfDocument), mending(edited),
+      packageFolder(QString::fromStdString(options.packageFolder)), found(findings),
+      packageLanguages(rootBehind(firstOfDocument))
 {}
 
 void Checker::check(const Node& documentType)
@@ -104,7 +118,7 @@ void Checker::check(const Node& documentType)
     {
       if (!node.isNamed(checkedPackage().name))
       {
-        report(RuleId::RootName, node,
+        report(RuleId::RootName, nameOf(node),
                QStringLiteral("the root is called %1 instead of \"package\"")
                    .arg(quoted(node.name())));
       }
@@ -117,7 +131,8 @@ void Checker::check(const Node& documentType)
   }
 }
 
-void Checker::report(RuleId id, const Node& node, const QString& message, const QString& part)
+void Checker::report(RuleId id, const Subject& subject, const QString& message,
+                     std::optional<Mend> mend)
 {
   if (!found.count(id))
   {
@@ -128,8 +143,14 @@ void Checker::report(RuleId id, const Node& node, const QString& message, const 
   {
     place += '/' + step;
   }
-  const auto [line, column] = node.place();
-  found.add(id, message, line, column, part.isEmpty() ? place : place + '/' + part);
+  if (!subject.attribute.isEmpty())
+  {
+    place += "/@" + cut(subject.attribute);
+  }
+  found.add(id, message,
+            {subject.range(), subject.node.toolkitsLine(), subject.node.toolkitsColumn(),
+             subject.part == Subject::Part::Text},
+            place, std::move(mend));
 }
 
 void Checker::reportNotKept(const Node& node)
@@ -138,7 +159,7 @@ void Checker::reportNotKept(const Node& node)
                        : node.isDocumentType()    ? QStringLiteral("a document type")
                        : node.isEntityReference() ? QStringLiteral("a reference to an entity")
                                                   : QStringLiteral("a processing instruction");
-  report(RuleId::NotKept, node,
+  report(RuleId::NotKept, whole(node),
          what + QStringLiteral(" is not kept when a program writes the manifest"));
 }
 
@@ -185,7 +206,7 @@ void Checker::checkPresence(const Node& element)
   const QString text = element.text().trimmed();
   if (!text.isEmpty())
   {
-    report(RuleId::PresenceCounts, element,
+    report(RuleId::PresenceCounts, textOf(element),
            QStringLiteral("%1 counts by its presence, and not by the text %2")
                .arg(quoted(element.name()), quoted(text)));
   }
@@ -193,7 +214,7 @@ void Checker::checkPresence(const Node& element)
 
 void Checker::checkText(const Node& element)
 {
-  checkCharacters(element, element.text());
+  checkCharacters(textOf(element), element.text());
   bool hasElements = false;
   for (const Node& child : Children(element))
   {
@@ -201,19 +222,19 @@ void Checker::checkText(const Node& element)
   }
   if (hasElements)
   {
-    report(RuleId::MarkupInText, element,
+    report(RuleId::MarkupInText, textOf(element),
            QStringLiteral("the text of %1 has elements within; they are dropped")
                .arg(quoted(element.name())));
   }
 }
 
-void Checker::checkCharacters(const Node& element, const QString& value, const QString& part)
+void Checker::checkCharacters(const Subject& subject, const QString& value)
 {
   const QString loss = lossIn(value);
   if (!loss.isEmpty())
   {
-    report(RuleId::UnwritableCharacter, element,
-           QStringLiteral("%1 holds %2").arg(quoted(value), loss), part);
+    report(RuleId::UnwritableCharacter, subject,
+           QStringLiteral("%1 holds %2").arg(quoted(value), loss));
   }
 }
 
@@ -221,7 +242,7 @@ void Checker::checkAttributes(const Node& element, const CheckedElement& checked
 {
   for (const CheckedAttribute& known : checked.attributes)
   {
-    checkCharacters(element, element.attribute(known.name), '@' + QString(known.name));
+    checkCharacters(valueOf(element, known.name), element.attribute(known.name));
   }
   std::set<QString> unknown; // sorted: the order must be the same in every process
   for (const QString& name : element.attributeNames())
@@ -238,17 +259,15 @@ void Checker::checkAttributes(const Node& element, const CheckedElement& checked
     if (name == QLatin1String("xmlns") || name.startsWith(QLatin1String("xmlns:")) ||
         name.startsWith(QLatin1String("xsi:")))
     {
-      report(RuleId::NotKept, element,
+      report(RuleId::NotKept, attributeOf(element, name),
              QStringLiteral("the attribute %1 is not kept when a program writes the manifest")
-                 .arg(quoted(name)),
-             '@' + cut(name));
+                 .arg(quoted(name)));
     }
     else
     {
-      report(RuleId::UnknownAttribute, element,
+      report(RuleId::UnknownAttribute, attributeOf(element, name),
              QStringLiteral("%1 has no attribute %2").arg(quoted(element.name()), quoted(name)) +
-                 didYouMean(name, namesOf(checked.attributes)),
-             '@' + cut(name));
+                 didYouMean(name, namesOf(checked.attributes)));
     }
   }
 }
@@ -297,9 +316,10 @@ void Checker::checkChild(const Node& child, const CheckedElement& parent, bool i
     const CheckedElement& entry = parent.children.front();
     if (!child.isNamed(entry.name))
     {
-      report(RuleId::UnusualName, child,
+      report(RuleId::UnusualName, nameOf(child),
              QStringLiteral("%1 is read as %2, as any element here is")
-                 .arg(quoted(child.name()), quoted(entry.name)));
+                 .arg(quoted(child.name()), quoted(entry.name)),
+             isPrefixed(child.name()) ? std::nullopt : mending.rename(child, entry.name));
     }
     checkElement(child, entry);
     return;
@@ -313,17 +333,18 @@ void Checker::checkChild(const Node& child, const CheckedElement& parent, bool i
   if (parent.format.holds == format::Holds::Names &&
       !lists[&parent].insert(QString(known->name)).second)
   {
-    report(RuleId::RepeatedPermission, child,
-           QStringLiteral("the permission %1 is there already").arg(quoted(known->name)));
+    report(RuleId::RepeatedPermission, nameOf(child),
+           QStringLiteral("the permission %1 is there already").arg(quoted(known->name)),
+           mending.remove(child));
   }
   else if (isRepeated && known->format.several == format::Several::LastCounts)
   {
-    report(RuleId::RepeatedElement, child,
+    report(RuleId::RepeatedElement, nameOf(child),
            QStringLiteral("a further %1 replaces the one before").arg(quoted(known->name)));
   }
   else if (isRepeated && known->format.several == format::Several::CountForOneReader)
   {
-    report(RuleId::RepeatedSection, child,
+    report(RuleId::RepeatedSection, nameOf(child),
            QStringLiteral("a further %1 adds to the one before, or replaces it, depending on the "
                           "reader")
                .arg(quoted(known->name)));
@@ -343,18 +364,18 @@ void Checker::reportUnknown(const Node& element, const CheckedElement& parent)
   if (parent.format.holds == format::Holds::Names)
   {
     report(
-        RuleId::UnsupportedPermission, element,
+        RuleId::UnsupportedPermission, nameOf(element),
         QStringLiteral("there is no permission %1, only %2").arg(quoted(name), listOf(children)));
   }
   else if (!homes.empty())
   {
-    report(RuleId::MisplacedElement, element,
+    report(RuleId::MisplacedElement, nameOf(element),
            QStringLiteral("%1 is skipped in %2; it belongs into %3")
                .arg(quoted(name), quoted(parent.name), listOf(homes)));
   }
   else
   {
-    report(RuleId::UnknownElement, element,
+    report(RuleId::UnknownElement, nameOf(element),
            QStringLiteral("%1 holds no element %2").arg(quoted(parent.name), quoted(name)) +
                didYouMean(name, children));
   }
@@ -364,7 +385,7 @@ void Checker::checkNoElement(const Node& node, const CheckedElement& parent)
 {
   if (parent.format.holds == format::Holds::Entries)
   {
-    report(RuleId::EmptyEntry, node,
+    report(RuleId::EmptyEntry, textOf(node),
            QStringLiteral("what is no element is read as an empty entry of %1")
                .arg(quoted(parent.name)));
   }
@@ -372,14 +393,14 @@ void Checker::checkNoElement(const Node& node, const CheckedElement& parent)
   {
     if (!isBlank(node.text()))
     {
-      report(RuleId::SkippedText, node,
+      report(RuleId::SkippedText, textOf(node),
              QStringLiteral("the text %1 in %2 is skipped")
                  .arg(quoted(node.text().trimmed()), quoted(parent.name)));
     }
   }
   else if (childNamed(parent, node) != nullptr)
   {
-    report(RuleId::InstructionAsElement, node,
+    report(RuleId::InstructionAsElement, nameOf(node),
            QStringLiteral("the processing instruction is read as an element %1")
                .arg(quoted(node.name())));
   }

@@ -29,8 +29,8 @@ void Checker::checkValues(const Node& element, const CheckedElement& checked)
     switch (attribute.format.type)
     {
     case format::Type::Language:
-      checkLanguage(element, checked, value, '@' + QString(attribute.name));
-      checkListed(element, checked, value);
+      checkLanguage(valueOf(element, attribute.name), checked, value);
+      checkListed(valueOf(element, attribute.name), checked, value);
       break;
     case format::Type::Path:
     case format::Type::PathStem:
@@ -53,37 +53,39 @@ void Checker::checkEntry(const Node& entry, const CheckedElement& checked)
   const QString text = entry.text();
   if (checked.format.type == format::Type::Language)
   {
-    checkLanguage(entry, checked, text, {});
+    checkLanguage(textOf(entry), checked, text);
   }
   // In a CDATA section, blanks are written and read as they are.
   else if (checked.format.isCdata ? text.isEmpty() : isBlank(text))
   {
-    report(RuleId::EmptyText, entry, QStringLiteral("the text is empty, and not written back"));
+    report(RuleId::EmptyText, whole(entry),
+           QStringLiteral("the text is empty, and not written back"));
   }
 }
 
-void Checker::checkLanguage(const Node& entry, const CheckedElement& checked,
-                            const QString& language, const QString& part)
+void Checker::checkLanguage(const Subject& subject, const CheckedElement& checked,
+                            const QString& language)
 {
   if (language.isEmpty())
   {
-    report(RuleId::EmptyLanguage, entry, QStringLiteral("the entry has no language"), part);
+    report(RuleId::EmptyLanguage, subject, QStringLiteral("the entry has no language"));
   }
   // Where all count, a language may have any number of texts.
   if (checked.format.several != format::Several::Count && !lists[&checked].insert(language).second)
   {
-    report(RuleId::RepeatedLanguage, entry,
-           QStringLiteral("the language %1 is there already").arg(quoted(language)), part);
+    report(RuleId::RepeatedLanguage, subject,
+           QStringLiteral("the language %1 is there already").arg(quoted(language)));
   }
   if (codes.noticeOdd(language))
   {
-    report(RuleId::MixedLanguageCodes, entry,
-           QStringLiteral("%1 is written otherwise than the codes before it").arg(quoted(language)),
-           part);
+    report(
+        RuleId::MixedLanguageCodes, subject,
+        QStringLiteral("%1 is written otherwise than the codes before it").arg(quoted(language)));
   }
 }
 
-void Checker::checkListed(const Node& entry, const CheckedElement& checked, const QString& language)
+void Checker::checkListed(const Subject& subject, const CheckedElement& checked,
+                          const QString& language)
 {
   const bool isDescription = checked.keeps == format::Keeps::DescriptionLanguages;
   const bool isListed = checked.keeps == format::Keeps::All || language.isEmpty() ||
@@ -91,7 +93,7 @@ void Checker::checkListed(const Node& entry, const CheckedElement& checked, cons
                                        : packageLanguages.isSupported(language));
   if (!isListed)
   {
-    report(RuleId::UnlistedLanguage, entry,
+    report(RuleId::UnlistedLanguage, subject,
            QStringLiteral("the package does not list the language %1 among the %2 languages")
                .arg(quoted(language),
                     isDescription ? QStringLiteral("description") : QStringLiteral("supported")));
@@ -100,22 +102,22 @@ void Checker::checkListed(const Node& entry, const CheckedElement& checked, cons
 
 void Checker::checkPath(const Node& element, const CheckedAttribute& attribute, const QString& path)
 {
-  const QString part = '@' + QString(attribute.name);
+  const Subject subject = valueOf(element, attribute.name);
   const bool isWhole = attribute.format.type == format::Type::Path;
   if (path.isEmpty())
   {
-    report(RuleId::EmptyPath, element, QStringLiteral("%1 has no path").arg(quoted(element.name())),
-           part);
+    report(RuleId::EmptyPath, subject,
+           QStringLiteral("%1 has no path").arg(quoted(element.name())));
   }
   else if (leavesPackage(path))
   {
-    report(RuleId::PathOutsidePackage, element,
-           QStringLiteral("the path %1 leaves the package").arg(quoted(path)), part);
+    report(RuleId::PathOutsidePackage, subject,
+           QStringLiteral("the path %1 leaves the package").arg(quoted(path)));
   }
   else if (!packageFolder.isEmpty() && !findFile(packageFolder + '/' + path, isWhole))
   {
-    report(RuleId::MissingFile, element,
-           QStringLiteral("the package has no file or folder %1").arg(quoted(path)), part);
+    report(RuleId::MissingFile, subject,
+           QStringLiteral("the package has no file or folder %1").arg(quoted(path)));
   }
 }
 

@@ -18,7 +18,7 @@ struct Encoding
   std::string name = "UTF-8"; ///< "UTF-16LE" or "UTF-16BE" for UTF-16, else as it was declared
   bool hasMark = false;       ///< whether the file begins with a byte order mark
 
-  bool isUtf8() const;
+  VESKPACKAGE_SOURCE_EXPORT bool isUtf8() const;
 };
 
 /// The encoding that an XML declaration at the beginning of a text declares; empty when there is none.

@@ -4,6 +4,7 @@
 
 #include <source/export.hpp>
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -17,9 +18,11 @@ struct Place
 {
   int line = 1;
   int column = 1;
+  int utf16Column = 1; ///< the column in UTF-16 code units, as many editors count
 };
 
-/// Finds lines in a text, which must outlive it. Lines end with "\n", "\r\n" or "\r".
+/// Finds lines in a text, which must outlive it. Lines end with "\n", "\r\n" or "\r". Looks through
+/// the text once; places are found in no time, however long a line is.
 class VESKPACKAGE_SOURCE_EXPORT Lines
 {
 public:
@@ -32,8 +35,18 @@ public:
   int count() const { return static_cast<int>(starts.size()); }
 
 private:
+  /// How many characters, and how many UTF-16 code units for them.
+  struct Length
+  {
+    std::size_t characters = 0;
+    std::size_t units = 0;
+  };
+  static Length lengthOf(std::string_view part);
+  Length lengthBefore(std::size_t offset) const;
+
   std::string_view text;
   std::vector<std::size_t> starts;
+  std::vector<Length> blocks; ///< what is in front of each block of bytes; none where all is ASCII
 };
 
 } // namespace vesk::source

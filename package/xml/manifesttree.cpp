@@ -50,7 +50,8 @@ XmlNode ManifestTree::root() const
                              : XmlNode(std::get<source::Document>(tree).root());
 }
 
-std::optional<ManifestTree> parseManifest(QIODevice& device, LoadError& error, Parsers parsers)
+std::optional<ManifestTree> parseManifest(QIODevice& device, LoadError& error, Parsers parsers,
+                                          std::optional<std::string>* left)
 {
   if (parsers == Parsers::Toolkit)
   {
@@ -65,7 +66,12 @@ std::optional<ManifestTree> parseManifest(QIODevice& device, LoadError& error, P
       return ManifestTree(std::move(*document));
     }
   }
-  return toolkitsTree(parseXml(bytes, isAll ? nullptr : &device, error));
+  auto tree = toolkitsTree(parseXml(bytes, isAll ? nullptr : &device, error));
+  if (left != nullptr && isAll)
+  {
+    *left = std::move(bytes);
+  }
+  return tree;
 }
 
 std::optional<ManifestTree> parseManifest(const std::string& text, LoadError& error,
@@ -82,7 +88,8 @@ std::optional<ManifestTree> parseManifest(const std::string& text, LoadError& er
   return toolkitsTree(parseXml(toQString(text), error));
 }
 
-std::optional<ManifestTree> parseDevice(QIODevice& device, LoadError& error, Parsers parsers)
+std::optional<ManifestTree> parseDevice(QIODevice& device, LoadError& error, Parsers parsers,
+                                        std::optional<std::string>* left)
 {
   auto* const file = qobject_cast<QFileDevice*>(&device);
   const std::string path = file != nullptr ? fromQString(file->fileName()) : std::string();
@@ -95,7 +102,7 @@ std::optional<ManifestTree> parseDevice(QIODevice& device, LoadError& error, Par
   {
     file->unsetError(); // from earlier operations
   }
-  std::optional<ManifestTree> tree = parseManifest(device, error, parsers);
+  std::optional<ManifestTree> tree = parseManifest(device, error, parsers, left);
   if (file != nullptr && file->error() != QFileDevice::NoError)
   {
     error = {path, "cannot be read: " + fromQString(file->errorString())};
@@ -108,7 +115,8 @@ std::optional<ManifestTree> parseDevice(QIODevice& device, LoadError& error, Par
   return tree;
 }
 
-std::optional<ManifestTree> parseFile(const std::string& path, LoadError& error, Parsers parsers)
+std::optional<ManifestTree> parseFile(const std::string& path, LoadError& error, Parsers parsers,
+                                      std::optional<std::string>* left)
 {
   QFile file(toQString(path));
   if (!file.open(QIODevice::ReadOnly))
@@ -117,7 +125,7 @@ std::optional<ManifestTree> parseFile(const std::string& path, LoadError& error,
              "cannot be opened for reading: " + fromQString(file.errorString())};
     return std::nullopt;
   }
-  return parseDevice(file, error, parsers);
+  return parseDevice(file, error, parsers, left);
 }
 
 } // namespace vesk

@@ -46,13 +46,16 @@ private:
 };
 
 /// Parsing of manifests. On failure no tree is returned and \p error is filled; on success \p error
-/// is unchanged. Verdict, message and place are those of parseXml() (parsing.hpp).
+/// is unchanged. Verdict, message and place are those of parseXml() (parsing.hpp). Where \p left is
+/// not null, it gets the bytes of what the toolkit has parsed or refused, if that was not too much to
+/// be kept.
 /// \{
 
 /// Parses all of an open device, in whatever encoding, without namespace processing. A read error
 /// is treated as the end of the device.
 std::optional<ManifestTree> parseManifest(QIODevice& device, LoadError& error,
-                                          Parsers parsers = Parsers::Both);
+                                          Parsers parsers = Parsers::Both,
+                                          std::optional<std::string>* left = nullptr);
 
 /// The same with a text in UTF-8, up to the first NUL byte, and with namespace processing.
 std::optional<ManifestTree> parseManifest(const std::string& text, LoadError& error,
@@ -61,11 +64,13 @@ std::optional<ManifestTree> parseManifest(const std::string& text, LoadError& er
 /// As parseManifest(), but a device that is not open, and a file that cannot be read to its end, are
 /// errors. A file's errors have its path.
 std::optional<ManifestTree> parseDevice(QIODevice& device, LoadError& error,
-                                        Parsers parsers = Parsers::Both);
+                                        Parsers parsers = Parsers::Both,
+                                        std::optional<std::string>* left = nullptr);
 
 /// The same with the file at \p path.
 std::optional<ManifestTree> parseFile(const std::string& path, LoadError& error,
-                                      Parsers parsers = Parsers::Both);
+                                      Parsers parsers = Parsers::Both,
+                                      std::optional<std::string>* left = nullptr);
 
 /// \}
 
