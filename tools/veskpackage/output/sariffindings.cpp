@@ -240,7 +240,8 @@ public:
     Results results(file, folder);
     for (const Finding& finding : file.findings)
     {
-      out << separator << dumped(results.of(finding));
+      const std::string result = dumped(results.of(finding)); // whole, if memory runs out
+      out << separator << result;
       separator = ",\n";
     }
   }
