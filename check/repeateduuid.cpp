@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <check/report.hpp>
+#include <check/stricttext.hpp>
 #include <source/lines.hpp>
 
 #include <algorithm>
@@ -8,14 +9,10 @@ namespace vesk::check
 {
 namespace
 {
-Position positionOf(std::size_t offset, const source::Lines& lines, std::string_view text)
+Position positionOf(std::size_t offset, const source::Lines& lines)
 {
   const source::Place place = lines.placeOf(offset);
-  const char* const begin = lines.line(place.line).data();
-  // A character of four bytes takes two units, any other one.
-  const auto more = std::count_if(begin, text.data() + offset,
-                                  [](char c) { return static_cast<unsigned char>(c) >= 0xF0U; });
-  return {place.line, place.column, place.column + static_cast<int>(more), offset};
+  return {place.line, place.column, place.utf16Column, offset};
 }
 
 /// On one line.
@@ -41,7 +38,7 @@ std::optional<Finding> repeatedUuid(const std::string& bytes, const std::string&
   }
   const std::string message = "the package in " + named(other).toStdString() + " has the same uuid";
   Finding finding{&rule, severity, message, {}, {}, "/package/@uuid"};
-  const source::Document document = source::Document::parse(bytes, source::BlankTexts::LeftOut);
+  const source::Document document = strictTextOfBytes(bytes).document;
   const source::Node* const root = document.root();
   const source::Attribute* const uuid = root == nullptr ? nullptr : root->attribute("uuid");
   if (uuid != nullptr) // else it is no strict XML up to here, though the readers take it
@@ -51,8 +48,8 @@ std::optional<Finding> repeatedUuid(const std::string& bytes, const std::string&
         '/' + cut(QString::fromUtf8(name.data(), static_cast<int>(name.size()))).toStdString() +
         "/@uuid";
     const source::Lines lines(document.text());
-    finding.begin = positionOf(uuid->valueRange().begin, lines, document.text());
-    finding.end = positionOf(uuid->valueRange().end, lines, document.text());
+    finding.begin = positionOf(uuid->valueRange().begin, lines);
+    finding.end = positionOf(uuid->valueRange().end, lines);
   }
   return finding;
 }

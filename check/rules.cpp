@@ -258,11 +258,12 @@ constexpr std::array table{
            "A minimum version is above its maximum, so that nothing meets the requirement. The "
            "readers do not compare them. Versions are compared number by number; others than "
            "numbers are not looked at."}},
-    Entry{RuleId::RepeatedUuid,
-          {"repeated-uuid", Severity::Warning, kept,
-           "Another package in the same folder has this uuid. Each manifest reads well alone, but a "
-           "robot tells packages apart by their uuids, so that one hides the other. Give the copy a "
-           "uuid of its own. Only whoever checks a whole folder can find this."}},
+    Entry{
+        RuleId::RepeatedUuid,
+        {"repeated-uuid", Severity::Warning, kept,
+         "Another package in the same folder has this uuid. Each manifest reads well alone, but a "
+         "robot tells packages apart by their uuids, so that one hides the other. Give the copy a "
+         "uuid of its own. Only whoever checks a whole folder can find this."}},
     Entry{RuleId::NotKept,
           {"not-kept", Severity::Off, lost,
            "Comments, processing instructions, the document type and declarations of namespaces "

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <iostream>
 #include <new>
 
 TEST(Batch, GoesOnWhenMemoryRunsOutOverAFile)
@@ -18,4 +19,15 @@ TEST(Batch, GoesOnWhenMemoryRunsOutOverAFile)
   };
   EXPECT_EQ(tool::forEachFile(inputs, work), tool::FileTrouble);
   EXPECT_EQ(seen, "abc");
+  const auto workInParts = [&](const tool::InputFile& file) -> tool::Rest
+  {
+    work(file.path, std::cout, std::cerr);
+    return [&seen, file](std::ostream&, std::ostream&)
+    {
+      seen += file.path;
+      return file.path == "a" ? throw std::bad_alloc() : tool::Done;
+    };
+  };
+  EXPECT_EQ(tool::forEachFileInOrder(inputs, workInParts), tool::FileTrouble);
+  EXPECT_EQ(seen, "abcaabcc");
 }

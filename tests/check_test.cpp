@@ -89,7 +89,8 @@ TEST(Check, FindsExactlyWhatIsListedBesideFaultyManifests)
 
 TEST(Check, ShowsEveryRuleAtWork)
 {
-  std::set<std::string> found{"unreadable", "missing-file", "repeated-uuid"}; // which have tests of their own
+  std::set<std::string> found{"unreadable", "missing-file",
+                              "repeated-uuid"}; // which have tests of their own
   for (const std::string& path : faultyManifests())
   {
     for (const std::string& tag : tagsOf(checkFile(path + ".xml", everything())))

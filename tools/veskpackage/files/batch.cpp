@@ -229,9 +229,9 @@ private:
 
 ExitCode forEachFile(const Inputs& inputs, const Work& work, const std::string& separator)
 {
-  return Batch(
-             inputs, [&work](Job& job) { job.code = work(job.file.path, job.out, job.complaints); },
-             separator, {})
+  return Batch(inputs,
+               [&work](Job& job) { job.code = work(job.file.path, job.out, job.complaints); },
+               separator, {})
       .run();
 }
 

@@ -5,10 +5,7 @@
 #include "files/replacing.hpp"
 #include "output/complaint.hpp"
 
-#include <source/encoding.hpp>
-
 #include <cstdio>
-#include <utility>
 
 namespace tool
 {
@@ -55,16 +52,6 @@ std::optional<std::string> readBytes(QFile& input, std::string& trouble, int meb
     return std::nullopt;
   }
   return bytes;
-}
-
-std::string inUtf8(const std::string& bytes)
-{
-  vesk::source::Decoded decoded = vesk::source::decode(bytes, vesk::source::encodingOf(bytes));
-  if (!decoded.isKnown || decoded.faultyByte)
-  {
-    return bytes;
-  }
-  return std::move(decoded.text);
 }
 
 std::optional<Manifest> load(const std::string& file, std::ostream& complaints)

@@ -37,9 +37,6 @@ std::optional<std::string> readBytes(const std::string& file, std::string& troub
 std::optional<std::string> readBytes(QFile& input, std::string& trouble,
                                      int mebibytes = mostMebibytes);
 
-/// The text of a file in UTF-8; the bytes where nobody knows what they stand for.
-std::string inUtf8(const std::string& bytes);
-
 /// Loads the manifest in \p file, or from standard input when that is "-". When it cannot be loaded,
 /// says why and gives none.
 std::optional<Manifest> load(const std::string& file, std::ostream& complaints);

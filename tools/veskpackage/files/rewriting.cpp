@@ -5,6 +5,8 @@
 #include "output/complaint.hpp"
 #include "output/unifieddiff.hpp"
 
+#include <source/encoding.hpp>
+
 #include <QFileInfo>
 
 #include <algorithm>
@@ -12,8 +14,17 @@
 namespace tool
 {
 
+namespace source = vesk::source;
+
 namespace
 {
+/// As a terminal shows it; the bytes where nobody knows what they stand for.
+std::string inUtf8(const std::string& bytes)
+{
+  const source::Decoded decoded = source::decode(bytes, source::encodingOf(bytes));
+  return !decoded.isKnown || decoded.faultyByte ? bytes : decoded.text;
+}
+
 bool isOutput(const std::string& file, const std::string& output)
 {
   return output != "-" && // standard output, also where a file is called so

@@ -5,6 +5,7 @@
 #include "exitcode.hpp"
 
 #include <check/manifestcheck.hpp>
+#include <source/document.hpp>
 #include <source/lines.hpp>
 
 #include <optional>
@@ -31,7 +32,7 @@ public:
   std::size_t mended = 0; ///< how many faults were mended before
   ExitCode code = Done;
 
-  /// The file in UTF-8, in which the findings have their places.
+  /// The file in UTF-8, in which the findings have their places: as source::Document::text().
   std::string_view text() const;
   /// From the beginning of a finding to its end; empty where that is not known.
   std::string_view text(const vesk::check::Finding& finding) const;
@@ -40,12 +41,14 @@ public:
 
 private:
   // Made when they are first asked for, since most files have no findings.
-  mutable std::optional<std::string> decoded;
+  mutable std::optional<vesk::source::Document> decoded; // where the file is not in UTF-8
   mutable std::optional<vesk::source::Lines> lines;
 };
 
-/// Whether a finding has a place in the text.
-inline bool isSomewhere(const vesk::check::Finding& finding) { return finding.begin.line > 0; }
+/// Whether a finding has a line and a column.
+bool hasPlace(const vesk::check::Finding& finding);
+/// Whether it is also known which bytes of the text it is about: not behind what is no strict XML.
+bool hasExactPlace(const vesk::check::Finding& finding);
 
 } // namespace tool
 

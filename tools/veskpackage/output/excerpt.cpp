@@ -151,7 +151,7 @@ void printExcerpt(std::ostream& out, const CheckedFile& file, const vesk::check:
                   bool isColored)
 {
   const std::string_view text = file.text();
-  if (!isSomewhere(finding) || finding.begin.offset > text.size())
+  if (!hasExactPlace(finding) || finding.begin.offset > text.size())
   {
     return;
   }

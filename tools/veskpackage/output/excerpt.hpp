@@ -16,7 +16,7 @@ namespace tool
 ///
 /// Of a long line a part around the mark is shown, and of several lines the first. A tab is shown as
 /// blanks, and what a terminal would obey, or not show, by its code. Prints nothing for what is
-/// nowhere in the text.
+/// nowhere in the text, or not known where exactly.
 void printExcerpt(std::ostream& out, const CheckedFile& file, const vesk::check::Finding& finding,
                   bool isColored);
 

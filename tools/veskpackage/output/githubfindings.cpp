@@ -49,11 +49,11 @@ public:
     {
       out << "::" << commandFor(finding.severity)
           << " file=" << inProperty(pathBelow(root, file.name));
-      if (isSomewhere(finding))
+      if (hasPlace(finding))
       {
         out << ",line=" << finding.begin.line << ",endLine=" << finding.end.line;
       }
-      if (isSomewhere(finding) && finding.begin.line == finding.end.line) // else refused
+      if (hasPlace(finding) && finding.begin.line == finding.end.line) // else refused
       {
         out << ",col=" << finding.begin.column << ",endColumn=" << finding.end.column;
       }

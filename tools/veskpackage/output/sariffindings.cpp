@@ -162,7 +162,7 @@ private:
   Json locationOf(const Finding& finding) const
   {
     Json physical{{"artifactLocation", artifact}};
-    if (isSomewhere(finding))
+    if (hasPlace(finding))
     {
       physical["region"] = regionOf(finding.begin, finding.end);
       const std::string_view found = file.text(finding);
@@ -186,7 +186,7 @@ private:
   {
     constexpr std::size_t mostOfLine = 100;
     std::string_view found = file.text(finding);
-    if (found.empty() && isSomewhere(finding) && finding.begin.offset < file.text().size())
+    if (found.empty() && hasExactPlace(finding) && finding.begin.offset < file.text().size())
     {
       found = file.text().substr(finding.begin.offset, mostOfLine);
       found = found.substr(0, found.find_first_of("\r\n"));
@@ -240,7 +240,8 @@ public:
     Results results(file, folder);
     for (const Finding& finding : file.findings)
     {
-      out << separator << dumped(results.of(finding));
+      const std::string result = dumped(results.of(finding)); // whole, if memory runs out
+      out << separator << result;
       separator = ",\n";
     }
   }

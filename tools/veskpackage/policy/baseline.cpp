@@ -97,9 +97,9 @@ void Baseline::read()
   }
   try
   {
-    const Json root = Json::parse(*text);
-    const Json& version = root.at("version");
-    const Json& findings = root.at("findings");
+    const Json content = Json::parse(*text);
+    const Json& version = content.at("version");
+    const Json& findings = content.at("findings");
     if (version != formatVersion)
     {
       throw FileFault(file, "a baseline of version " + version.dump() + "; known is version 1");

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "policy/policies.hpp"
 
+#include "output/filelocation.hpp"
 #include "policy/absolutepath.hpp"
 #include "policy/filefault.hpp"
 
@@ -27,17 +28,6 @@ std::string folderOf(const std::string& path)
   const std::string folder = filesystem::path(path).parent_path().string();
   return folder.empty() ? "." : folder;
 }
-
-/// What is left of a path below a folder; none elsewhere.
-std::optional<std::string> pathBelow(const std::string& folder, const std::string& path)
-{
-  const std::string start = folder.back() == '/' ? folder : folder + '/';
-  if (path.compare(0, start.size(), start) != 0)
-  {
-    return std::nullopt;
-  }
-  return path.substr(start.size());
-}
 } // namespace
 
 Policies::Policies(const std::optional<std::string>& fileForAll)
@@ -62,12 +52,12 @@ bool Policies::excludes(const std::string& path)
   {
     return false;
   }
-  const std::optional<std::string> below = pathBelow(placed.folder, absolutePath(path));
-  if (!below)
+  const std::string below = pathBelow(placed.folder, absolutePath(path));
+  if (below.front() == '/') // elsewhere, where a policy that was named counts
   {
     return false;
   }
-  const std::vector<std::string_view> names = namesIn(*below);
+  const std::vector<std::string_view> names = namesIn(below);
   return std::any_of(placed.policy->excluded.begin(), placed.policy->excluded.end(),
                      [&names](const Glob& pattern) { return pattern.matches(names); });
 }
@@ -128,7 +118,7 @@ std::optional<Policies::Placed> Policies::policyIn(const std::string& absoluteFo
   {
     return std::nullopt;
   }
-  const std::string name = pathBelow(absolutePath("."), file).value_or(file);
+  const std::string name = pathBelow("", file);
   if (!filesystem::is_regular_file(status)) // reading a pipe might never end
   {
     throw FileFault(name, "is no regular file");

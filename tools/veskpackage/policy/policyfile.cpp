@@ -54,9 +54,9 @@ class PolicyReader
 public:
   explicit PolicyReader(std::string nameOfFile) : file(std::move(nameOfFile)) {}
 
-  Policy read(const toml::table& root)
+  Policy read(const toml::table& content)
   {
-    forEachKey(root, {{"check", [this](const toml::node& value) { readCheck(value); }}});
+    forEachKey(content, {{"check", [this](const toml::node& value) { readCheck(value); }}});
     return std::move(policy);
   }
 
