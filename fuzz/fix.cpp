@@ -58,12 +58,14 @@ void requireEffect(const Finding& finding, const Manifest& before, const Manifes
   const Effect effect = effectOf(finding.rule->tag);
   for (const Difference& difference : differences)
   {
-    const bool isGrowth = isNothing(difference.before.value);
-    const bool isWeb = toText(difference.path()).substr(0, 3) == "web";
+    const std::string path = toText(difference.path());
+    const bool hadNoKey = path.find(R"("")") != std::string::npos; // an entry comes to its language
+    const bool isGrowth = isNothing(difference.before.value) || hadNoKey;
+    const bool isWeb = path.substr(0, 3) == "web";
     require(effect == Effect::Changes || (effect == Effect::Grows && isGrowth) ||
                 (effect == Effect::Web && isWeb),
-            std::string(finding.rule->tag) + " at " + finding.place + ": mended, and " +
-                toText(difference.path()) + " is another in\n" + bytes);
+            std::string(finding.rule->tag) + " at " + finding.place + ": mended, and " + path +
+                " is another in\n" + bytes);
   }
   require(effect != Effect::Changes || differences.size() <= 2,
           std::string(finding.rule->tag) + " at " + finding.place +

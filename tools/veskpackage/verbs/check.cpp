@@ -144,7 +144,10 @@ ExitCode showMends(const CheckedFile& file, const vesk::check::Options& asked, s
   const auto bytes = mended(file.name, file.bytes, asked, mends, complaints);
   if (bytes)
   {
-    printUnifiedDiff(out, file.name, inUtf8(file.bytes), file.name + " (mended)", inUtf8(*bytes));
+    CheckedFile after;
+    after.bytes = *bytes;
+    printUnifiedDiff(out, file.name, std::string(file.text()), file.name + " (mended)",
+                     std::string(after.text()));
   }
   return bytes && mends == 0 ? Done : NegativeResult;
 }
