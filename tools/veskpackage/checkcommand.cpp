@@ -55,9 +55,13 @@ void CommandLine::addCheck()
                    "Report what the rule TAG finds as off, hint, warning or error instead")
       ->option_text("TAG=SEVERITY")
       ->allow_extra_args(false);
+  CLI::Option* const files =
+      verb->add_flag("--files", checkOptions.looksUpFiles,
+                     "Look up the paths in each manifest in its folder; not of standard input");
   verb->add_option("--package", checkOptions.packageFolder,
                    "Look up the paths in the manifest in the package's folder")
       ->check(CLI::ExistingDirectory)
+      ->excludes(files)
       ->option_text("FOLDER");
   verb->add_flag("-q,--quiet", checkOptions.isQuiet, "Report no hints and print no summary");
   verb->add_option("--color", color, "auto (the default; heeds NO_COLOR), always or never")

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <filesystem>
 #include <iostream>
 
 namespace tool
@@ -88,9 +89,20 @@ void printAll(std::ostream& out, const std::string& name, const std::vector<Find
   }
 }
 
+/// The folder in which paths in a manifest are looked up; empty when they are not.
+std::string folderOf(const std::string& file, const CheckOptions& options)
+{
+  if (!options.looksUpFiles || file == "-")
+  {
+    return options.packageFolder;
+  }
+  const std::string folder = std::filesystem::path(file).parent_path().string();
+  return folder.empty() ? "." : folder;
+}
+
 std::vector<Finding> findingsIn(const std::string& file, const CheckOptions& options)
 {
-  const vesk::check::Options asked{options.severities, options.packageFolder};
+  const vesk::check::Options asked{options.severities, folderOf(file, options)};
   std::string trouble;
   const std::optional<std::string> bytes = readBytes(file, trouble);
   if (!bytes)

@@ -43,7 +43,8 @@ struct CheckOptions
   bool isStrict = false; ///< warnings count as errors
   bool isQuiet = false;
   bool isColored = false;
-  std::string packageFolder;
+  bool looksUpFiles = false; ///< paths of each manifest in its folder; not of standard input
+  std::string packageFolder; ///< where those of all manifests are looked up; empty for nowhere
 };
 /// Prints what is wrong with each manifest.
 ExitCode checkManifests(const CheckOptions& options);
