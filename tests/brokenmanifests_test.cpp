@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // What a schema refuses, the checker finds something in: manifests of this project, broken at random.
+// And what it says how to mend is gone then.
 // Set BROKEN_COUNT for more than a few of these, and BROKEN_SEED for others.
 #include "support.hpp"
 #include "xmllint.hpp"
 
 #include <check/manifestcheck.hpp>
 #include <format/format.hpp>
+#include <source/edits.hpp>
 
 #include <QDomDocument>
 
@@ -187,4 +189,37 @@ TEST(BrokenManifests, HaveFindingsWhereSchemasRefuseThem)
     }
   }
   std::cout << "schemas refuse them " << refusals << " times\n";
+}
+
+TEST(BrokenManifests, HaveAFaultLessOnceItIsMended)
+{
+  using vesk::check::Finding;
+  const auto findingsIn = [](const std::string& text)
+  { return vesk::check::checkBytes(text).findings; };
+  BrokenManifests manifests(numberIn("BROKEN_SEED", 1));
+  std::map<std::string, int> mended;
+  for (unsigned left = numberIn("BROKEN_COUNT", 300); left > 0; --left)
+  {
+    const std::string manifest = manifests.next();
+    const auto document = vesk::source::Document::parse(manifest);
+    const std::vector<Finding> before = findingsIn(manifest);
+    for (const Finding& finding : before)
+    {
+      if (!finding.mend)
+      {
+        continue;
+      }
+      ++mended[finding.rule->tag];
+      const auto isAlike = [&finding](const Finding& other)
+      { return other.rule == finding.rule && other.message == finding.message; };
+      const std::string result = vesk::source::apply(document, finding.mend->edits);
+      const std::vector<Finding> after = findingsIn(result);
+      EXPECT_LT(std::count_if(after.begin(), after.end(), isAlike),
+                std::count_if(before.begin(), before.end(), isAlike))
+          << finding.rule->tag << " in\n"
+          << manifest << "\n"
+          << result;
+    }
+  }
+  EXPECT_EQ(mended.size(), 14U); // rules with mends
 }
