@@ -91,8 +91,8 @@ struct Options
 {
   /// By the tag of a rule; unknown tags are ignored.
   std::map<std::string, Severity> severities;
-  /// The folder of the package (UTF-8): paths in the manifest are looked up there. Empty: they are
-  /// not.
+  /// The folder of the package (UTF-8): paths in the manifest are looked up there, and the programs
+  /// of command lines that are such paths. Symbolic links are followed. Empty: nothing is looked up.
   std::string packageFolder;
 };
 

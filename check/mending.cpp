@@ -20,16 +20,21 @@ Range nameRange(std::uint32_t begin, const source::Node& element)
   return {begin, begin + static_cast<std::uint32_t>(element.name().size())};
 }
 
-bool holdsTextOnly(const source::Node& element)
+/// Whether all that stands directly in an element is as \p isMeant says.
+template <typename IsMeant>
+bool holdsOnly(const source::Node& element, const IsMeant& isMeant)
 {
+  bool areAll = true;
   for (const source::Node& child : element.children())
   {
-    if (child.kind() != Kind::Text)
-    {
-      return false;
-    }
+    areAll = areAll && isMeant(child);
   }
-  return true;
+  return areAll;
+}
+
+bool holdsTextOnly(const source::Node& element)
+{
+  return holdsOnly(element, [](const source::Node& child) { return child.kind() == Kind::Text; });
 }
 
 bool isLayout(const source::Node& node)
@@ -151,19 +156,13 @@ std::optional<Mend> Mending::remove(const Node& element) const
 bool Mending::holdsElementsOnly(const Node& element, bool canHaveComments) const
 {
   const source::Node* const node = element.inText();
-  if (document == nullptr || node == nullptr)
-  {
-    return false;
-  }
-  for (const source::Node& child : node->children())
-  {
-    if (!child.isElement() && !(canHaveComments && child.kind() == Kind::Comment) &&
-        !isLayout(child))
-    {
-      return false;
-    }
-  }
-  return true;
+  return document != nullptr && node != nullptr &&
+         holdsOnly(*node,
+                   [canHaveComments](const source::Node& child)
+                   {
+                     return child.isElement() || isLayout(child) ||
+                            (canHaveComments && child.kind() == Kind::Comment);
+                   });
 }
 
 std::optional<Mend> Mending::merge(const Node& earlier, const Node& section) const

@@ -36,6 +36,13 @@ bool Node::isText() const
                              : node.nodeInToolkit().isText();
 }
 
+bool Node::isCData() const
+{
+  const source::Node* const inSource = node.nodeInSource();
+  return inSource != nullptr ? inSource->kind() == Kind::CData
+                             : node.nodeInToolkit().isCDATASection();
+}
+
 bool Node::isComment() const
 {
   const source::Node* const inSource = node.nodeInSource();

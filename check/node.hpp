@@ -30,6 +30,7 @@ public:
   bool isNull() const { return node.isNull(); }
   bool isElement() const;
   bool isText() const; ///< also in a CDATA section
+  bool isCData() const;
   bool isComment() const;
   bool isDeclaration() const;
   bool isDocumentType() const { return node.nodeInToolkit().isDocumentType(); }

@@ -305,12 +305,19 @@ void Checker::checkNoElement(const Node& node, const CheckedElement& parent)
   }
   else if (node.isText())
   {
-    if (!isBlank(node.text()))
+    const QString text = node.text().trimmed();
+    if (!text.isEmpty())
     {
       report(RuleId::SkippedText, textOf(node),
              QStringLiteral(
-                 "%2 holds no text, so %1 is skipped; put it where it belongs, or remove it")
-                 .arg(quoted(node.text().trimmed()), quoted(parent.name)));
+                 "%1 holds no text, so %2 is skipped; put it where it belongs, or remove it")
+                 .arg(quoted(parent.name), quoted(text)));
+    }
+    else if (node.isCData())
+    {
+      report(RuleId::SkippedText, whole(node),
+             QStringLiteral("%1 holds no text, so the CDATA section is skipped; remove it")
+                 .arg(quoted(parent.name)));
     }
   }
   else if (parent.childNamed(node) != nullptr)

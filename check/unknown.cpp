@@ -9,7 +9,7 @@ namespace vesk::check
 {
 namespace
 {
-constexpr QLatin1String schemaInstances("http://www.w3.org/2001/XMLSchema-instance");
+constexpr const char* schemaInstances = "http://www.w3.org/2001/XMLSchema-instance";
 
 QString orderToWrite(const std::vector<QString>& names)
 {
@@ -52,7 +52,7 @@ bool isSchemaPlace(const Node& element, const QString& name)
 {
   return (name == QLatin1String("xsi:schemaLocation") ||
           name == QLatin1String("xsi:noNamespaceSchemaLocation")) &&
-         element.attributeInTag("xmlns:xsi") == schemaInstances;
+         element.attributeInTag("xmlns:xsi") == QLatin1String(schemaInstances);
 }
 } // namespace
 

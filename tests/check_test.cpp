@@ -67,21 +67,27 @@ Options everything()
   return options;
 }
 
-/// The faulty manifests, each with what is wrong with it beside in a .txt file.
-std::vector<std::string> faultyManifests()
+/// The manifests in a folder, without ".xml".
+std::vector<std::string> manifestsIn(const char* folder)
 {
   std::vector<std::string> paths;
-  for (const QFileInfo& file : QDir(GOLDEN_FILES "/check").entryInfoList({"*.xml"}))
+  for (const QFileInfo& file : QDir(folder).entryInfoList({"*.xml"}))
   {
     paths.push_back(file.path().toStdString() + '/' + file.completeBaseName().toStdString());
   }
   return paths;
 }
+
+/// The faulty manifests, each with what is wrong with it beside in a .txt file.
+std::vector<std::string> faultyManifests() { return manifestsIn(GOLDEN_FILES "/check"); }
 } // namespace
 
 TEST(Check, FindsExactlyWhatIsListedBesideFaultyManifests)
 {
-  for (const std::string& path : faultyManifests())
+  std::vector<std::string> paths = manifestsIn(GOLDEN_FILES "/messy");
+  const std::vector<std::string> faulty = faultyManifests();
+  paths.insert(paths.end(), faulty.begin(), faulty.end());
+  for (const std::string& path : paths)
   {
     EXPECT_EQ(listed(checkFile(path + ".xml", everything())), contentOf(path + ".txt")) << path;
   }

@@ -2,16 +2,17 @@
 // Both schemas against xmllint: what they take, what they refuse, and what readers make of that.
 #include "filledpackage.hpp"
 #include "support.hpp"
+#include "xmllint.hpp"
 
 #include <package/manifest2/loadmanifest.hpp>
 
-#include <array>
 #include <map>
 #include <random>
 #include <set>
 
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using vesk::PackageInfo;
 
 namespace
@@ -43,30 +44,14 @@ std::map<std::string, std::string> writeEdited(const std::string& edits,
   return written;
 }
 
-struct Schema
+std::set<std::string> pathsIn(const std::map<std::string, std::string>& written)
 {
-  QString option; ///< of xmllint
-  QString path;
-};
-
-const std::array schemas{Schema{"--relaxng", PROJECT_FOLDER "schema/manifest.rng"},
-                         Schema{"--schema", PROJECT_FOLDER "schema/manifest.xsd"}};
-
-/// Those of the files that the schema refuses, with what xmllint says of them.
-std::map<std::string, std::string> refusedBy(const Schema& schema,
-                                             const std::map<std::string, std::string>& paths)
-{
-  std::map<std::string, std::string> refused;
-  for (const auto& [path, edits] : paths)
+  std::set<std::string> paths;
+  for (const auto& [path, edits] : written)
   {
-    const ProgramRun run = runProgram("xmllint", {"--noout", "--nonet", schema.option, schema.path,
-                                                  QString::fromStdString(path)});
-    if (run.exitCode != 0)
-    {
-      refused[path] = run.err;
-    }
+    paths.insert(path);
   }
-  return refused;
+  return paths;
 }
 
 /// Texts as people write them and worse. Only texts that a package can do without may be empty.
@@ -112,15 +97,12 @@ std::vector<std::string> readingsOf(const std::string& path)
 TEST(Schema, TakesExamplesAndWhatTheLibraryWrites)
 {
   const TemporaryFolder folder;
-  std::map<std::string, std::string> paths;
-  for (const std::string& path : exampleManifests())
-  {
-    paths[path];
-  }
+  const std::vector<std::string> examples = exampleManifests();
+  std::set<std::string> paths(examples.begin(), examples.end());
   for (unsigned seed = 0; seed < 100; ++seed)
   {
     const std::string path = folder.path(std::to_string(seed) + ".xml");
-    paths[path];
+    paths.insert(path);
     ASSERT_TRUE(filled<PackageInfo>(RandomValues(seed)).saveToManifestFile(path));
   }
   for (const Schema& schema : schemas)
@@ -139,7 +121,7 @@ TEST(Schema, TakesOtherFormsOfTheSame)
   }
   for (const Schema& schema : schemas)
   {
-    EXPECT_THAT(refusedBy(schema, forms), IsEmpty());
+    EXPECT_THAT(refusedBy(schema, pathsIn(forms)), IsEmpty());
   }
 }
 
@@ -151,9 +133,9 @@ TEST(Schema, RefusesWhatReadersSkipAndWhatMakesNoSense)
   for (const Schema& schema : schemas)
   {
     std::map<std::string, std::string> taken = faults;
-    for (const auto& [path, messages] : refusedBy(schema, faults))
+    for (const auto& [path, messages] : refusedBy(schema, pathsIn(faults)))
     {
-      EXPECT_THAT(messages, HasSubstr("validity error")); // still well-formed
+      EXPECT_THAT(messages, Not(HasSubstr("parser error")));
       taken.erase(path);
     }
     EXPECT_THAT(taken, IsEmpty()) << schema.path.toStdString();

@@ -123,9 +123,13 @@ void CommandLine::addCheck()
                  "With --fix, write nothing; print as a unified difference what would change "
                  "instead of what is found, and exit with 1 if anything")
       ->needs(fix);
+  CLI::Option* const files =
+      verb->add_flag("--files", checkOptions.looksUpFiles,
+                     "Look up the paths in each manifest in its folder; not of standard input");
   verb->add_option("--package", checkOptions.packageFolder,
                    "Look up the paths in the manifest in the package's folder")
       ->check(CLI::ExistingDirectory)
+      ->excludes(files)
       ->option_text("FOLDER");
   verb->add_flag("-q,--quiet", checkOptions.isQuiet, "Report no hints and print no summary");
   verb->add_option("--color", color, "auto (the default; heeds NO_COLOR), always or never")
@@ -157,9 +161,9 @@ void CommandLine::addCheck()
           return;
         }
         requireFiles(checkOptions.inputs);
-        const std::vector<std::string>& files = checkOptions.inputs.files;
+        const std::vector<std::string>& named = checkOptions.inputs.files;
         require(!checkOptions.isMending || showsMends ||
-                    std::find(files.begin(), files.end(), "-") == files.end(),
+                    std::find(named.begin(), named.end(), "-") == named.end(),
                 "--fix: standard input cannot be written over; --dry-run shows the difference");
         for (const std::string& text : overrides)
         {

@@ -8,6 +8,7 @@
 #include "verbs/verbs.hpp"
 
 #include <algorithm>
+#include <filesystem>
 #include <iostream>
 #include <map>
 #include <memory>
@@ -65,9 +66,21 @@ ExitCode codeOf(const std::vector<Finding>& findings, bool isStrict)
   return code;
 }
 
-vesk::check::Options optionsFor(const CheckOptions& options, const Policy& policy)
+/// The folder in which paths in a manifest are looked up; empty when they are not.
+std::string folderOf(const std::string& file, const CheckOptions& options)
 {
-  vesk::check::Options asked{options.severities, options.packageFolder};
+  if (!options.looksUpFiles || file == "-")
+  {
+    return options.packageFolder;
+  }
+  const std::string folder = std::filesystem::path(file).parent_path().string();
+  return folder.empty() ? "." : folder;
+}
+
+vesk::check::Options optionsFor(const std::string& file, const CheckOptions& options,
+                                const Policy& policy)
+{
+  vesk::check::Options asked{options.severities, folderOf(file, options)};
   asked.severities.insert(policy.severities.begin(), policy.severities.end()); // the others only
   return asked;
 }
@@ -177,7 +190,8 @@ ExitCode showMends(const CheckOptions& options)
   Policies policies(options.policyFile);
   const auto work = [&](const InputFile& file) -> Rest
   {
-    const vesk::check::Options asked = optionsFor(options, *policies.policyOf(file.path));
+    const vesk::check::Options asked =
+        optionsFor(file.path, options, *policies.policyOf(file.path));
     return [asked, result = checked(file.path, asked)](std::ostream& out, std::ostream& complaints)
     { return showMends(*result, asked, out, complaints); };
   };
@@ -195,7 +209,7 @@ ExitCode checkManifests(const CheckOptions& options)
   const auto work = [&](const InputFile& file) -> Rest
   {
     const std::shared_ptr<const Policy> policy = policies.policyOf(file.path);
-    const vesk::check::Options asked = optionsFor(options, *policy);
+    const vesk::check::Options asked = optionsFor(file.path, options, *policy);
     std::ostringstream troubles;
     const std::shared_ptr<CheckedFile> result = options.isMending
                                                     ? mendedAndChecked(file.path, asked, troubles)

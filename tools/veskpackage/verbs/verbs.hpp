@@ -50,8 +50,9 @@ struct CheckOptions
   bool isColored = false;
   std::optional<bool> hasExcerpts; ///< without it, on a terminal
   std::string root;                ///< see WriterOptions
-  std::string packageFolder;
-  bool isMending = false; ///< the files, before what is left is reported
+  bool isMending = false;          ///< the files, before what is left is reported
+  bool looksUpFiles = false;       ///< paths of each manifest in its folder; not of standard input
+  std::string packageFolder; ///< where those of all manifests are looked up; empty for nowhere
 };
 /// Prints what is wrong with each manifest.
 ExitCode checkManifests(const CheckOptions& options);
