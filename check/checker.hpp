@@ -68,6 +68,11 @@ private:
     std::map<const CheckedElement*, std::optional<Node>> mergers = {};
   };
 
+  /// Notes that the mend of the finding that was added last gives an entry of a list this key. It is
+  /// no sure mend where another entry has it, or gets it: one of the two would be lost.
+  void noteNewKey(const CheckedElement& entry, const QString& key);
+  void dropMendsToSameKeys();
+
   // structure.cpp: what the readers skip or take for something else
   void checkElement(const Node& element, const CheckedElement& checked);
   void checkAttributes(const Node& element, const CheckedElement& checked);
@@ -111,6 +116,13 @@ private:
   /// Whether there are blanks around a value that is not blank altogether.
   bool checkBlanks(const Subject& subject, const QString& given);
 
+  struct NewKey
+  {
+    std::size_t finding;
+    const CheckedElement* entry;
+    QString key;
+  };
+
   /// The names of entries seen so far, for lists whose entries must have different names.
   using Lists = std::map<const CheckedElement*, QSet<QString>>;
 
@@ -123,6 +135,7 @@ private:
   LanguageCodes codes;
   /// The lists in the element that is being checked. One list can be spread over several elements.
   Lists lists;
+  std::vector<NewKey> newKeys; ///< in these
   std::map<RuleId, QSet<QString>> names; ///< that an element of the whole manifest had before
 };
 

@@ -60,6 +60,28 @@ void Checker::checkRepeated(const Node& child, const CheckedElement& known, Sibl
   }
 }
 
+void Checker::noteNewKey(const CheckedElement& entry, const QString& key)
+{
+  if (entry.format.several == format::Several::LastOfKeyCounts)
+  {
+    newKeys.push_back({found.size() - 1, &entry, key});
+  }
+}
+
+void Checker::dropMendsToSameKeys()
+{
+  for (const NewKey& newKey : newKeys)
+  {
+    QSet<QString>& keys = lists[newKey.entry];
+    if (keys.contains(newKey.key))
+    {
+      found.dropMend(newKey.finding);
+    }
+    keys.insert(newKey.key);
+  }
+  newKeys.clear();
+}
+
 std::optional<Mend> Checker::mergeIntoFirst(const Node& child, const CheckedElement& known,
                                             Siblings& siblings) const
 {

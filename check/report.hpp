@@ -38,6 +38,11 @@ public:
   void add(RuleId id, const QString& message, const Spot& spot, const QString& place = {},
            std::optional<Mend> mend = std::nullopt);
 
+  /// How many have been added.
+  std::size_t size() const { return findings.size(); }
+  /// Takes back that a finding can be mended, by its number from 0.
+  void dropMend(std::size_t finding) { findings[finding].mend.reset(); }
+
   /// All, in document order. Where more of a rule were counted than are listed, the last one says so.
   /// \p text is that which the ranges are of.
   std::vector<Finding> take(std::string_view text);

@@ -233,9 +233,11 @@ void Checker::checkChildren(const Node& element, const CheckedElement& checked)
   const bool isList = checked.format.holds == format::Holds::Entries ||
                       checked.format.holds == format::Holds::Names;
   Lists outerLists;
+  std::vector<NewKey> outerKeys;
   if (!isList)
   {
     lists.swap(outerLists);
+    newKeys.swap(outerKeys);
   }
   Siblings children{element, checked};
   for (const Node& child : Children(element))
@@ -261,7 +263,9 @@ void Checker::checkChildren(const Node& element, const CheckedElement& checked)
   checkNeededChildren(element, children);
   if (!isList)
   {
+    dropMendsToSameKeys();
     lists.swap(outerLists);
+    newKeys.swap(outerKeys);
   }
 }
 

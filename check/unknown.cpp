@@ -115,6 +115,12 @@ void Checker::reportUnknownAttribute(const Node& element, const CheckedElement& 
       probable.size() == 1 && !isPrefixed(name)
           ? mending.renameAttribute(element, name, probable.front())
           : std::nullopt);
+  const format::Attribute* const key = format::attributeFor(checked.format, format::Role::Key);
+  if (key != nullptr && probable.size() == 1 &&
+      probable.front() == QString::fromStdString(key->name))
+  {
+    noteNewKey(checked, element.attributeInTag(name.toStdString()));
+  }
 }
 
 void Checker::reportUnknown(const Node& element, Siblings& siblings)

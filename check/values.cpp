@@ -198,7 +198,13 @@ void Checker::checkLanguage(const Subject& subject, const CheckedElement& checke
   {
     return;
   }
-  if (!checkBlanks(subject, given))
+  const std::size_t findings = found.size();
+  const bool hasBlanks = checkBlanks(subject, given);
+  if (found.size() > findings && !subject.attribute.isEmpty())
+  {
+    noteNewKey(checked, language);
+  }
+  else if (!hasBlanks)
   {
     if (!isLanguageForm(language))
     {
