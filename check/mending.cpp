@@ -73,7 +73,7 @@ std::optional<std::string> asEdited(const source::Document& document, const Rang
 /// layout: looking through more of them for each of many sections would take long.
 Range contentOf(const source::Node& element, const source::Document& document)
 {
-  constexpr std::uint32_t mostBlanks = 1000;
+  constexpr std::uint32_t mostBlanks = 100;
   const std::uint32_t begin = element.startTag().end;
   std::uint32_t end = element.endTag().begin;
   const std::uint32_t least = std::max(begin, end - std::min(end, mostBlanks));
