@@ -65,7 +65,7 @@ private:
     QHash<QString, int> total = {};  ///< by steps in places
     QHash<QString, int> before = {}; ///< of the one that the walk is at
     std::set<QString> meant = {};    ///< by unknown ones, of the names that are not there
-    std::map<const CheckedElement*, std::optional<Node>> mergers = {};
+    std::map<const CheckedElement*, Node> last = {}; ///< before the one that the walk is at
   };
 
   /// Notes that the mend of the finding that was added last gives an entry of a list this key. It is
@@ -95,8 +95,9 @@ private:
 
   // repeats.cpp: what the format has once
   void checkRepeated(const Node& child, const CheckedElement& known, Siblings& siblings);
-  std::optional<Mend> mergeIntoFirst(const Node& child, const CheckedElement& known,
-                                     Siblings& siblings) const;
+  void reportRepeated(const Node& child, const CheckedElement& known, const Siblings& siblings);
+  std::optional<Mend> mergeIntoLast(const Node& child, const CheckedElement& known,
+                                    const Siblings& siblings) const;
 
   // values.cpp: what the readers take as it is
   void checkValues(const Node& element, const CheckedElement& checked);

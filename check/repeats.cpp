@@ -23,10 +23,20 @@ void Checker::checkRepeated(const Node& child, const CheckedElement& known, Sibl
     }
     return;
   }
-  if (known.format.isRepeatable || siblings.before.value(known.name) == 1)
+  if (known.format.isRepeatable || siblings.total.value(known.name) == 1)
   {
     return;
   }
+  if (siblings.before.value(known.name) > 1)
+  {
+    reportRepeated(child, known, siblings);
+  }
+  siblings.last.insert_or_assign(&known, child);
+}
+
+void Checker::reportRepeated(const Node& child, const CheckedElement& known,
+                             const Siblings& siblings)
+{
   const bool isPresence = known.format.holds == format::Holds::Presence;
   const QString name = quoted(known.name);
   switch (known.format.several)
@@ -42,7 +52,7 @@ void Checker::checkRepeated(const Node& child, const CheckedElement& known, Sibl
           QStringLiteral("one reader adds a further %1 to the one before, the other reads only "
                          "the last; merge them")
               .arg(name),
-          mergeIntoFirst(child, known, siblings));
+          mergeIntoLast(child, known, siblings));
     }
     break;
   case format::Several::Count:
@@ -54,7 +64,7 @@ void Checker::checkRepeated(const Node& child, const CheckedElement& known, Sibl
           isPresence ? QStringLiteral("%1 is there already; remove this one").arg(name)
                      : QStringLiteral("the readers add a further %1 to the one before; merge them")
                            .arg(name),
-          isPresence ? mending.remove(child) : mergeIntoFirst(child, known, siblings));
+          isPresence ? mending.remove(child) : mergeIntoLast(child, known, siblings));
     }
     break;
   }
@@ -82,27 +92,16 @@ void Checker::dropMendsToSameKeys()
   newKeys.clear();
 }
 
-std::optional<Mend> Checker::mergeIntoFirst(const Node& child, const CheckedElement& known,
-                                            Siblings& siblings) const
+std::optional<Mend> Checker::mergeIntoLast(const Node& child, const CheckedElement& known,
+                                           const Siblings& siblings) const
 {
   // In a list, a comment is an entry.
   const bool canHaveComments = known.format.holds != format::Holds::Entries;
-  const auto [merger, isNew] = siblings.mergers.try_emplace(&known);
-  if (isNew)
-  {
-    for (const Node& sibling : Children(siblings.parent))
-    {
-      if (sibling.isElement() && sibling.isNamed(known.name))
-      {
-        merger->second = mending.holdsElementsOnly(sibling, canHaveComments)
-                             ? std::optional<Node>(sibling)
-                             : std::nullopt;
-        break;
-      }
-    }
-  }
-  return merger->second && mending.holdsElementsOnly(child, canHaveComments)
-             ? mending.merge(*merger->second, child)
+  const auto last = siblings.last.find(&known);
+  return last != siblings.last.end() &&
+                 mending.holdsElementsOnly(last->second, canHaveComments) &&
+                 mending.holdsElementsOnly(child, canHaveComments)
+             ? mending.merge(last->second, child)
              : std::nullopt;
 }
 
