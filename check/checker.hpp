@@ -65,6 +65,7 @@ private:
     QHash<QString, int> total = {};  ///< by steps in places
     QHash<QString, int> before = {}; ///< of the one that the walk is at
     std::set<QString> meant = {};    ///< by unknown ones, of the names that are not there
+    /// Of repeated ones the first, if what the others hold can be put into it.
     std::map<const CheckedElement*, std::optional<Node>> mergers = {};
   };
 
