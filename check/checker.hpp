@@ -60,7 +60,6 @@ private:
   /// The children of an element.
   struct Siblings
   {
-    const Node& parent;
     const CheckedElement& checkedParent;
     QHash<QString, int> total = {};  ///< by steps in places
     QHash<QString, int> before = {}; ///< of the one that the walk is at

@@ -239,7 +239,7 @@ void Checker::checkChildren(const Node& element, const CheckedElement& checked)
     lists.swap(outerLists);
     newKeys.swap(outerKeys);
   }
-  Siblings children{element, checked};
+  Siblings children{checked};
   for (const Node& child : Children(element))
   {
     ++children.total[stepOf(child)];

@@ -15,7 +15,7 @@ namespace vesk::format
 /// that were more than a third of the letters, or a name is longer than 64 bytes. The case of
 /// letters counts only among names that are otherwise as near.
 VESKPACKAGE_FORMAT_EXPORT std::vector<std::string> nearest(const std::string& misspelt,
-                                                         const std::vector<std::string>& names);
+                                                           const std::vector<std::string>& names);
 
 } // namespace vesk::format
 

@@ -49,7 +49,7 @@ public:
         << counted(warnings, "warning") << ", " << counted(hints, "hint");
     if (mends > 0)
     {
-      out << "; " << mends << " of these can be mended";
+      out << "; " << mends << " of these can be mended with --fix";
     }
     if (mended > 0)
     {
