@@ -69,11 +69,13 @@ std::optional<std::string> asEdited(const source::Document& document, const Rang
   }
 }
 
-/// From behind the start tag up to the end tag, without the blanks in front of that, as far as they are
-/// layout: looking through more of them for each of many sections would take long.
+/// As many as are taken for layout: looking through more of them for each of many sections would take
+/// long.
+constexpr std::uint32_t mostBlanks = 100;
+
+/// From behind the start tag up to the end tag, without the blanks in front of that.
 Range contentOf(const source::Node& element, const source::Document& document)
 {
-  constexpr std::uint32_t mostBlanks = 100;
   const std::uint32_t begin = element.startTag().end;
   std::uint32_t end = element.endTag().begin;
   const std::uint32_t least = std::max(begin, end - std::min(end, mostBlanks));
@@ -83,6 +85,17 @@ Range contentOf(const source::Node& element, const source::Document& document)
     --end;
   }
   return {begin, end};
+}
+
+/// The line break and the blanks in front of an element that stands first in its line; else nothing.
+std::string lineBefore(const source::Node& element, const source::Document& document)
+{
+  const std::uint32_t end = element.range().begin;
+  const std::uint32_t least = end - std::min(end, mostBlanks);
+  const std::string_view before = document.text({least, end});
+  const std::size_t blanks = before.find_last_not_of(" \t");
+  const bool isFirst = blanks != std::string_view::npos && before[blanks] == '\n';
+  return isFirst ? '\n' + std::string(before.substr(blanks + 1)) : std::string();
 }
 } // namespace
 
@@ -186,7 +199,9 @@ std::optional<Mend> Mending::merge(const Node& earlier, const Node& section) con
   if (from->firstChild() != nullptr)
   {
     const std::uint32_t place = contentOf(*into, *document).end;
-    edits.push_back({{place, place}, *content});
+    const bool standsInLine = content->front() == '<' && into->firstChild() != nullptr;
+    edits.push_back({{place, place},
+                     (standsInLine ? lineBefore(*into->firstChild(), *document) : "") + *content});
   }
   return Mend{"merge it into the one before", std::move(edits)};
 }

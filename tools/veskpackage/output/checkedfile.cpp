@@ -49,4 +49,20 @@ bool hasExactPlace(const Finding& finding)
   return begin.offset > 0 || (begin.line == 1 && begin.column == 1);
 }
 
+std::string withoutNumbers(const std::string& place)
+{
+  std::string kept;
+  for (std::size_t i = 0; i < place.size(); ++i)
+  {
+    const std::size_t end = place.find_first_not_of("0123456789", i + 1);
+    if (place[i] == '[' && end != std::string::npos && place[end] == ']')
+    {
+      i = end;
+      continue;
+    }
+    kept += place[i];
+  }
+  return kept;
+}
+
 } // namespace tool

@@ -50,6 +50,10 @@ bool hasPlace(const vesk::check::Finding& finding);
 /// Whether it is also known which bytes of the text it is about: not behind what is no strict XML.
 bool hasExactPlace(const vesk::check::Finding& finding);
 
+/// The place of a finding without the numbers of elements, which change when others are put in before:
+/// "/a/b[2]/@c" as "/a/b/@c".
+std::string withoutNumbers(const std::string& place);
+
 } // namespace tool
 
 #endif

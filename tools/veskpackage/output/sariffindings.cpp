@@ -35,24 +35,19 @@ const char* levelOf(Severity severity)
   return severity == Severity::Error ? "error" : severity == Severity::Warning ? "warning" : "note";
 }
 
-std::string replaced(std::string text, std::string_view what, std::string_view by)
-{
-  for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += by.size())
-  {
-    text.replace(at, what.size(), by);
-  }
-  return text;
-}
-
 /// A message has placeholders in braces, and links as in [text](target).
-Json messageOf(std::string text)
+Json messageOf(const std::string& text)
 {
-  text = replaced(replaced(std::move(text), "{", "{{"), "}", "}}");
-  if (text.find("](") != std::string::npos)
+  const bool canHoldLink = text.find("](") != std::string::npos;
+  std::string escaped;
+  for (const char c : text)
   {
-    text = replaced(replaced(replaced(std::move(text), "\\", R"(\\)"), "[", R"(\[)"), "]", R"(\])");
+    const bool isBrace = c == '{' || c == '}';
+    const bool isOfLink = canHoldLink && (c == '\\' || c == '[' || c == ']');
+    escaped += isBrace ? std::string(1, c) : isOfLink ? "\\" : "";
+    escaped += c;
   }
-  return {{"text", text}};
+  return {{"text", escaped}};
 }
 
 /// The text as it is, without what looks like markup.
@@ -191,9 +186,10 @@ private:
       found = file.text().substr(finding.begin.offset, mostOfLine);
       found = found.substr(0, found.find_first_of("\r\n"));
     }
+    const std::string place = withoutNumbers(finding.place);
     QCryptographicHash hash(QCryptographicHash::Sha256);
     for (const std::string_view part :
-         {std::string_view(finding.rule->tag), std::string_view(finding.place), found})
+         {std::string_view(finding.rule->tag), std::string_view(place), found})
     {
       hash.addData(part.data(), static_cast<int>(part.size()));
       hash.addData("\n", 1);

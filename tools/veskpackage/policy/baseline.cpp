@@ -2,6 +2,7 @@
 #include "policy/baseline.hpp"
 
 #include "files/manifestfile.hpp"
+#include "output/checkedfile.hpp"
 #include "policy/absolutepath.hpp"
 #include "policy/filefault.hpp"
 
@@ -28,23 +29,6 @@ constexpr const char* standardInput = "<stdin>";
 /// What is found by this rule depends on which other files are checked; its message has the path of
 /// one, as that was named.
 constexpr const char* ruleOfSeveral = "repeated-uuid";
-
-/// "/a/b[2]/@c" as "/a/b/@c".
-std::string withoutNumbers(const std::string& place)
-{
-  std::string kept;
-  for (std::size_t i = 0; i < place.size(); ++i)
-  {
-    const std::size_t end = place.find_first_not_of("0123456789", i + 1);
-    if (place[i] == '[' && end != std::string::npos && place[end] == ']')
-    {
-      i = end;
-      continue;
-    }
-    kept += place[i];
-  }
-  return kept;
-}
 
 /// Nothing is known of what was not checked for the most part.
 bool isUnread(const Finding& finding)
