@@ -15,10 +15,11 @@ vesk::PackageInfo samplePackage(int behaviors)
   {
     throw std::runtime_error("cannot load " EXAMPLE_MANIFEST);
   }
-  const vesk::BehaviorInfo behavior = package.behaviors().front();
+  vesk::BehaviorInfo behavior = package.behaviors().front();
   package.clearBehaviors();
   for (int i = 0; i < behaviors; ++i)
   {
+    behavior.setPath("greeting/hello" + std::to_string(i)); // no two have the same
     package.addBehavior(behavior);
   }
   return package;
