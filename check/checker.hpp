@@ -135,7 +135,7 @@ private:
   LanguageCodes codes;
   /// The lists in the element that is being checked. One list can be spread over several elements.
   Lists lists;
-  std::vector<NewKey> newKeys; ///< in these
+  std::vector<NewKey> newKeys;           ///< in these
   std::map<RuleId, QSet<QString>> names; ///< that an element of the whole manifest had before
 };
 

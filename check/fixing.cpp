@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <check/checking.hpp>
 #include <check/fixing.hpp>
 
 #include <algorithm>
@@ -13,8 +12,10 @@ namespace
 using source::Edit;
 using source::Range;
 
-// Faults hide others no deeper than the format nests.
-constexpr int mostRounds = 16;
+/// More of a rule are mended in the next round: a finding takes some hundred bytes.
+constexpr std::size_t mostAtOnce = 100000;
+/// Far more than the halvings by which sections are merged, and than what faults hide.
+constexpr int mostRounds = 1000;
 
 /// The ranges of edits that are made at once.
 class Edited
@@ -71,10 +72,12 @@ std::vector<const Finding*> mendableAtOnce(const std::vector<Finding>& findings)
 
 Fixed fix(const std::string& bytes, const Options& options)
 {
-  Fixed fixed{bytes, {}};
+  Fixed fixed{bytes, 0, {}};
+  Options all = options;
+  all.mostOfARule = mostAtOnce;
   for (int round = 0; round < mostRounds; ++round)
   {
-    const std::vector<Finding> findings = checkWithoutLimit(fixed.bytes, options);
+    const std::vector<Finding> findings = checkBytes(fixed.bytes, all).findings;
     const std::vector<const Finding*> mendable = mendableAtOnce(findings);
     std::vector<Edit> edits;
     for (const Finding* const finding : mendable)
@@ -86,9 +89,13 @@ Fixed fix(const std::string& bytes, const Options& options)
       break;
     }
     fixed.bytes = source::apply(source::Document::parse(fixed.bytes), std::move(edits));
+    fixed.count += mendable.size();
     for (const Finding* const finding : mendable)
     {
-      fixed.mended.push_back(*finding);
+      if (fixed.mended.size() < options.mostOfARule)
+      {
+        fixed.mended.push_back(*finding);
+      }
     }
   }
   return fixed;

@@ -16,8 +16,9 @@ struct Fixed
 {
   /// The bytes of the file; those that were given where there was nothing to mend.
   std::string bytes;
-  /// What was mended. The places are those in the text as it was then: mending one fault can bring
-  /// others to light, as when a misspelt element comes to be read.
+  std::size_t count = 0; ///< of the faults that were mended
+  /// The first of these, up to Options::mostOfARule. The places are those in the text as it was then:
+  /// mending one fault can bring others to light, as when a misspelt element comes to be read.
   std::vector<Finding> mended;
 };
 
@@ -27,8 +28,8 @@ struct Fixed
 ///
 /// A manifest that is no strict XML, or that no reader takes, stays as it is. Nothing is thrown for a
 /// bad manifest; but where the encoding of a file does not give back its bytes (see source::apply()),
-/// std::runtime_error is. Takes time in proportion to the manifest, and to how deep in it faults hide
-/// others. May be called from any thread at any time.
+/// std::runtime_error is. The manifest is checked and edited again as long as that brings more to
+/// light: a few times, or some twenty where a section comes a million times. May be called from any thread at any time.
 VESKPACKAGE_CHECK_EXPORT Fixed fix(const std::string& bytes, const Options& options = {});
 
 /// Of the mends of some findings those that can be made at once: as many as possible from the first on,

@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <check/checker.hpp>
-#include <check/checking.hpp>
 #include <check/stricttext.hpp>
 #include <package/xml/manifesttree.hpp>
 #include <package/xml/text.hpp>
 
 #include <QBuffer>
-
-#include <limits>
 
 namespace vesk::check
 {
@@ -144,12 +141,6 @@ Checked checkBytes(const std::string& bytes, const Options& options)
 {
   Report report(options);
   return check(bytes, options, report);
-}
-
-std::vector<Finding> checkWithoutLimit(const std::string& bytes, const Options& options)
-{
-  Report report(options, std::numeric_limits<std::size_t>::max());
-  return check(bytes, options, report).findings;
 }
 
 std::vector<Finding> checkText(const std::string& text, const Options& options)

@@ -94,13 +94,16 @@ struct Options
   /// The folder of the package (UTF-8): paths in the manifest are looked up there, and the programs
   /// of command lines that are such paths. Symbolic links are followed. Empty: nothing is looked up.
   std::string packageFolder;
+  /// At most the first so many findings of a rule are returned; a finding takes about a hundred times
+  /// the memory of the text that causes it.
+  std::size_t mostOfARule = 1000;
 };
 
 /// Returns what is wrong with a manifest, in document order. One pass finds everything; but when
 /// the manifest is not well-formed, or beyond the limits that PackageInfo::loadFromManifestFile()
 /// names, that is the only finding. Nothing is printed or logged, and nothing is thrown for a bad
-/// manifest. Takes time in proportion to the manifest. At most the first 1,000 findings of a rule
-/// are returned; the message of the last one says how many are left out. May be called from any
+/// manifest. Takes time in proportion to the manifest. Where there are more
+/// findings of a rule than Options::mostOfARule, the message of the last one says how many are left out. May be called from any
 /// thread at any time.
 /// \{
 

@@ -98,8 +98,7 @@ std::optional<Mend> Checker::mergeIntoLast(const Node& child, const CheckedEleme
   // In a list, a comment is an entry.
   const bool canHaveComments = known.format.holds != format::Holds::Entries;
   const auto last = siblings.last.find(&known);
-  return last != siblings.last.end() &&
-                 mending.holdsElementsOnly(last->second, canHaveComments) &&
+  return last != siblings.last.end() && mending.holdsElementsOnly(last->second, canHaveComments) &&
                  mending.holdsElementsOnly(child, canHaveComments)
              ? mending.merge(last->second, child)
              : std::nullopt;

@@ -33,7 +33,7 @@ source::Range withoutBlanksAtEnds(const source::Range& range, std::string_view t
 }
 } // namespace
 
-Report::Report(const Options& options, std::size_t mostOfARule) : most(mostOfARule)
+Report::Report(const Options& options) : most(std::max(options.mostOfARule, std::size_t{1}))
 {
   for (const Rule& rule : rules())
   {

@@ -26,11 +26,7 @@ struct Spot
 class Report
 {
 public:
-  // A finding takes about a hundred times the memory of the text that causes it.
-  static constexpr std::size_t usualMost = 1000;
-
-  /// Lists no more than \p mostOfARule findings of a rule.
-  explicit Report(const Options& options, std::size_t mostOfARule = usualMost);
+  explicit Report(const Options& options);
 
   /// Counts a finding of this rule; false when it is not to be added.
   bool count(RuleId id);

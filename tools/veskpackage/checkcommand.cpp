@@ -2,6 +2,7 @@
 // The options of the verb check.
 #include "commandline.hpp"
 #include "commonoptions.hpp"
+#include "output/filelocation.hpp"
 #include "output/findingwriter.hpp"
 #include "policy/severities.hpp"
 
@@ -85,7 +86,7 @@ void requireFilesOnce(const std::vector<std::pair<std::string, std::string>>& ou
 {
   std::vector<std::string> files(outputs.size());
   std::transform(outputs.begin(), outputs.end(), files.begin(),
-                 [](const auto& output) { return output.second; });
+                 [](const auto& output) { return pathBelow("", output.second); });
   requireEachOnce("--output", files);
 }
 } // namespace
@@ -122,7 +123,8 @@ void CommandLine::addCheck()
   verb->add_flag("--dry-run", showsMends,
                  "With --fix, write nothing; print as a unified difference what would change "
                  "instead of what is found, and exit with 1 if anything")
-      ->needs(fix);
+      ->needs(fix)
+      ->excludes("--format", "--output", "--baseline", "--write-baseline");
   CLI::Option* const files =
       verb->add_flag("--files", checkOptions.looksUpFiles,
                      "Look up the paths in each manifest in its folder; not of standard input");

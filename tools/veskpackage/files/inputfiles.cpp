@@ -83,6 +83,10 @@ std::string InputFiles::searched() const
   {
     add(named.filesFrom == "-" ? "the list <stdin>" : "the list " + named.filesFrom);
   }
+  if (named.files.empty())
+  {
+    return "there is no file in " + places;
+  }
   return "no manifest in " + places +
          ": looked for manifest.xml, and for .xml files whose root is package" +
          (hasLeftOut ? "; what the policy excludes is left out" : "");

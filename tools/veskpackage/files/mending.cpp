@@ -35,7 +35,7 @@ std::optional<std::string> mended(const std::string& name, const std::string& by
   try
   {
     vesk::check::Fixed fixed = vesk::check::fix(bytes, options);
-    count += fixed.mended.size();
+    count += fixed.count;
     return std::move(fixed.bytes);
   }
   catch (const std::runtime_error& error)

@@ -49,6 +49,21 @@ bool hasExactPlace(const Finding& finding)
   return begin.offset > 0 || (begin.line == 1 && begin.column == 1);
 }
 
+std::string CheckedFile::inFile(const std::string& edited) const
+{
+  const std::string_view all = text();
+  const std::size_t end = all.find_first_of("\r\n");
+  const std::string_view lineEnd = end == std::string_view::npos || all[end] == '\n' ? "\n"
+                                   : all.substr(end, 2) == "\r\n"                    ? "\r\n"
+                                                                                     : "\r";
+  std::string result;
+  for (const char c : edited)
+  {
+    result += c == '\n' ? lineEnd : std::string_view(&c, 1);
+  }
+  return result;
+}
+
 std::string withoutNumbers(const std::string& place)
 {
   std::string kept;

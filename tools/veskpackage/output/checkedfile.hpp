@@ -36,6 +36,8 @@ public:
   std::string_view text() const;
   /// From the beginning of a finding to its end; empty where that is not known.
   std::string_view text(const vesk::check::Finding& finding) const;
+  /// The text of an edit, with the line ends of the file.
+  std::string inFile(const std::string& edited) const;
   /// Where a byte of the text stands.
   vesk::check::Position positionOf(std::size_t offset) const;
 

@@ -3,17 +3,29 @@
 
 #include <filesystem>
 #include <string_view>
+#include <system_error>
 
 namespace tool
 {
 
 namespace filesystem = std::filesystem;
 
+namespace
+{
+/// The path itself where the working directory is gone.
+filesystem::path absolute(const std::string& path)
+{
+  std::error_code unknown;
+  const filesystem::path whole = filesystem::absolute(path, unknown);
+  return (unknown ? filesystem::path(path) : whole).lexically_normal();
+}
+} // namespace
+
 std::string pathBelow(const std::string& folder, const std::string& file)
 {
-  const filesystem::path root = filesystem::absolute(folder.empty() ? "." : folder);
-  const filesystem::path path = filesystem::absolute(file).lexically_normal();
-  const filesystem::path below = path.lexically_relative(root.lexically_normal());
+  const filesystem::path root = absolute(folder.empty() ? "." : folder);
+  const filesystem::path path = absolute(file);
+  const filesystem::path below = path.lexically_relative(root);
   return (below.empty() || *below.begin() == ".." ? path : below).string();
 }
 

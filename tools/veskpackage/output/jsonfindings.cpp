@@ -27,7 +27,7 @@ Json jsonOf(const CheckedFile& file, const Mend& mend)
   for (const vesk::source::Edit& edit : mend.edits)
   {
     Json json = rangeOf(file.positionOf(edit.range.begin), file.positionOf(edit.range.end));
-    json["text"] = edit.text;
+    json["text"] = file.inFile(edit.text);
     edits.push_back(std::move(json));
   }
   return {{"title", mend.title}, {"edits", std::move(edits)}};
@@ -57,7 +57,11 @@ public:
     {
       list.push_back(jsonOf(file, finding));
     }
-    const Json json{{"file", file.name}, {"findings", std::move(list)}};
+    Json json{{"file", file.name}, {"findings", std::move(list)}};
+    if (file.mended > 0)
+    {
+      json["mended"] = file.mended;
+    }
     out << json.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
   }
 };

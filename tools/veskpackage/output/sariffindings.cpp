@@ -205,7 +205,7 @@ private:
     {
       replacements.push_back({{"deletedRegion", regionOf(file.positionOf(edit.range.begin),
                                                          file.positionOf(edit.range.end))},
-                              {"insertedContent", {{"text", edit.text}}}});
+                              {"insertedContent", {{"text", file.inFile(edit.text)}}}});
     }
     Json change{{"artifactLocation", artifact}, {"replacements", std::move(replacements)}};
     return {{"description", messageOf(mend.title)},

@@ -36,6 +36,15 @@ bool isUnread(const Finding& finding)
   return finding.rule->severity == vesk::check::Severity::Error;
 }
 
+/// The folder of a file, wherever links lead to on the way: a baseline holds however it is named.
+filesystem::path resolvedFolder(const std::string& path)
+{
+  const filesystem::path parent = filesystem::path(absolutePath(path)).parent_path();
+  std::error_code unknown;
+  const filesystem::path resolved = filesystem::canonical(parent, unknown);
+  return unknown ? parent : resolved;
+}
+
 /// Bytes that are no text in UTF-8 cannot be in a baseline; U+FFFD stands for them.
 std::string asText(const std::string& bytes) { return QString::fromStdString(bytes).toStdString(); }
 
@@ -58,17 +67,23 @@ std::size_t sum(const Map& counts)
 Baseline::Baseline(const std::string& fileToRead, const std::string& fileToWrite)
     : file(fileToRead.empty() ? fileToWrite : fileToRead), isWritten(!fileToWrite.empty())
 {
-  folder = filesystem::path(absolutePath(file)).parent_path().string();
+  folder = resolvedFolder(file);
   if (!fileToRead.empty())
   {
     read();
   }
 }
 
-std::string Baseline::nameOf(const std::string& manifest) const
+std::string Baseline::nameOf(const std::string& manifest)
 {
-  return asText(
-      filesystem::path(absolutePath(manifest)).lexically_relative(folder).generic_string());
+  const filesystem::path path(manifest);
+  if (isFirst || path.parent_path() != lastFolder)
+  {
+    isFirst = false;
+    lastFolder = path.parent_path();
+    lastResolved = resolvedFolder(manifest);
+  }
+  return asText((lastResolved / path.filename()).lexically_relative(folder).generic_string());
 }
 
 void Baseline::read()
@@ -199,8 +214,7 @@ std::size_t Baseline::countGone() const
     {
       gone += sum(checked->second);
     }
-    else if (name != standardInput &&
-             !filesystem::exists(filesystem::path(folder) / name, unknown) && !unknown)
+    else if (name != standardInput && !filesystem::exists(folder / name, unknown) && !unknown)
     {
       gone += sum(counts);
     }

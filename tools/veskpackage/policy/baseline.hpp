@@ -4,6 +4,7 @@
 
 #include <check/manifestcheck.hpp>
 
+#include <filesystem>
 #include <map>
 #include <ostream>
 #include <string>
@@ -43,13 +44,16 @@ private:
   void read();
   /// The same for the same findings, in whichever order they came.
   std::string text() const;
-  std::string nameOf(const std::string& manifest) const;
+  std::string nameOf(const std::string& manifest);
   std::size_t countGone() const;
 
   const std::string file; ///< empty without a baseline
   const bool isWritten;
   bool isSaved = false;
-  std::string folder;                 ///< absolute
+  std::filesystem::path folder;       ///< absolute, without links
+  bool isFirst = true;                ///< manifest that is named
+  std::filesystem::path lastFolder;   ///< of the one that was named before, as it was given
+  std::filesystem::path lastResolved; ///< the same as `folder` is
   std::map<std::string, Counts> all;  ///< by the name of the manifest
   std::map<std::string, Counts> left; ///< of what was read, in the manifests that were checked
   std::size_t countTaken = 0;

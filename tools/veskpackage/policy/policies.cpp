@@ -114,14 +114,15 @@ std::optional<Policies::Placed> Policies::policyIn(const std::string& absoluteFo
   }
   std::error_code unknown; // of a folder that cannot be looked into: nothing is found there
   const filesystem::file_status status = filesystem::status(file, unknown);
-  if (!filesystem::exists(status))
+  const bool isLink = filesystem::is_symlink(filesystem::symlink_status(file, unknown));
+  if (!filesystem::exists(status) && !isLink)
   {
     return std::nullopt;
   }
   const std::string name = pathBelow("", file);
   if (!filesystem::is_regular_file(status)) // reading a pipe might never end
   {
-    throw FileFault(name, "is no regular file");
+    throw FileFault(name, isLink ? "is a link to no regular file" : "is no regular file");
   }
   const Placed placed{absoluteFolder, std::make_shared<const Policy>(readPolicy(name))};
   files.emplace(file, placed);

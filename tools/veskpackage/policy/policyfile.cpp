@@ -174,8 +174,9 @@ Policy parsePolicy(const std::string& text, const std::string& file)
   const toml::parse_result parsed = toml::parse(text);
   if (!parsed)
   {
-    throw FileFault(file, placeOf(parsed.error().source()),
-                    std::string(parsed.error().description()));
+    std::string fault(parsed.error().description());
+    std::replace(fault.begin(), fault.end(), '\n', ' '); // which it may quote from the file
+    throw FileFault(file, placeOf(parsed.error().source()), fault);
   }
   return PolicyReader(file).read(parsed.table());
 }

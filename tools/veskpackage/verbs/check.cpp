@@ -80,7 +80,12 @@ std::string folderOf(const std::string& file, const CheckOptions& options)
 vesk::check::Options optionsFor(const std::string& file, const CheckOptions& options,
                                 const Policy& policy)
 {
+  // What a baseline passes must not depend on what comes before it.
+  constexpr std::size_t mostOfBaseline = 100000;
   vesk::check::Options asked{options.severities, folderOf(file, options)};
+  asked.mostOfARule = options.baseline.empty() && options.baselineToWrite.empty()
+                          ? asked.mostOfARule
+                          : mostOfBaseline;
   asked.severities.insert(policy.severities.begin(), policy.severities.end()); // the others only
   return asked;
 }
@@ -171,9 +176,8 @@ std::shared_ptr<CheckedFile> mendedAndChecked(const std::string& file,
                                               std::ostream& complaints)
 {
   std::shared_ptr<CheckedFile> result = checked(file, asked);
-  const bool canBeMended = std::any_of(result->findings.begin(), result->findings.end(),
-                                       [](const Finding& finding) { return finding.mend; });
-  if (canBeMended)
+  const bool isRead = codeOf(result->findings, false) != FileTrouble;
+  if (isRead && !result->findings.empty()) // a mend may be among those that are left out
   {
     std::size_t mends = 0;
     const ExitCode code = mendFile(file, asked, mends, complaints);
