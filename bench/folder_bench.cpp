@@ -42,12 +42,19 @@ void run(const std::string& folder, int manifests, int jobs)
 int main()
 {
   std::printf("%10s %6s %9s %10s %10s\n", "manifests", "jobs", "seconds", "cores", "peak MiB");
+  QFile original(EXAMPLE_MANIFEST);
+  original.open(QIODevice::ReadOnly);
+  const QByteArray example = original.readAll();
   for (const int manifests : {1000, 10000})
   {
     const QTemporaryDir folder;
     for (int i = 0; i < manifests; ++i)
     {
-      QFile::copy(EXAMPLE_MANIFEST, folder.filePath(QStringLiteral("%1.xml").arg(i)));
+      QByteArray manifest = example;
+      manifest.replace("uuid=\"", "uuid=\"" + QByteArray::number(i)); // no two have the same
+      QFile file(folder.filePath(QStringLiteral("%1.xml").arg(i)));
+      file.open(QIODevice::WriteOnly);
+      file.write(manifest);
     }
     for (const int jobs : {1, 2})
     {

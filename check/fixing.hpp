@@ -29,7 +29,8 @@ struct Fixed
 /// A manifest that is no strict XML, or that no reader takes, stays as it is. Nothing is thrown for a
 /// bad manifest; but where the encoding of a file does not give back its bytes (see source::apply()),
 /// std::runtime_error is. The manifest is checked and edited again as long as that brings more to
-/// light: a few times, or some twenty where a section comes a million times. May be called from any thread at any time.
+/// light, or some 100,000 faults of a rule are left: a few times for what people write, at the very most a
+/// thousand times. May be called from any thread at any time.
 VESKPACKAGE_CHECK_EXPORT Fixed fix(const std::string& bytes, const Options& options = {});
 
 /// Of the mends of some findings those that can be made at once: as many as possible from the first on,
