@@ -43,6 +43,8 @@ public:
   /// well-formed, the tree of what stands before the error.
   const vesk::source::Document& document() const;
   const vesk::source::Lines& lines() const;
+  /// How it is checked; without options it is not.
+  const std::optional<vesk::check::Options>& checkOptions() const { return itsOptions; }
   /// What is wrong with it, in document order; nothing where nothing is checked.
   const std::vector<vesk::check::Finding>& findings() const;
 
