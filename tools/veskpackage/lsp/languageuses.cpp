@@ -53,7 +53,7 @@ private:
           const std::string_view name = text.substr(written.begin, written.nameEnd - written.begin);
           if (name == attribute.name)
           {
-            take(*element, written.valueBegin, written.valueEnd, path.back().contentBegin);
+            take(*element, written.valueBegin, written.valueEnd, path.back());
           }
         }
       }
@@ -64,19 +64,23 @@ private:
   {
     const auto& path = elements.path();
     const format::Element* const element = path.back().format;
-    if (element != nullptr && element->type == format::Type::Language && path.size() > 1)
+    // A text that a comment cuts is none of its pieces.
+    const bool isWhole =
+        piece.begin == path.back().contentBegin && text.substr(piece.end, 2) != "<!";
+    if (element != nullptr && element->type == format::Type::Language && path.size() > 1 && isWhole)
     {
-      take(*element, piece.begin, piece.end, path[path.size() - 2].contentBegin);
+      take(*element, piece.begin, piece.end, path[path.size() - 2]);
     }
   }
 
   void take(const format::Element& element, std::size_t begin, std::size_t end,
-            std::size_t listBegin)
+            const OpenElements::Open& list)
   {
     std::tie(begin, end) = trimmed(text, begin, end);
     if (begin != end)
     {
-      uses.push_back({text.substr(begin, end - begin), &element, begin, listBegin});
+      uses.push_back(
+          {text.substr(begin, end - begin), &element, begin, list.name, list.contentBegin});
     }
   }
 

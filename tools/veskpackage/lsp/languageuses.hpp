@@ -17,7 +17,8 @@ struct LanguageUse
   std::string_view code;                ///< as it stands there, without blanks around it
   const vesk::format::Element* element; ///< that has it, in an attribute or as its text
   std::size_t begin;                    ///< of the code
-  std::size_t listBegin;                ///< where the content of the element around that one begins
+  std::string_view list;                ///< the name of the element around that one
+  std::size_t listBegin;                ///< where the content of that begins
 };
 
 /// All codes in a text that somebody is writing, in its order; none that is empty. Takes time in
