@@ -2,25 +2,22 @@
 #include "lsp/languagename.hpp"
 
 #include <QLocale>
+#include <QMap>
 #include <QStringList>
 
 namespace tool::lsp
 {
 namespace
 {
-/// The name with a blank before each capital, as the toolkit has it run together for scripts.
-QString inWords(const QString& name)
+/// What people call a script that tells forms of a language apart; empty for others.
+QString scriptNameOf(const QString& code)
 {
-  QString words;
-  for (const QChar c : name)
-  {
-    if (c.isUpper() && !words.isEmpty() && !words.endsWith(' '))
-    {
-      words += ' ';
-    }
-    words += c;
-  }
-  return words;
+  static const QMap<QString, QString> names{{QStringLiteral("Arab"), QStringLiteral("Arabic")},
+                                            {QStringLiteral("Cyrl"), QStringLiteral("Cyrillic")},
+                                            {QStringLiteral("Hans"), QStringLiteral("Simplified")},
+                                            {QStringLiteral("Hant"), QStringLiteral("Traditional")},
+                                            {QStringLiteral("Latn"), QStringLiteral("Latin")}};
+  return names.value(code);
 }
 } // namespace
 
@@ -31,11 +28,11 @@ std::string languageNameOf(std::string_view code)
   {
     return {};
   }
-  QStringList parts = QString::fromUtf8(code.data(), static_cast<int>(code.size()))
-                          .replace('-', '_')
-                          .section('.', 0, 0)
-                          .section('@', 0, 0)
-                          .split('_');
+  const QStringList parts = QString::fromUtf8(code.data(), static_cast<int>(code.size()))
+                                .replace('-', '_')
+                                .section('.', 0, 0)
+                                .section('@', 0, 0)
+                                .split('_');
   // For what it does not know the toolkit gives another locale, so what it gives is compared.
   const QLocale locale(parts.join('_'));
   const QLocale language(parts.front());
@@ -46,17 +43,14 @@ std::string languageNameOf(std::string_view code)
   }
   const QString name = QLocale::languageToString(language.language());
   QStringList further;
-  if (locale.language() == language.language())
+  if (parts.size() > 1 && !scriptNameOf(parts[1]).isEmpty())
   {
-    const QString script = locale.bcp47Name().section('-', 1, 1);
-    if (parts.size() > 1 && parts[1].size() == 4 && script == parts[1])
-    {
-      further << inWords(QLocale::scriptToString(locale.script()));
-    }
-    if (parts.size() > 1 && locale.name().section('_', -1) == parts.back().toUpper())
-    {
-      further << QLocale::countryToString(locale.country());
-    }
+    further << scriptNameOf(parts[1]);
+  }
+  if (parts.size() > 1 && locale.language() == language.language() &&
+      locale.name().section('_', -1) == parts.back().toUpper())
+  {
+    further << QLocale::countryToString(locale.country());
   }
   return (further.isEmpty() ? name : name + " (" + further.join(", ") + ")").toStdString();
 }
