@@ -4,9 +4,11 @@
 #include "lsp/protocol/errors.hpp"
 #include "lsp/protocol/fileuri.hpp"
 
+#include <format/format.hpp>
+#include <format/nearest.hpp>
+
 #include <algorithm>
 #include <filesystem>
-#include <limits>
 #include <utility>
 
 namespace tool::lsp
@@ -109,6 +111,14 @@ const std::vector<check::Finding>& Manuscript::findings() const
   return *itsFindings;
 }
 
+bool Manuscript::isManifest() const
+{
+  const source::Node* const root = document().root();
+  const std::string& name = vesk::format::package().name;
+  return root == nullptr || root->name() == name ||
+         !vesk::format::nearest(std::string(root->name()), {name}).empty();
+}
+
 std::size_t Manuscript::offsetOf(const Json& position) const
 {
   const std::size_t line = numberIn(position, "line");
@@ -161,6 +171,16 @@ Json Manuscript::rangeOf(std::size_t begin, std::size_t end) const
 
 Json Manuscript::rangeOf(const check::Finding& finding) const
 {
+  const check::Position& begin = finding.begin;
+  if (begin.offset == 0 && begin.line > 0)
+  {
+    // The place may be that of a reader, who counts lines and columns only.
+    const std::size_t line = lines().beginOf(begin.line);
+    const auto units = static_cast<std::size_t>(std::max(begin.utf16Column, 1)) - 1;
+    const std::size_t offset =
+        line + bytesBefore(lines().line(begin.line), units, PositionEncoding::Utf16);
+    return rangeOf(offset, std::max(offset, finding.end.offset));
+  }
   return rangeOf(finding.begin.offset, finding.end.offset);
 }
 
@@ -243,6 +263,11 @@ void Manuscript::checkWith(std::optional<check::Options> options)
 void Manuscript::setText(std::string text)
 {
   itsText = std::move(text);
+  forget();
+}
+
+void Manuscript::forget()
+{
   itsDocument.reset();
   itsLines.reset();
   itsFindings.reset();

@@ -48,6 +48,9 @@ public:
   /// What is wrong with it, in document order; nothing where nothing is checked.
   const std::vector<vesk::check::Finding>& findings() const;
 
+  /// Whether it may be a manifest: its root is called so, or nearly so, or is not there yet.
+  bool isManifest() const;
+
   /// The offset of a position of the protocol. One beyond the end of its line is that end, one beyond
   /// the last line the end of the text, and one within a character its beginning. Throws RequestError
   /// for what is no position.
@@ -75,6 +78,9 @@ public:
 
   /// How it is checked from now on; without options it is not checked.
   void checkWith(std::optional<vesk::check::Options> options);
+
+  /// Drops what was made of the text; it will be made again.
+  void forget();
 
 private:
   void setText(std::string text);

@@ -80,7 +80,7 @@ const LanguageUse* collision(const std::vector<LanguageUse>& uses, std::string_v
   return found == uses.end() ? nullptr : &*found;
 }
 
-[[noreturn]] void refuse(const std::string& why)
+[[noreturn]] void refuseRename(const std::string& why)
 {
   throw RequestError(ErrorCode::RequestFailed, why);
 }
@@ -101,24 +101,24 @@ Json renameAt(const Manuscript& manuscript, std::size_t offset, const std::strin
   const LanguageUse* const renamed = useAt(uses, offset);
   if (renamed == nullptr)
   {
-    refuse("there is no code of a language here");
+    refuseRename("there is no code of a language here");
   }
   if (const auto& error = manuscript.document().error())
   {
-    refuse("the manifest is not well-formed: " + error->message);
+    refuseRename("the manifest is not well-formed: " + error->message);
   }
   const std::string fault = faultOf(newName);
   if (!fault.empty())
   {
-    refuse(fault);
+    refuseRename(fault);
   }
   const LanguageUse* const standing =
       newName == renamed->code ? nullptr : collision(uses, renamed->code, newName);
   if (standing != nullptr)
   {
     const source::Place place = manuscript.lines().placeOf(standing->begin);
-    refuse('"' + std::string(standing->list) + "\" has \"" + newName + "\" already, in line " +
-           std::to_string(place.line));
+    refuseRename('"' + std::string(standing->list) + "\" has \"" + newName +
+                 "\" already, in line " + std::to_string(place.line));
   }
   std::vector<source::Edit> edits;
   for (const LanguageUse& use : uses)

@@ -207,26 +207,21 @@ Json symbolsOf(const Manuscript& manuscript)
   return flat;
 }
 
-Json symbolsIn(const std::vector<const Manuscript*>& manuscripts, const std::string& query)
+void addSymbolsOf(const Manuscript& manuscript, const std::string& query, Json& found)
 {
   constexpr std::size_t most = 1000;
   const std::string wanted = inLowerCase(query);
-  Json found = Json::array();
-  for (const Manuscript* const manuscript : manuscripts)
-  {
-    visitSymbols(hierarchyOf(*manuscript), "",
-                 [&](const Json& symbol, const std::string& container)
+  visitSymbols(hierarchyOf(manuscript), "",
+               [&](const Json& symbol, const std::string& container)
+               {
+                 const std::string words = symbol["name"].get<std::string>() + '\n' +
+                                           symbol.value("detail", std::string());
+                 if (found.size() < most && isListedInWorkspace(symbol) &&
+                     inLowerCase(words).find(wanted) != std::string::npos)
                  {
-                   const std::string words = symbol["name"].get<std::string>() + '\n' +
-                                             symbol.value("detail", std::string());
-                   if (found.size() < most && isListedInWorkspace(symbol) &&
-                       inLowerCase(words).find(wanted) != std::string::npos)
-                   {
-                     found.push_back(informationOf(symbol, container, manuscript->uri()));
-                   }
-                 });
-  }
-  return found;
+                   found.push_back(informationOf(symbol, container, manuscript.uri()));
+                 }
+               });
 }
 
 } // namespace tool::lsp

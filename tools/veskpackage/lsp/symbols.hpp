@@ -5,7 +5,6 @@
 #include "lsp/manuscript.hpp"
 
 #include <string>
-#include <vector>
 
 namespace tool::lsp
 {
@@ -14,9 +13,9 @@ namespace tool::lsp
 /// knows no hierarchy.
 Json symbolsOf(const Manuscript& manuscript);
 
-/// Of the packages and what they contain and provide those whose name, uuid or text has \p query in
-/// it, in letters of either case, as the protocol's SymbolInformation; no more than a thousand.
-Json symbolsIn(const std::vector<const Manuscript*>& manuscripts, const std::string& query);
+/// Adds to an array of the protocol's SymbolInformation, of no more than a thousand, the package and what
+/// it contains and provides, if \p query is in name or uuid, in letters of either case.
+void addSymbolsOf(const Manuscript& manuscript, const std::string& query, Json& found);
 
 } // namespace tool::lsp
 
