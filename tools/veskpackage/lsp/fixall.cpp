@@ -2,9 +2,9 @@
 #include "lsp/fixall.hpp"
 
 #include <check/fixing.hpp>
+#include <edit/commonsubsequence.hpp>
+#include <source/lines.hpp>
 
-#include <algorithm>
-#include <optional>
 #include <string>
 #include <utility>
 
@@ -28,51 +28,54 @@ std::vector<source::Edit> mendsOf(const std::vector<check::Finding>& findings)
   return edits;
 }
 
-/// What differs, as one edit; none where that would change ends of lines, as in a text that has several
-/// kinds of them.
-std::optional<source::Edit> difference(const source::Document& before, const std::string& after)
+std::vector<std::string> linesOf(const source::Lines& text)
 {
-  const std::string_view text = before.text();
-  const auto isWithin = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; };
-  const std::size_t shorter = std::min(text.size(), after.size());
-  std::size_t begin = static_cast<std::size_t>(
-      std::mismatch(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(shorter),
-                    after.begin())
-          .first -
-      text.begin());
-  // No character and no line end is cut.
-  while (begin > 0 && (begin == text.size() || isWithin(text[begin]) || text[begin] == '\n'))
+  std::vector<std::string> lines;
+  for (int number = 1; number <= text.count(); ++number)
   {
-    --begin;
+    lines.emplace_back(text.line(number));
   }
-  std::size_t behind = 0;
-  while (behind < shorter - begin &&
-         text[text.size() - behind - 1] == after[after.size() - behind - 1])
+  return lines;
+}
+
+/// The edits that make one text of another, line by line. Lines that stay keep their ends.
+std::vector<source::Edit> differences(const source::Lines& before, const source::Lines& after)
+{
+  const std::vector<std::string> left = linesOf(before);
+  const std::vector<std::string> right = linesOf(after);
+  const auto endOf = [&](std::size_t count) // of so many lines
   {
-    ++behind;
-  }
-  while (behind > 0 && (isWithin(text[text.size() - behind]) || text[text.size() - behind] == '\n'))
+    return static_cast<std::uint32_t>(count == 0 ? before.beginOf(1)
+                                                 : before.beginOf(static_cast<int>(count)) +
+                                                       left[count - 1].size());
+  };
+  std::vector<source::Edit> edits;
+  vesk::edit::IndexPairs equal = vesk::edit::commonSubsequence(left, right);
+  equal.emplace_back(left.size(), right.size());
+  std::size_t leftBegin = 0;
+  std::size_t rightBegin = 0;
+  for (const auto& [leftEnd, rightEnd] : equal)
   {
-    --behind;
-  }
-  const std::string written = after.substr(begin, after.size() - behind - begin);
-  std::string lines;
-  for (std::size_t i = 0; i < written.size(); ++i)
-  {
-    const bool isCrLf =
-        before.lineEnd() == source::LineEnd::CrLf && written.compare(i, 2, "\r\n") == 0;
-    const bool isCr = before.lineEnd() == source::LineEnd::Cr && written[i] == '\r';
-    if ((written[i] == '\r' && !isCrLf && !isCr) ||
-        (written[i] == '\n' && before.lineEnd() != source::LineEnd::Lf))
+    if (leftBegin < leftEnd || rightBegin < rightEnd)
     {
-      return std::nullopt;
+      // Where there is a line before, with the end of that, else with that of the last one.
+      const bool isFirst = leftBegin == 0;
+      const bool isWithEnd = isFirst && leftEnd < left.size();
+      std::string lines;
+      for (std::size_t i = rightBegin; i < rightEnd; ++i)
+      {
+        lines.append(isFirst && i == 0 ? "" : "\n").append(right[i]);
+      }
+      lines += isWithEnd && rightBegin < rightEnd ? "\n" : "";
+      const std::uint32_t end =
+          isWithEnd ? static_cast<std::uint32_t>(before.beginOf(static_cast<int>(leftEnd) + 1))
+                    : endOf(leftEnd);
+      edits.push_back({{endOf(leftBegin), end}, std::move(lines)});
     }
-    lines += isCrLf || isCr ? '\n' : written[i];
-    i += isCrLf ? 1 : 0;
+    leftBegin = leftEnd + 1;
+    rightBegin = rightEnd + 1;
   }
-  return source::Edit{
-      {static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(text.size() - behind)},
-      std::move(lines)};
+  return edits;
 }
 } // namespace
 
@@ -91,8 +94,7 @@ std::vector<source::Edit> fixAll(const Manuscript& manuscript)
   {
     return first;
   }
-  const std::optional<source::Edit> whole = difference(manuscript.document(), text);
-  return whole ? std::vector{*whole} : first;
+  return differences(manuscript.lines(), source::Lines(text));
 }
 
 } // namespace tool::lsp

@@ -168,9 +168,11 @@ void visitSymbols(const Json& symbols, const std::string& container, const Visit
   }
 }
 
+/// With the detail in the name: editors search in that.
 Json informationOf(const Json& symbol, const std::string& container, const std::string& uri)
 {
-  return {{"name", symbol["name"]},
+  const std::string detail = symbol.value("detail", std::string());
+  return {{"name", symbol["name"].get<std::string>() + (detail.empty() ? "" : ": " + detail)},
           {"kind", symbol["kind"]},
           {"containerName", container},
           {"location", {{"uri", uri}, {"range", symbol["selectionRange"]}}}};
@@ -214,12 +216,11 @@ void addSymbolsOf(const Manuscript& manuscript, const std::string& query, Json& 
   visitSymbols(hierarchyOf(manuscript), "",
                [&](const Json& symbol, const std::string& container)
                {
-                 const std::string words = symbol["name"].get<std::string>() + '\n' +
-                                           symbol.value("detail", std::string());
+                 Json information = informationOf(symbol, container, manuscript.uri());
                  if (found.size() < most && isListedInWorkspace(symbol) &&
-                     inLowerCase(words).find(wanted) != std::string::npos)
+                     inLowerCase(information["name"]).find(wanted) != std::string::npos)
                  {
-                   found.push_back(informationOf(symbol, container, manuscript.uri()));
+                   found.push_back(std::move(information));
                  }
                });
 }
