@@ -106,7 +106,7 @@ const std::vector<check::Finding>& Manuscript::findings() const
   if (!itsFindings)
   {
     itsFindings =
-        itsOptions ? check::checkText(itsText, *itsOptions) : std::vector<check::Finding>();
+        itsOptions ? check::checkDraft(itsText, *itsOptions) : std::vector<check::Finding>();
   }
   return *itsFindings;
 }
