@@ -50,9 +50,10 @@ std::size_t bytesBefore(std::string_view line, std::size_t units, PositionEncodi
 std::size_t numberIn(const Json& position, const char* name)
 {
   const auto number = position.find(name);
-  if (number == position.end() || !number->is_number_unsigned())
+  if (number == position.end() || !number->is_number_integer() || *number < 0)
   {
-    throw RequestError(ErrorCode::InvalidParams, "a position without " + std::string(name));
+    throw RequestError(ErrorCode::InvalidParams,
+                       "a position needs the number " + std::string(name));
   }
   return number->get<std::size_t>();
 }
