@@ -59,7 +59,8 @@ Json diagnosticOf(const Manuscript& manuscript, const Finding& finding, const st
 Json diagnosticsOf(const Manuscript& manuscript, const std::string& rulesUri)
 {
   Json diagnostics = Json::array();
-  if (manuscript.isManifest())
+  const bool isBlank = manuscript.text().find_first_not_of(" \t\r\n") == std::string::npos;
+  if (!isBlank && manuscript.isManifest())
   {
     for (const Finding& finding : manuscript.findings())
     {

@@ -15,7 +15,8 @@ namespace tool::lsp
 Json diagnosticOf(const Manuscript& manuscript, const vesk::check::Finding& finding,
                   const std::string& rulesUri);
 
-/// Those of all findings; none where it is no manifest.
+/// Those of all findings; none where it is no manifest, or nothing is
+/// written yet.
 Json diagnosticsOf(const Manuscript& manuscript, const std::string& rulesUri);
 
 } // namespace tool::lsp

@@ -50,9 +50,10 @@ std::size_t bytesBefore(std::string_view line, std::size_t units, PositionEncodi
 std::size_t numberIn(const Json& position, const char* name)
 {
   const auto number = position.find(name);
-  if (number == position.end() || !number->is_number_unsigned())
+  if (number == position.end() || !number->is_number_integer() || *number < 0)
   {
-    throw RequestError(ErrorCode::InvalidParams, "a position without " + std::string(name));
+    throw RequestError(ErrorCode::InvalidParams,
+                       "a position needs the number " + std::string(name));
   }
   return number->get<std::size_t>();
 }
@@ -106,7 +107,7 @@ const std::vector<check::Finding>& Manuscript::findings() const
   if (!itsFindings)
   {
     itsFindings =
-        itsOptions ? check::checkText(itsText, *itsOptions) : std::vector<check::Finding>();
+        itsOptions ? check::checkDraft(itsText, *itsOptions) : std::vector<check::Finding>();
   }
   return *itsFindings;
 }
