@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <lsp/completion.hpp>
 #include <lsp/diagnostics.hpp>
 #include <lsp/manifestserver.hpp>
 #include <lsp/manuscripts.hpp>
@@ -31,9 +32,36 @@ public:
   void put(const std::string& line)
   {
     std::string text = replaced(line, "$FOLDER", fileUriOf(folder.path("")));
-    if (text.compare(0, 5, "open ") == 0)
+    const std::string verb = text.substr(0, text.find(' '));
+    const std::string rest = text.substr(std::min(verb.size() + 1, text.size()));
+    if (verb == "begin")
     {
-      const std::string path = folder.path(text.substr(5));
+      isBrief = true;
+      text = R"({"id":0,"method":"initialize","params":{"capabilities":)" + rest + "}}";
+    }
+    else if (verb == "on")
+    {
+      std::string manifest = replaced(replaced(rest, "\\n", "\n"), "\\r", "\r");
+      const std::size_t cursor = manifest.find('|');
+      manifest.erase(cursor, 1);
+      const Json opened = {
+          {"uri", fileUriOf(folder.path("on.xml"))}, {"version", 1}, {"text", manifest}};
+      const Client client;
+      const Manuscript manuscript(client, opened["uri"], 1, manifest);
+      place = {{"textDocument", opened}, {"position", manuscript.positionOf(cursor)}};
+      place["range"] = manuscript.rangeOf(cursor, cursor);
+      text = textOf(Json{{"method", "textDocument/didOpen"}, {"params", place}});
+    }
+    else if (verb == "ask")
+    {
+      const std::size_t end = std::min(rest.find(' '), rest.size());
+      Json params = place;
+      params.update(end < rest.size() ? Json::parse(rest.substr(end)) : Json::object());
+      text = textOf(Json{{"id", 1}, {"method", rest.substr(0, end)}, {"params", params}});
+    }
+    else if (verb == "open")
+    {
+      const std::string path = folder.path(rest);
       const Json opened = {{"uri", fileUriOf(path)}, {"version", 1}, {"text", contentOf(path)}};
       text =
           textOf(Json{{"method", "textDocument/didOpen"}, {"params", {{"textDocument", opened}}}});
@@ -77,8 +105,24 @@ private:
   void show(Json message)
   {
     message.erase("jsonrpc");
-    sent += textOf(message) + '\n';
+    if (!isBrief)
+    {
+      sent += textOf(message) + '\n';
+    }
+    else if (message.contains("id") && message["id"] != 0)
+    {
+      const Json result = message.value("result", message.value("error", Json()));
+      const Json values =
+          result.is_object() ? result.value("items", Json::array({result})) : result;
+      for (const Json& value : values.is_array() ? values : Json::array({values}))
+      {
+        sent += textOf(value) + '\n';
+      }
+    }
   }
+
+  bool isBrief = false;
+  Json place; ///< of an "on", with the members of the protocol's parameters
 
   const TemporaryFolder folder;
   std::string sent;
@@ -121,7 +165,8 @@ TEST_P(LanguageServer, Answers)
     else if (mark == "> ")
     {
       conversation.put(line.substr(2));
-      seen += lines.peek() == '>' ? "" : conversation.answers();
+      const bool isAnswered = lines.peek() != '>' || line.compare(2, 4, "ask ") == 0;
+      seen += isAnswered ? conversation.answers() : "";
     }
   }
   EXPECT_EQ(seen, expected);
@@ -248,4 +293,48 @@ TEST(Manuscript, IsAsItsEditorHasIt)
       ASSERT_EQ(diagnosticsOf(open, ""), diagnosticsOf(same, "")) << model.inUtf8();
     }
   }
+}
+
+// In texts that end anywhere, and in whole ones, where what is put in leaves nothing that no reader knows.
+TEST(Completion, GivesWhatThePlaceCanHold)
+{
+  const Client client;
+  const auto misfits = [](const Manuscript& manuscript)
+  {
+    const std::string tags = "not-well-formed unknown-element misplaced-element unknown-attribute "
+                             "skipped-text empty-entry repeated-section repeated-element "
+                             "needless-repeat repeated-permission";
+    return std::count_if(manuscript.findings().begin(), manuscript.findings().end(),
+                         [&tags](const vesk::check::Finding& finding)
+                         { return tags.find(finding.rule->tag) != std::string::npos; });
+  };
+  std::size_t given = 0;
+  for (const char* const folder : {EXAMPLE_MANIFESTS, GOLDEN_FILES "/check"})
+  {
+    for (const QFileInfo& file : QDir(folder).entryInfoList({"*.xml"}))
+    {
+      const std::string text = contentOf(file.filePath().toStdString());
+      const Manuscript whole(client, "untitled:", 1, text);
+      const bool isSound = text.size() < 3000 && misfits(whole) == 0;
+      for (std::size_t offset = 0; offset <= std::min<std::size_t>(text.size(), 3000); ++offset)
+      {
+        const Manuscript cut(client, "untitled:", 1, text.substr(0, offset));
+        given += completionAt(cut, offset)["items"].size();
+        const bool isAmongBlanks = text.substr(offset == 0 ? 0 : offset - 1, 2) == "  ";
+        for (const Json& item :
+             isSound && !isAmongBlanks ? completionAt(whole, offset)["items"] : Json::array())
+        {
+          const Json& edit = item["textEdit"];
+          if (edit["range"]["start"] == edit["range"]["end"])
+          {
+            std::string added = text;
+            added.insert(offset, edit["newText"].get<std::string>());
+            const Manuscript with(client, "untitled:", 1, added);
+            ASSERT_EQ(misfits(with), 0) << file.fileName().toStdString() << ' ' << offset << item;
+          }
+        }
+      }
+    }
+  }
+  EXPECT_GT(given, 1000U);
 }

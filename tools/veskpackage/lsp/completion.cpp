@@ -153,7 +153,8 @@ private:
       visitChildren(text, parent, isRoot ? 0 : cursor.around.back().contentBegin,
                     [&](const format::Element* child, const Markup& tag)
                     {
-                      const bool isOther = tag.begin != cursor.tag.begin;
+                      const bool isOther =
+                          cursor.where == Cursor::Where::Content || tag.begin != cursor.tag.begin;
                       hasRoot = hasRoot || isOther;
                       if (isOther && child != nullptr)
                       {
@@ -271,8 +272,12 @@ private:
     {
       for (const std::string& code : possibleLanguages(element, listBegin, begin))
       {
-        add(ItemKind::Value, code, begin, end, before + code + after)["detail"] =
-            languageNameOf(code);
+        Json& item = add(ItemKind::Value, code, begin, end, before + code + after);
+        const std::string name = languageNameOf(code);
+        if (!name.empty())
+        {
+          item["detail"] = name;
+        }
       }
     }
     if (entry.type == format::Type::Path || entry.type == format::Type::PathStem)

@@ -96,10 +96,13 @@ bool OpenElements::pass(const Markup& piece)
 {
   if (piece.kind == Markup::Kind::EndTag)
   {
-    const auto innermost = std::find_if(open.rbegin(), open.rend(),
+    // No deeper than the format nests, so that what closes nothing does not take long.
+    constexpr std::size_t most = 16;
+    const auto last = open.rbegin() + static_cast<std::ptrdiff_t>(std::min(most, open.size()));
+    const auto innermost = std::find_if(open.rbegin(), last,
                                         [name = nameIn(text, piece)](const Open& element)
                                         { return element.name == name; });
-    if (innermost == open.rend())
+    if (innermost == last)
     {
       return false;
     }

@@ -88,7 +88,7 @@ std::vector<source::Edit> fixAll(const Manuscript& manuscript)
   for (; !edits.empty() && rounds < mostRounds; ++rounds)
   {
     text = source::apply(source::Document::parseText(std::move(text)), std::move(edits));
-    edits = mendsOf(check::checkText(text, *manuscript.checkOptions()));
+    edits = mendsOf(check::checkDraft(text, *manuscript.checkOptions()));
   }
   if (rounds <= 1)
   {

@@ -3,6 +3,8 @@
 
 #include "lsp/elements.hpp"
 
+#include <QString>
+
 #include <algorithm>
 #include <string_view>
 
@@ -28,34 +30,40 @@ enum class SymbolKind
   Array = 18
 };
 
+bool hasName(const format::Element& element)
+{
+  return std::any_of(element.attributes.begin(), element.attributes.end(),
+                     [](const format::Attribute& attribute) { return attribute.isRequired; });
+}
+
 SymbolKind kindOf(const format::Element& element)
 {
-  const bool hasChildren = !element.children.empty();
-  return &element == &format::package()                                  ? SymbolKind::Package
-         : element.holds == format::Holds::Text                          ? SymbolKind::String
-         : element.holds == format::Holds::Presence                      ? SymbolKind::Boolean
-         : element.holds == format::Holds::Entries                       ? SymbolKind::Array
-         : element.isRepeatable && hasChildren                           ? SymbolKind::Class
-         : hasChildren                                                   ? SymbolKind::Namespace
-         : element.attributes.empty()                                    ? SymbolKind::Boolean
-         : format::attributeFor(element, format::Role::Value) != nullptr ? SymbolKind::File
-         : element.isRepeatable                                          ? SymbolKind::Module
-                                                                         : SymbolKind::Property;
+  const bool isText = element.holds == format::Holds::Text ||
+                      format::attributeFor(element, format::Role::Key) != nullptr;
+  const bool isFile = format::attributeFor(element, format::Role::Value) != nullptr;
+  return &element == &format::package()            ? SymbolKind::Package
+         : isText                                  ? SymbolKind::String
+         : isFile                                  ? SymbolKind::File
+         : element.holds == format::Holds::Entries ? SymbolKind::Array
+         : !element.children.empty()  ? hasName(element) ? SymbolKind::Class : SymbolKind::Namespace
+         : hasName(element)           ? SymbolKind::Module
+         : element.attributes.empty() ? SymbolKind::Boolean
+                                      : SymbolKind::Property;
 }
 
 /// On one line and not too long for an outline.
 std::string shortened(std::string_view text)
 {
-  constexpr std::size_t longest = 80;
-  std::string line(text.substr(0, longest));
-  while (line.size() < text.size() && !line.empty() &&
-         (static_cast<unsigned char>(text[line.size()]) & 0xC0U) == 0x80U)
+  constexpr int longest = 80;
+  constexpr std::size_t mostBytes = 1000;
+  const std::string_view start = text.substr(0, mostBytes);
+  QString line = QString::fromUtf8(start.data(), static_cast<int>(start.size())).simplified();
+  if (line.size() > longest)
   {
-    line.pop_back();
+    line.truncate(line.at(longest - 1).isHighSurrogate() ? longest - 1 : longest);
+    line += QChar(0x2026);
   }
-  std::replace_if(
-      line.begin(), line.end(), [](char c) { return c >= 0 && c < ' '; }, ' ');
-  return line.size() < text.size() ? line + "\u2026" : line;
+  return line.toStdString();
 }
 
 /// By which people tell an element from others of its name: its first attribute that is needed.
@@ -116,13 +124,13 @@ Json symbolOf(const Manuscript& manuscript, const source::Node& element,
   std::string name = shortened(naming != nullptr ? std::string(naming->value())
                                : isNamedByText   ? textOf(element)
                                                  : std::string());
-  name = name.find_first_not_of(' ') == std::string::npos ? std::string(element.name()) : name;
+  name = name.empty() ? std::string(element.name()) : name;
   const std::uint32_t nameBegin = element.range().begin + 1;
   const source::Range selection =
       naming != nullptr
           ? naming->valueRange()
           : source::Range{nameBegin, nameBegin + static_cast<std::uint32_t>(element.name().size())};
-  Json symbol = {{"name", std::move(name)},
+  Json symbol = {{"name", name},
                  {"kind", static_cast<int>(kindOf(known))},
                  {"range", manuscript.rangeOf(element.range())},
                  {"selectionRange", manuscript.rangeOf(selection)}};
