@@ -35,7 +35,7 @@ public:
   void report(RuleId id, const Subject& subject, const QString& message,
               std::optional<Mend> mend = std::nullopt)
   {
-    if (!mayComeYet(id, subject) && counts(id))
+    if (counts(id, subject))
     {
       add(id, subject, message, std::move(mend));
     }
@@ -58,7 +58,10 @@ private:
 
   /// The two parts of a report, for a message or a mend that takes time to make.
   /// \{
-  bool counts(RuleId id) { return found.count(id); }
+  bool counts(RuleId id, const Subject& subject)
+  {
+    return !mayComeYet(id, subject) && found.count(id);
+  }
   void add(RuleId id, const Subject& subject, const QString& message,
            std::optional<Mend> mend = std::nullopt);
   /// \}
