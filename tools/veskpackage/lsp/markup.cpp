@@ -28,7 +28,7 @@ std::size_t endOfValue(std::string_view text, std::size_t begin, char quote)
 {
   const char ends[]{quote, '<'};
   const std::size_t end = findFrom(text, {ends, 2}, begin);
-  return end < text.size() && text[end] == quote ? end : std::min(findFrom(text, ">", begin), end);
+  return end < text.size() && text[end] == quote ? end : findFrom(text.substr(0, end), ">", begin);
 }
 } // namespace
 
