@@ -44,7 +44,8 @@ Manuscript& Manuscripts::open(const Json& textDocument)
 Manuscript* Manuscripts::change(const Json& params)
 {
   const Json& document = params.at("textDocument");
-  Manuscript* const changed = find(document.at("uri").get<std::string>());
+  const auto uri = document.at("uri").get<std::string>();
+  Manuscript* const changed = find(uri);
   if (changed == nullptr)
   {
     return nullptr;
@@ -52,14 +53,12 @@ Manuscript* Manuscripts::change(const Json& params)
   try
   {
     changed->change(document.at("version").get<int>(), params.at("contentChanges"),
-                    std::min(mostBytes, mostBytesOfAll - bytesBesides(changed->uri())));
+                    std::min(mostBytes, mostBytesOfAll - bytesBesides(uri)));
   }
-  catch (const RequestError& refusal)
+  catch (const std::exception& fault)
   {
-    const std::string message =
-        changed->uri() + ": " + refusal.what() + "; it is not looked at until it is opened again";
-    close(changed->uri());
-    throw RequestError(refusal.code, message);
+    close(uri);
+    refuse(uri + ": " + fault.what() + "; it is not looked at until it is opened again");
   }
   return changed;
 }

@@ -21,8 +21,8 @@ public:
   /// Takes a TextDocumentItem, also in place of an open one. Throws RequestError when that would be
   /// too many or too much; then it is not open.
   Manuscript& open(const Json& textDocument);
-  /// Makes the changes of a `textDocument/didChange`; null when it is not open. Throws as open(), and as
-  /// Manuscript::change(); it is closed then, since nobody knows its text any longer.
+  /// Makes the changes of a `textDocument/didChange`; null when it is not open. Throws RequestError when
+  /// they cannot be made; it is closed then, since nobody knows its text any longer.
   Manuscript* change(const Json& params);
   void close(const std::string& uri);
   /// Null when it is not open.

@@ -3,6 +3,7 @@
 
 #include "lsp/protocol/messagereader.hpp"
 
+#include <exception>
 #include <thread>
 #include <utility>
 
@@ -38,6 +39,19 @@ void receive(std::istream& in, Inbox& inbox)
   }
   inbox.close();
 }
+
+bool isMoreAfter(const std::function<bool()>& work, Session& session)
+{
+  try
+  {
+    return work();
+  }
+  catch (const std::exception& fault) // memory ran out, say; the rest of the work may be done
+  {
+    session.log(MessageType::Error, fault.what());
+    return true;
+  }
+}
 } // namespace
 
 void serve(std::istream& in, Session& session, const std::function<bool()>& work)
@@ -46,7 +60,7 @@ void serve(std::istream& in, Session& session, const std::function<bool()>& work
   std::thread reader([&in, &inbox] { receive(in, inbox); });
   while (!session.isOver())
   {
-    if (inbox.isEmpty() && work())
+    if (inbox.isEmpty() && isMoreAfter(work, session))
     {
       continue;
     }
