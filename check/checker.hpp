@@ -23,9 +23,10 @@ class Checker
 {
 public:
   /// \p first is the first node of the document, that of its declaration or the like. \p edited is its
-  /// text; null where that is not known, or cannot be edited.
+  /// text; null where that is not known, or cannot be edited. \p draft is a text that the nodes stand in
+  /// and that ends within elements; null where it is whole.
   Checker(const Node& first, const source::Document* edited, const Options& options,
-          Report& findings);
+          Report& findings, const source::Document* draft = nullptr);
 
   /// \p documentType is null when there is none.
   void check(const Node& documentType);
@@ -34,7 +35,7 @@ public:
   void report(RuleId id, const Subject& subject, const QString& message,
               std::optional<Mend> mend = std::nullopt)
   {
-    if (counts(id))
+    if (counts(id, subject))
     {
       add(id, subject, message, std::move(mend));
     }
@@ -50,9 +51,17 @@ public:
   const Mending& mends() const { return mending; }
 
 private:
+  /// Whether the finding may be gone when the rest of a draft has been written.
+  bool mayComeYet(RuleId id, const Subject& subject) const;
+  /// Whether an element of a draft has no end tag yet.
+  bool isOpen(const Node& element) const;
+
   /// The two parts of a report, for a message or a mend that takes time to make.
   /// \{
-  bool counts(RuleId id) { return found.count(id); }
+  bool counts(RuleId id, const Subject& subject)
+  {
+    return !mayComeYet(id, subject) && found.count(id);
+  }
   void add(RuleId id, const Subject& subject, const QString& message,
            std::optional<Mend> mend = std::nullopt);
   /// \}
@@ -130,7 +139,8 @@ private:
   const Mending mending;
   PackageFiles files;
   Report& found;
-  std::vector<QString> steps; ///< from the root to where the walk is
+  const source::Document* const unfinished; ///< null for a whole text
+  std::vector<QString> steps;               ///< from the root to where the walk is
   PackageLanguages packageLanguages;
   LanguageCodes codes;
   /// The lists in the element that is being checked. One list can be spread over several elements.

@@ -46,8 +46,9 @@ std::vector<Finding> checkTree(const QDomDocument& document, const StrictText& t
   return report.take(text.document.text());
 }
 
-/// The one finding of a manifest that no reader takes. \p text is null where it is not known.
-std::vector<Finding> refusal(const LoadError& error, const StrictText* text, Report& report)
+/// The finding of a manifest that no reader takes. \p text is null where it is not known.
+void addRefusal(const LoadError& error, const StrictText* text, bool saysWhereReadersStop,
+                Report& report)
 {
   const RuleId id = error.line == 0        ? RuleId::Unreadable
                     : error.isBeyondLimits ? RuleId::BeyondLimits
@@ -59,16 +60,24 @@ std::vector<Finding> refusal(const LoadError& error, const StrictText* text, Rep
     if (text != nullptr && text->error)
     {
       spot.range = text->error->range;
-      message = id == RuleId::BeyondLimits
-                    ? message
-                    : QStringLiteral("%1 (the readers stop in line %2, column %3: %4)")
-                          .arg(toQString(text->error->message))
+      const QString strict = toQString(text->error->message);
+      message = id == RuleId::BeyondLimits ? message
+                : saysWhereReadersStop
+                    ? QStringLiteral("%1 (the readers stop in line %2, column %3: %4)")
+                          .arg(strict)
                           .arg(error.line)
                           .arg(error.column)
-                          .arg(message);
+                          .arg(message)
+                    : strict;
     }
     report.add(id, message, spot);
   }
+}
+
+/// The same where that is the only one.
+std::vector<Finding> refusal(const LoadError& error, const StrictText* text, Report& report)
+{
+  addRefusal(error, text, true, report);
   return report.take(text != nullptr ? text->document.text() : std::string_view());
 }
 
@@ -150,6 +159,26 @@ std::vector<Finding> checkText(const std::string& text, const Options& options)
   const std::optional<ManifestTree> manifest = parseManifest(text, error);
   return checkParsed(manifest, error, options, report,
                      [&text] { return std::optional(strictTextOfText(text)); });
+}
+
+std::vector<Finding> checkDraft(const std::string& text, const Options& options)
+{
+  Report report(options);
+  LoadError error;
+  const std::optional<ManifestTree> manifest = parseManifest(text, error);
+  if (manifest)
+  {
+    return checkParsed(manifest, error, options, report,
+                       [&text] { return std::optional(strictTextOfText(text)); });
+  }
+  const StrictText strict = strictTextOfText(text);
+  addRefusal(error, &strict, false, report);
+  if (strict.document.root() != nullptr)
+  {
+    Checker(Node(&*strict.document.nodes().begin()), nullptr, options, report, &strict.document)
+        .check(Node(nullptr));
+  }
+  return report.take(strict.document.text());
 }
 
 std::vector<Finding> checkDocument(const QDomDocument& document, const Options& options)

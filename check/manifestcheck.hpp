@@ -119,6 +119,11 @@ VESKPACKAGE_CHECK_EXPORT Checked checkBytes(const std::string& bytes, const Opti
 /// Checks a manifest's text, up to the first NUL byte.
 VESKPACKAGE_CHECK_EXPORT std::vector<Finding> checkText(const std::string& text,
                                                         const Options& options = {});
+/// Checks a text that somebody is writing: as checkText(), but where no reader takes the manifest, what
+/// is wrong before the place at which it stops to be XML is found as well, without a mend. What may be
+/// missing in elements that are open there is no finding, since it may come yet.
+VESKPACKAGE_CHECK_EXPORT std::vector<Finding> checkDraft(const std::string& text,
+                                                         const Options& options = {});
 /// Checks a parsed document. It must not be nested deeper than the stack allows, some ten thousand
 /// levels within a text; the functions above refuse documents that are.
 VESKPACKAGE_CHECK_EXPORT std::vector<Finding> checkDocument(const QDomDocument& document,

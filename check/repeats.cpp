@@ -14,7 +14,7 @@ void Checker::checkRepeated(const Node& child, const CheckedElement& known, Sibl
     {
       permissions.insert(known.name);
     }
-    else if (counts(RuleId::RepeatedPermission))
+    else if (counts(RuleId::RepeatedPermission, nameOf(child)))
     {
       add(RuleId::RepeatedPermission, nameOf(child),
           QStringLiteral("the permission %1 is there already; remove this one")
@@ -46,7 +46,7 @@ void Checker::reportRepeated(const Node& child, const CheckedElement& known,
            QStringLiteral("a further %1 replaces the one before; keep one of them").arg(name));
     break;
   case format::Several::CountForOneReader:
-    if (counts(RuleId::RepeatedSection))
+    if (counts(RuleId::RepeatedSection, nameOf(child)))
     {
       add(RuleId::RepeatedSection, nameOf(child),
           QStringLiteral("one reader adds a further %1 to the one before, the other reads only "
@@ -58,7 +58,7 @@ void Checker::reportRepeated(const Node& child, const CheckedElement& known,
   case format::Several::Count:
   case format::Several::CountOnce:
   case format::Several::LastOfKeyCounts:
-    if (counts(RuleId::NeedlessRepeat))
+    if (counts(RuleId::NeedlessRepeat, nameOf(child)))
     {
       add(RuleId::NeedlessRepeat, nameOf(child),
           isPresence ? QStringLiteral("%1 is there already; remove this one").arg(name)

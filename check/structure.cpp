@@ -64,9 +64,9 @@ QString lossIn(const QString& value)
 } // namespace
 
 Checker::Checker(const Node& firstOfDocument, const source::Document* edited,
-                 const Options& options, Report& findings)
+                 const Options& options, Report& findings, const source::Document* draft)
     : first(firstOfDocument), mending(edited), files(QString::fromStdString(options.packageFolder)),
-      found(findings), packageLanguages(rootBehind(firstOfDocument))
+      found(findings), unfinished(draft), packageLanguages(rootBehind(firstOfDocument))
 {}
 
 void Checker::check(const Node& documentType)
@@ -97,6 +97,38 @@ void Checker::check(const Node& documentType)
       reportNotKept(node);
     }
   }
+}
+
+bool Checker::mayComeYet(RuleId id, const Subject& subject) const
+{
+  if (unfinished == nullptr)
+  {
+    return false;
+  }
+  switch (id)
+  {
+  case RuleId::UnlistedLanguage:
+  case RuleId::UnnamedLanguage:
+    return isOpen(rootBehind(first));
+  case RuleId::MissingElement:
+  case RuleId::EmptyText:
+  case RuleId::DialogWithoutTopics:
+    return isOpen(subject.node);
+  default:
+    return subject.part == Subject::Part::Text && isOpen(subject.node);
+  }
+}
+
+bool Checker::isOpen(const Node& element) const
+{
+  constexpr std::string_view endOfEmpty = "/>";
+  const source::Node* const inText = element.inText();
+  if (inText == nullptr || !inText->isElement() || inText->endTag().size() != 0)
+  {
+    return false;
+  }
+  const std::string_view tag = unfinished->text(inText->startTag());
+  return tag.substr(tag.size() - endOfEmpty.size()) != endOfEmpty;
 }
 
 void Checker::add(RuleId id, const Subject& subject, const QString& message,

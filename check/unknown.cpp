@@ -95,7 +95,7 @@ void Checker::checkUnknownAttributes(const Node& element, const CheckedElement& 
 void Checker::reportUnknownAttribute(const Node& element, const CheckedElement& checked,
                                      const QString& name, std::set<QString>& meant)
 {
-  if (!counts(RuleId::UnknownAttribute))
+  if (!counts(RuleId::UnknownAttribute, attributeOf(element, name)))
   {
     return;
   }
@@ -149,7 +149,7 @@ void Checker::reportUnknown(const Node& element, Siblings& siblings)
            QStringLiteral("%1 is skipped in %2; move it into %3")
                .arg(quoted(name), quoted(parent.name), choiceOf(homes)));
   }
-  else if (counts(RuleId::UnknownElement))
+  else if (counts(RuleId::UnknownElement, nameOf(element)))
   {
     const std::vector<QString> probable = probablyMeant(name, possible);
     siblings.meant.insert(probable.begin(), probable.end());
@@ -163,7 +163,7 @@ void Checker::reportUnknown(const Node& element, Siblings& siblings)
 
 void Checker::reportUnknownPermission(const Node& element, const CheckedElement& permissions)
 {
-  if (!counts(RuleId::UnsupportedPermission))
+  if (!counts(RuleId::UnsupportedPermission, nameOf(element)))
   {
     return;
   }

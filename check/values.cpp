@@ -149,7 +149,7 @@ bool Checker::checkBlanks(const Subject& subject, const QString& given)
   {
     return false;
   }
-  if (counts(RuleId::SurroundingBlanks))
+  if (counts(RuleId::SurroundingBlanks, subject))
   {
     add(RuleId::SurroundingBlanks, subject,
         QStringLiteral("%1 has blanks around it, which count; write %2")
@@ -169,7 +169,7 @@ void Checker::checkUsual(const Subject& subject, const format::Entry& entry, con
   {
     checkBlanks(subject, given);
   }
-  else if (counts(RuleId::UnknownNature))
+  else if (counts(RuleId::UnknownNature, subject))
   {
     std::vector<QString> usual;
     for (const std::string& known : entry.usual)
@@ -226,7 +226,7 @@ void Checker::checkRepeatedLanguage(const Subject& subject, const CheckedElement
   const bool isListed = checked.format.several == format::Several::CountOnce;
   // Where all count, a language may have any number of texts.
   const bool isOnce = isListed || checked.format.several == format::Several::LastOfKeyCounts;
-  if (isOnce && !insert(lists[&checked], language) && counts(RuleId::RepeatedLanguage))
+  if (isOnce && !insert(lists[&checked], language) && counts(RuleId::RepeatedLanguage, subject))
   {
     add(RuleId::RepeatedLanguage, subject,
         (isListed ? QStringLiteral("the language %1 is there already; remove this one")

@@ -44,6 +44,11 @@ Range rangeIn(std::string_view text, std::string_view part)
   return {begin, begin + static_cast<std::uint32_t>(part.size())};
 }
 
+std::size_t sizeOfMark(std::string_view text)
+{
+  return text.substr(0, byteOrderMark.size()) == byteOrderMark ? byteOrderMark.size() : 0;
+}
+
 /// Whether the declaration agrees with what the first bytes have said; it must not decide then.
 bool agrees(std::string_view declared, const Encoding& encoding)
 {
@@ -76,11 +81,6 @@ Document Document::parse(std::string bytes, BlankTexts blankTexts)
   parsed->encoding = encodingOf(bytes);
   const Encoding& encoding = parsed->encoding;
   parsed->text = std::move(bytes);
-  if (parsed->text.size() > mostBytes)
-  {
-    parsed->error = Error{"a text of more than 2 GiB", {}};
-    return Document(std::move(parsed));
-  }
   std::optional<Error> undecoded;
   if (!encoding.isUtf8())
   {
@@ -101,21 +101,45 @@ Document Document::parse(std::string bytes, BlankTexts blankTexts)
     }
   }
   const std::string_view text = parsed->text;
-  parsed->lineEnd = lineEndOf(text);
-  const std::size_t base =
-      text.substr(0, byteOrderMark.size()) == byteOrderMark ? byteOrderMark.size() : 0;
-  const std::string_view declared = declaredEncoding(text.substr(base));
+  const std::string_view declared = declaredEncoding(text.substr(sizeOfMark(text)));
   if (!agrees(declared, encoding))
   {
+    parsed->lineEnd = lineEndOf(text);
     parsed->error = Error{"the declaration says " + std::string(declared) +
                               ", but the text begins as one in " + encoding.name,
                           rangeIn(text, declared)};
     return Document(std::move(parsed));
   }
-  TreeBuilder builder(text, static_cast<std::uint32_t>(base), blankTexts, parsed->arena);
+  Document document = withTree(std::move(parsed), blankTexts);
+  if (undecoded)
+  {
+    document.contents->error = undecoded;
+  }
+  return document;
+}
+
+Document Document::parseText(std::string text, BlankTexts blankTexts)
+{
+  auto parsed = std::make_unique<Contents>();
+  parsed->encoding.hasMark = sizeOfMark(text) > 0;
+  parsed->text = std::move(text);
+  return withTree(std::move(parsed), blankTexts);
+}
+
+Document Document::withTree(std::unique_ptr<Contents> parsed, BlankTexts blankTexts)
+{
+  const std::string_view text = parsed->text;
+  if (text.size() > mostBytes)
+  {
+    parsed->error = Error{"a text of more than 2 GiB", {}};
+    return Document(std::move(parsed));
+  }
+  parsed->lineEnd = lineEndOf(text);
+  TreeBuilder builder(text, static_cast<std::uint32_t>(sizeOfMark(text)), blankTexts,
+                      parsed->arena);
   builder.parse();
   parsed->first = builder.first();
-  parsed->error = undecoded ? undecoded : builder.error();
+  parsed->error = builder.error();
   return Document(std::move(parsed));
 }
 

@@ -55,6 +55,9 @@ public:
   static Document parse(std::string bytes);
   /// The same, for who does not need all nodes: they take up less memory, and leave gaps.
   static Document parse(std::string bytes, BlankTexts blankTexts);
+  /// The same of a text that is in UTF-8 whatever encoding it declares, as programs hold it that have
+  /// decoded a file.
+  static Document parseText(std::string text, BlankTexts blankTexts = BlankTexts::Kept);
 
   Document(Document&& other) noexcept;
   Document& operator=(Document&& other) noexcept;
@@ -86,6 +89,7 @@ public:
 private:
   struct Contents;
   explicit Document(std::unique_ptr<Contents> parsed);
+  static Document withTree(std::unique_ptr<Contents> parsed, BlankTexts blankTexts);
 
   std::unique_ptr<Contents> contents;
 };

@@ -86,4 +86,10 @@ std::string_view Lines::line(int number) const
   return length == std::string_view::npos ? std::string_view() : whole.substr(0, length + 1);
 }
 
+std::size_t Lines::beginOf(int number) const
+{
+  return number < 1 || number > count() ? text.size()
+                                        : starts[static_cast<std::size_t>(number) - 1];
+}
+
 } // namespace vesk::source

@@ -32,6 +32,9 @@ public:
   Place placeOf(std::size_t offset) const;
   /// A line without its end, counted from 1; empty when there is none.
   std::string_view line(int number) const;
+  /// The offset at which a line begins, counted from 1; behind a byte order mark. The end of the text
+  /// when there is no such line.
+  std::size_t beginOf(int number) const;
   int count() const { return static_cast<int>(starts.size()); }
 
 private:

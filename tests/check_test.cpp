@@ -245,3 +245,37 @@ missing-file /package/services/service[9]/@execStart the package has no program 
 missing-file /package/services/service[10]/@execStart the package has no program "bin/no x"
 )");
 }
+
+// What is found before the place where a text ends is found in the whole one, too.
+TEST(Check, FindsNothingInADraftThatMayBeGoneWhenItIsWhole)
+{
+  std::vector<std::string> files = exampleManifests();
+  for (const QFileInfo& file : QDir(GOLDEN_FILES "/check").entryInfoList({"*.xml"}))
+  {
+    files.push_back(file.filePath().toStdString());
+  }
+  const auto nameOf = [](const Finding& finding)
+  { return finding.rule->tag + (' ' + std::to_string(finding.begin.offset)); };
+  for (const std::string& file : files)
+  {
+    const std::string text = contentOf(file);
+    std::set<std::string> whole;
+    for (const Finding& finding : checkDraft(text))
+    {
+      whole.insert(nameOf(finding));
+    }
+    for (std::size_t end = text.find('<'); end < text.size();
+         end = text.find_first_of("<>\"", end + 1))
+    {
+      std::size_t errors = 0;
+      for (const Finding& finding : checkDraft(text.substr(0, end)))
+      {
+        const bool isError = finding.severity == Severity::Error;
+        errors += isError ? 1 : 0;
+        EXPECT_TRUE(isError || whole.count(nameOf(finding)) == 1)
+            << file << ' ' << end << ' ' << nameOf(finding) << finding.message;
+      }
+      EXPECT_LE(errors, 1U) << file << ' ' << end;
+    }
+  }
+}

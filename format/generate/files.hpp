@@ -7,7 +7,7 @@
 
 #include <stdexcept>
 
-/// What is made from the description of the format. The same bytes every time.
+/// What is made from the description of the format, and from the rules of the checker. The same bytes every time.
 
 /// The schema in RELAX NG.
 QString relaxNg();
@@ -20,6 +20,9 @@ QString xmlSchema();
 /// by hand. A table lists the attributes and children of its element, and those of children that
 /// have no table of their own. Throws std::runtime_error for a path that leads to no element.
 QString reference(const QString& document);
+
+/// The rules of the checker and their explanations, each below a heading that is its tag.
+QString rulesDocument();
 
 /// The fuzzers' dictionary, with the part between `# made: names` and `# end` made anew.
 QString dictionary(const QString& document);

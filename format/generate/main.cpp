@@ -42,6 +42,7 @@ void makeFiles(const QString& from, const QString& to)
   const QString newDictionary = dictionary(contentOf(from + dictionaryPath));
   writeFile(to + documentPath, newReference);
   writeFile(to + dictionaryPath, newDictionary);
+  writeFile(to + QStringLiteral("/docs/rules.md"), rulesDocument());
   writeFile(to + QStringLiteral("/schema/manifest.rng"), relaxNg());
   writeFile(to + QStringLiteral("/schema/manifest.xsd"), xmlSchema());
 }

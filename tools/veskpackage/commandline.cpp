@@ -120,6 +120,7 @@ CommandLine::CommandLine()
   addDiff();
   addFields();
   addNew();
+  addLsp();
 }
 
 void CommandLine::addShow()
@@ -313,6 +314,15 @@ void CommandLine::addNew()
         requireEachOnce("--behavior", newOptions.behaviors);
         code = newManifest(newOptions);
       });
+}
+
+void CommandLine::addLsp()
+{
+  CLI::App* const verb = app.add_subcommand(
+      "lsp", "Be the language server of an editor, on standard input and output");
+  verb->add_flag("--stdio", "For editors that say so; there is no other way");
+  addExample(*verb, "veskpackage lsp");
+  verb->callback([this] { code = serveEditor(); });
 }
 
 } // namespace tool

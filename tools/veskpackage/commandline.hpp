@@ -36,6 +36,7 @@ private:
   void addDiff();
   void addFields();
   void addNew();
+  void addLsp();
 
   ShowOptions showOptions;
   CheckOptions checkOptions;

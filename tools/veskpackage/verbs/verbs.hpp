@@ -134,6 +134,10 @@ ExitCode newManifest(const NewOptions& options);
 /// What is wrong with a text that a manifest is to hold; empty when that is nothing.
 std::string faultInText(const std::string& text);
 
+/// Answers an editor on standard input and output, as its language server. The exit code is
+/// NegativeResult when the editor goes without having asked for the end.
+ExitCode serveEditor();
+
 /// Prints every field that a path can lead to, and what it is.
 ExitCode listFields(Format format);
 /// What a field is, in one or two lines.

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef TOOLS_VESKPACKAGE_LSP_PROTOCOL_CLIENT_HPP
+#define TOOLS_VESKPACKAGE_LSP_PROTOCOL_CLIENT_HPP
+
+#include "lsp/protocol/json.hpp"
+
+#include <string>
+
+namespace tool::lsp
+{
+
+/// What the characters in a position are.
+enum class PositionEncoding
+{
+  Utf16, ///< the protocol's own: UTF-16 code units
+  Utf8   ///< bytes
+};
+
+/// What the editor can do, as it has said when it began.
+class Client
+{
+public:
+  Client() = default;
+  /// \p initializeParams are those of the request `initialize`.
+  explicit Client(const Json& initializeParams);
+
+  PositionEncoding encoding() const { return itsEncoding; }
+
+  /// Whether a capability is true; it is given by its place, such as
+  /// "/textDocument/completion/completionItem/snippetSupport".
+  bool supports(const std::string& capability) const;
+  /// Whether a capability is a list that has this value, such as "markdown" in
+  /// "/textDocument/hover/contentFormat".
+  bool supports(const std::string& capability, const std::string& value) const;
+
+private:
+  /// Null where there is none.
+  const Json& at(const std::string& capability) const;
+
+  Json capabilities;
+  PositionEncoding itsEncoding = PositionEncoding::Utf16;
+};
+
+} // namespace tool::lsp
+
+#endif
