@@ -41,7 +41,8 @@ void reportWebContent(Checker& checker, const Node& content)
 void checkRepeatedName(Checker& checker, RuleId id, const Node& element, const XmlName& attribute)
 {
   const QString name = element.attribute(attribute).trimmed();
-  if (!name.isEmpty() && !checker.isFirst(id, name))
+  const bool isPath = id == RuleId::RepeatedBehavior;
+  if (!name.isEmpty() && !checker.isFirst(id, isPath ? plain(name) : name))
   {
     checker.report(id, valueOf(element, attribute),
                    QStringLiteral("an earlier %1 has the same %2 %3; write another one")
@@ -52,6 +53,17 @@ void checkRepeatedName(Checker& checker, RuleId id, const Node& element, const X
 void checkBehavior(Checker& checker, const Node& behavior)
 {
   checkRepeatedName(checker, RuleId::RepeatedBehavior, behavior, n().path);
+}
+
+void checkFile(Checker& checker, const Node& file)
+{
+  const QString path = file.attribute(n().path).trimmed();
+  if (!path.isEmpty() && !checker.isFirst(RuleId::NeedlessRepeat, plain(path)))
+  {
+    checker.report(
+        RuleId::NeedlessRepeat, valueOf(file, n().path),
+        QStringLiteral("the file %1 is listed already; remove this one").arg(quoted(path)));
+  }
 }
 
 void checkDialog(Checker& checker, const Node& dialog)
@@ -171,4 +183,5 @@ const std::vector<std::pair<std::string, OwnCheck>>& ownChecks()
   return checks;
 }
 
+      {"/package/executableFiles/file", checkFile},
 } // namespace vesk::check

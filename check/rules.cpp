@@ -134,11 +134,13 @@ constexpr std::array table{
           {"repeated-element", Severity::Warning, lost,
            "An element that gives one value comes several times. What the later one gives replaces "
            "what the earlier gave. Keep one."}},
-    Entry{RuleId::NeedlessRepeat,
-          {"needless-repeat", Severity::Hint, kept,
-           "An element that is meant to come once comes several times, such as the tags of a "
-           "behavior. The readers take all of them together, but other programs may take one, and "
-           "the schemas refuse it. Merge them into one."}},
+    Entry{
+        RuleId::NeedlessRepeat,
+        {"needless-repeat", Severity::Hint, kept,
+         "An element that is meant to come once comes several times, such as the tags of a "
+         "behavior, or an executable file is listed again. The readers take all of them, but other "
+         "programs may take one, and the schemas refuse it of elements that are meant to come "
+         "once. Merge them into one, or remove the file that is listed already."}},
     Entry{
         RuleId::SurroundingBlanks,
         {"surrounding-blanks", Severity::Warning, kept,
@@ -240,12 +242,14 @@ constexpr std::array table{
           {"empty-path", Severity::Warning, kept,
            "A path is missing, empty or of blanks only. It is read so; of a dialog's topics it is "
            "not written when it is empty. Say where in the package the file or folder is."}},
-    Entry{
-        RuleId::PathOutsidePackage,
-        {"path-outside-package", Severity::Warning, kept,
-         "A path is absolute, or leaves the package with \"..\". The readers keep it as it is; "
-         "programs that follow it reach files of somebody else. Make it relative to the package's "
-         "folder. Where symbolic links lead is not looked at."}},
+    Entry{RuleId::PathOutsidePackage,
+          {"path-outside-package", Severity::Warning, kept,
+           "A path is absolute, leaves the package with \"..\", or has backslashes or the letter "
+           "of a "
+           "drive, as no robot has. The readers keep it as it is; programs that follow it reach "
+           "files "
+           "of somebody else, or none. Make it relative to the package's "
+           "folder. Where symbolic links lead is not looked at."}},
     Entry{
         RuleId::MissingFile,
         {"missing-file", Severity::Warning, kept,

@@ -281,6 +281,13 @@ void Checker::checkPath(const Subject& subject, bool isWhole, const QString& giv
   }
 }
 
+  else if (isForeign(path))
+  {
+    report(RuleId::PathOutsidePackage, subject,
+           QStringLiteral(R"(the path %1 leads nowhere on a robot; write one with "/" between )"
+                          "folders, relative to the package's")
+               .arg(quoted(path)));
+  }
 void Checker::checkProgram(const Subject& commandLine, const QString& given)
 {
   const QString program = files.areKnown() ? programIn(given) : QString();
