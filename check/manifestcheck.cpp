@@ -35,7 +35,7 @@ std::vector<Finding> checkTree(const QDomDocument& document, const StrictText& t
                                const Options& options, Report& report)
 {
   const RuleId id = text.isEncodingUnknown ? RuleId::UnknownEncoding : RuleId::NotStrict;
-  if (text.error && report.count(id))
+  if (text.error && report.countOne(id))
   {
     report.add(id,
                toQString(text.error->message) +
@@ -55,7 +55,7 @@ std::vector<Finding> refusal(const LoadError& error, const StrictText* text, Rep
   const RuleId id = error.line == 0        ? RuleId::Unreadable
                     : error.isBeyondLimits ? RuleId::BeyondLimits
                                            : RuleId::NotWellFormed;
-  if (report.count(id))
+  if (report.countOne(id))
   {
     QString message = toQString(error.message);
     Spot spot{{}, error.line, error.column};

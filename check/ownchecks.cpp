@@ -69,6 +69,10 @@ void checkFile(Checker& checker, const Node& file)
 void checkDialog(Checker& checker, const Node& dialog)
 {
   checkRepeatedName(checker, RuleId::RepeatedTopic, dialog, n().topicName);
+  if (checker.isMisspelt(n().topic))
+  {
+    return;
+  }
   for (const Node& child : Children(dialog))
   {
     if (child.isNamed(n().topic))
@@ -82,7 +86,9 @@ void checkDialog(Checker& checker, const Node& dialog)
 
 void checkTopic(Checker& checker, const Node& topic)
 {
-  if (topic.attribute(n().language).isEmpty() || topic.attribute(n().path).isEmpty())
+  const auto isMissing = [&](const XmlName& attribute)
+  { return topic.attribute(attribute).isEmpty() && !checker.isMisspelt(attribute); };
+  if (isMissing(n().language) || isMissing(n().path))
   {
     checker.report(RuleId::UnwrittenTopic, nameOf(topic),
                    QStringLiteral("the topic is not written back without a language and a path"));
@@ -177,11 +183,11 @@ const std::vector<std::pair<std::string, OwnCheck>>& ownChecks()
       {"/package/contents/dialogContent", checkDialog},
       {"/package/contents/dialogContent/topic", checkTopic},
       {"/package/contents/webContent", reportWebContent},
+      {"/package/executableFiles/file", checkFile},
       {"/package/requirements/mirelRequirement", checkSoftware},
       {"/package/requirements/robotRequirement", checkRobot},
       {"/package/services/service", checkService}};
   return checks;
 }
 
-      {"/package/executableFiles/file", checkFile},
 } // namespace vesk::check

@@ -9,12 +9,7 @@ void Checker::checkRepeated(const Node& child, const CheckedElement& known, Sibl
 {
   if (siblings.checkedParent.format.holds == format::Holds::Names)
   {
-    QSet<QString>& permissions = lists[&siblings.checkedParent];
-    if (!permissions.contains(known.name))
-    {
-      permissions.insert(known.name);
-    }
-    else if (counts(RuleId::RepeatedPermission))
+    if (!insert(lists[&siblings.checkedParent], known.name) && countOne(RuleId::RepeatedPermission))
     {
       add(RuleId::RepeatedPermission, nameOf(child),
           QStringLiteral("the permission %1 is there already; remove this one")
@@ -46,7 +41,7 @@ void Checker::reportRepeated(const Node& child, const CheckedElement& known,
            QStringLiteral("a further %1 replaces the one before; keep one of them").arg(name));
     break;
   case format::Several::CountForOneReader:
-    if (counts(RuleId::RepeatedSection))
+    if (countOne(RuleId::RepeatedSection))
     {
       add(RuleId::RepeatedSection, nameOf(child),
           QStringLiteral("one reader adds a further %1 to the one before, the other reads only "
@@ -58,7 +53,7 @@ void Checker::reportRepeated(const Node& child, const CheckedElement& known,
   case format::Several::Count:
   case format::Several::CountOnce:
   case format::Several::LastOfKeyCounts:
-    if (counts(RuleId::NeedlessRepeat))
+    if (countOne(RuleId::NeedlessRepeat))
     {
       add(RuleId::NeedlessRepeat, nameOf(child),
           isPresence ? QStringLiteral("%1 is there already; remove this one").arg(name)
@@ -70,11 +65,11 @@ void Checker::reportRepeated(const Node& child, const CheckedElement& known,
   }
 }
 
-void Checker::noteNewKey(const CheckedElement& entry, const QString& key)
+void Checker::noteNewKey(std::size_t finding, const CheckedElement& entry, const QString& key)
 {
   if (entry.format.several == format::Several::LastOfKeyCounts)
   {
-    newKeys.push_back({found.size() - 1, &entry, key});
+    newKeys.push_back({finding, &entry, key});
   }
 }
 
@@ -82,12 +77,10 @@ void Checker::dropMendsToSameKeys()
 {
   for (const NewKey& newKey : newKeys)
   {
-    QSet<QString>& keys = lists[newKey.entry];
-    if (keys.contains(newKey.key))
+    if (!insert(lists[newKey.entry], newKey.key))
     {
       found.dropMend(newKey.finding);
     }
-    keys.insert(newKey.key);
   }
   newKeys.clear();
 }
@@ -98,8 +91,7 @@ std::optional<Mend> Checker::mergeIntoLast(const Node& child, const CheckedEleme
   // In a list, a comment is an entry.
   const bool canHaveComments = known.format.holds != format::Holds::Entries;
   const auto last = siblings.last.find(&known);
-  return last != siblings.last.end() &&
-                 mending.holdsElementsOnly(last->second, canHaveComments) &&
+  return last != siblings.last.end() && mending.holdsElementsOnly(last->second, canHaveComments) &&
                  mending.holdsElementsOnly(child, canHaveComments)
              ? mending.merge(last->second, child)
              : std::nullopt;

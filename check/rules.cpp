@@ -88,8 +88,9 @@ constexpr std::array table{
            "holds. Move it into the element that the message names."}},
     Entry{RuleId::UnknownAttribute,
           {"unknown-attribute", Severity::Warning, lost,
-           "No reader knows the attribute on this element, so it is skipped. Names are case- "
-           "sensitive. Correct the name or remove the attribute. The message has the name that is "
+           "No reader knows the attribute on this element, so it is skipped. Names are "
+           "case-sensitive. Correct the name or remove the attribute. The message has the name "
+           "that is "
            "probably meant, if there is one that the element lacks. Declarations of namespaces are "
            "no fault, nor is the place of a schema on the root, as in xsi:schemaLocation."}},
     Entry{RuleId::SkippedText,
@@ -154,8 +155,7 @@ constexpr std::array table{
     Entry{RuleId::AutorunValue,
           {"autorun-value", Severity::Warning, lost,
            "\"autorun\" is yes for \"true\" only; any other value is no, also with other letters "
-           "or with "
-           "blanks, as in \"TRUE\". Write \"true\" or \"false\"."}},
+           "or with blanks, as in \"TRUE\". Write \"true\" or \"false\"."}},
     Entry{RuleId::AutorunOne,
           {"autorun-one", Severity::Warning, lost,
            "\"autorun\" is \"1\": loadManifest takes it for yes, PackageInfo for no. Write "
@@ -189,8 +189,7 @@ constexpr std::array table{
         RuleId::LanguageForm,
         {"language-form", Severity::Warning, kept,
          "A language is given in another form than codes have, as \"English\" instead of \"en\". "
-         "The "
-         "readers keep it as it is, and no program that looks for a language's code finds it. "
+         "The readers keep it as it is, and no program that looks for a language's code finds it. "
          "Write two or three letters and, where it matters, the script or country, as in \"en_US\" "
          "or \"zh-Hant-TW\"; \"x-\" begins a code of one's own."}},
     Entry{RuleId::MixedLanguageCodes,
@@ -314,6 +313,12 @@ const Rule* findRule(const std::string& tag)
 }
 
 const Rule& ruleOf(RuleId id) { return rules()[static_cast<std::size_t>(id)]; }
+
+Severity askedFor(const Rule& rule, const Options& options)
+{
+  const auto asked = options.severities.find(rule.tag);
+  return asked == options.severities.end() ? rule.severity : asked->second;
+}
 
 const char* nameOf(Severity severity)
 {
