@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <check/checker.hpp>
 #include <check/checking.hpp>
+#include <check/passedover.hpp>
 #include <check/stricttext.hpp>
 #include <package/xml/manifesttree.hpp>
 #include <package/xml/text.hpp>
@@ -31,48 +32,74 @@ void checkTree(const QDomDocument& document, const Twins* twins, const source::D
       .check(Node(typeOrNull, twins, twins != nullptr ? twins->documentType() : 0));
 }
 
+void reportNotStrict(const source::Error& error, bool isEncodingUnknown, Report& report)
+{
+  const RuleId id = isEncodingUnknown ? RuleId::UnknownEncoding : RuleId::NotStrict;
+  if (report.countOne(id))
+  {
+    report.add(id,
+               toQString(error.message) +
+                   (isEncodingUnknown
+                        ? QStringLiteral("; write the one that the text is in, such as UTF-8")
+                        : QStringLiteral("; the readers take it, many other programs do not")),
+               {error.range});
+  }
+}
+
 std::vector<Finding> checkTree(const QDomDocument& document, const StrictText& text,
                                const Options& options, Report& report)
 {
-  const RuleId id = text.isEncodingUnknown ? RuleId::UnknownEncoding : RuleId::NotStrict;
-  if (text.error && report.countOne(id))
+  if (text.error)
   {
-    report.add(id,
-               toQString(text.error->message) +
-                   (text.isEncodingUnknown
-                        ? QStringLiteral("; write the one that the text is in, such as UTF-8")
-                        : QStringLiteral("; the readers take it, many other programs do not")),
-               {text.error->range});
+    reportNotStrict(*text.error, text.isEncodingUnknown, report);
   }
   const Twins twins(document, text.document);
   checkTree(document, &twins, text.isEditable ? &text.document : nullptr, options, report);
   return report.take(text.document.text());
 }
 
-/// The one finding of a manifest that no reader takes. \p text is null where it is not known.
+/// What stops the readers of a manifest that none takes; \p strictly is what strict XML says of it.
+void reportStop(RuleId id, const LoadError& error, const std::optional<source::Error>& strictly,
+                Report& report)
+{
+  if (!report.countOne(id))
+  {
+    return;
+  }
+  const QString message = toQString(error.message);
+  const bool isExplained = strictly && id != RuleId::BeyondLimits;
+  Spot spot{{}, error.line, error.column};
+  spot.range = strictly ? std::optional(strictly->range) : std::nullopt;
+  report.add(id,
+             isExplained ? QStringLiteral("%1 (the readers stop in line %2, column %3: %4)")
+                               .arg(toQString(strictly->message))
+                               .arg(error.line)
+                               .arg(error.column)
+                               .arg(message)
+                         : message,
+             spot);
+}
+
+/// The findings of a manifest that no reader takes. \p text is null where it is not known.
 std::vector<Finding> refusal(const LoadError& error, const StrictText* text, Report& report)
 {
   const RuleId id = error.line == 0        ? RuleId::Unreadable
                     : error.isBeyondLimits ? RuleId::BeyondLimits
                                            : RuleId::NotWellFormed;
-  if (report.countOne(id))
+  if (text == nullptr)
   {
-    QString message = toQString(error.message);
-    Spot spot{{}, error.line, error.column};
-    if (text != nullptr && text->error)
-    {
-      spot.range = text->error->range;
-      message = id == RuleId::BeyondLimits
-                    ? message
-                    : QStringLiteral("%1 (the readers stop in line %2, column %3: %4)")
-                          .arg(toQString(text->error->message))
-                          .arg(error.line)
-                          .arg(error.column)
-                          .arg(message);
-    }
-    report.add(id, message, spot);
+    reportStop(id, error, std::nullopt, report);
+    return report.take({});
   }
-  return report.take(text != nullptr ? text->document.text() : std::string_view());
+  const StrictFaults faults = id == RuleId::NotWellFormed && !text->isEncodingUnknown
+                                  ? strictFaults(*text, error)
+                                  : StrictFaults{{}, text->error};
+  for (const source::Error& fault : faults.passedOver)
+  {
+    reportNotStrict(fault, false, report);
+  }
+  reportStop(id, error, faults.stop, report);
+  return report.take(text->document.text());
 }
 
 /// Checks a manifest; when there is none, returns one finding made from \p error. \p strictText gives
