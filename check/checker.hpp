@@ -2,6 +2,7 @@
 #ifndef CHECK_CHECKER_HPP
 #define CHECK_CHECKER_HPP
 
+#include <check/confusions.hpp>
 #include <check/elements.hpp>
 #include <check/languages.hpp>
 #include <check/mending.hpp>
@@ -35,7 +36,7 @@ public:
   void report(RuleId id, const Subject& subject, const QString& message,
               std::optional<Mend> mend = std::nullopt)
   {
-    if (counts(id, subject))
+    if (countOne(id, subject))
     {
       add(id, subject, message, std::move(mend));
     }
@@ -43,6 +44,10 @@ public:
 
   /// Notes a name for which a rule wants no other element; false when one had it before.
   bool isFirst(RuleId id, const QString& name);
+
+  /// Whether the element that is being checked has this attribute or child under a wrong name, which has
+  /// been reported: that it is missing needs no report of its own.
+  bool isMisspelt(const QString& name) const { return misspelt.count(name) != 0; }
 
   /// Looks up the program of a command line, as far as it lies in the package.
   void checkProgram(const Subject& commandLine, const QString& given);
@@ -56,48 +61,67 @@ private:
   /// Whether an element of a draft has no end tag yet.
   bool isOpen(const Node& element) const;
 
-  /// The two parts of a report, for a message or a mend that takes time to make.
+  /// The two parts of a report, for a message or a mend that takes time to make: the first counts a
+  /// finding, and is false when it is not to be added; the second gives its number among those added.
   /// \{
-  bool counts(RuleId id, const Subject& subject)
+  bool countOne(RuleId id, const Subject& subject)
   {
-    return !mayComeYet(id, subject) && found.count(id);
+    return !mayComeYet(id, subject) && found.countOne(id);
   }
-  void add(RuleId id, const Subject& subject, const QString& message,
-           std::optional<Mend> mend = std::nullopt);
+  std::size_t add(RuleId id, const Subject& subject, const QString& message,
+                  std::optional<Mend> mend = std::nullopt);
   /// \}
+
+  /// Of the children of one name that the format does not have there.
+  struct UnknownChild
+  {
+    QString orderToMove; ///< where the format has it elsewhere
+    Meaning meaning;
+  };
 
   /// The children of an element.
   struct Siblings
   {
     const CheckedElement& checkedParent;
-    QHash<QString, int> total = {};  ///< by steps in places
-    QHash<QString, int> before = {}; ///< of the one that the walk is at
-    std::set<QString> meant = {};    ///< by unknown ones, of the names that are not there
+    QHash<QString, int> total = {};               ///< by steps in places
+    QHash<QString, int> before = {};              ///< of the one that the walk is at
+    std::map<QString, UnknownChild> unknown = {}; ///< by steps; learned when the first is met
+    std::map<QString, int> rivals = {}; ///< how many of these may mean one that is missing
     std::map<const CheckedElement*, Node> last = {}; ///< before the one that the walk is at
   };
 
-  /// Notes that the mend of the finding that was added last gives an entry of a list this key. It is
-  /// no sure mend where another entry has it, or gets it: one of the two would be lost.
-  void noteNewKey(const CheckedElement& entry, const QString& key);
+  /// Notes that the mend of a finding gives an entry of a list this key. It is no sure mend where
+  /// another entry has it, or gets it: one of the two would be lost.
+  void noteNewKey(std::size_t finding, const CheckedElement& entry, const QString& key);
   void dropMendsToSameKeys();
+
+  /// A node's step in a place, without its number.
+  static QString stepOf(const Node& node);
 
   // structure.cpp: what the readers skip or take for something else
   void checkElement(const Node& element, const CheckedElement& checked);
-  void checkAttributes(const Node& element, const CheckedElement& checked);
+  /// These add the names that are missing and meant by wrong ones.
+  /// \{
+  void checkAttributes(const Node& element, const CheckedElement& checked,
+                       std::set<QString>& missing);
+  void checkChildren(const Node& element, const CheckedElement& checked,
+                     std::set<QString>& missing);
+  /// \}
   void checkPresence(const Node& element);
   void checkText(const Node& element);
   void checkMarkup(const Node& element);
   void checkCharacters(const Subject& subject, const QString& value);
-  void checkChildren(const Node& element, const CheckedElement& checked);
   void checkChild(const Node& child, Siblings& siblings);
   void checkNoElement(const Node& node, const CheckedElement& parent);
   void reportNotKept(const Node& node);
   void reportNotKeptIn(const Node& text);
 
   // unknown.cpp: what the format does not have, or not there
-  void checkUnknownAttributes(const Node& element, const CheckedElement& checked);
+  void checkUnknownAttributes(const Node& element, const CheckedElement& checked,
+                              std::set<QString>& missing);
   void reportUnknownAttribute(const Node& element, const CheckedElement& checked,
-                              const QString& name, std::set<QString>& meant);
+                              const QString& name, const Meaning& meaning, bool isRivalled);
+  void learnMeanings(Siblings& siblings);
   void reportUnknown(const Node& element, Siblings& siblings);
   void reportUnknownPermission(const Node& element, const CheckedElement& permissions);
 
@@ -112,7 +136,8 @@ private:
   void checkTextValue(const Node& element, const CheckedElement& checked);
   void checkAttribute(const Node& element, const CheckedElement& checked,
                       const CheckedAttribute& attribute);
-  void checkNeededChildren(const Node& element, const Siblings& children);
+  void checkNeededChildren(const Node& element, const Siblings& children,
+                           const std::set<QString>& missing);
   void reportMissing(const Node& element, const CheckedElement& checked,
                      const CheckedAttribute& attribute);
   void checkLanguage(const Subject& subject, const CheckedElement& checked, const QString& given);
@@ -122,8 +147,17 @@ private:
   void checkListed(const Subject& subject, const CheckedElement& checked, const QString& language);
   void checkUsual(const Subject& subject, const format::Entry& entry, const QString& given);
   void checkPath(const Subject& subject, bool isWhole, const QString& given);
-  /// Whether there are blanks around a value that is not blank altogether.
-  bool checkBlanks(const Subject& subject, const QString& given);
+  void checkBlanks(const Subject& subject, const QString& given);
+  /// Gives the number of the finding; none where it is not listed.
+  std::optional<std::size_t> reportBlanks(const Subject& subject, const QString& given);
+
+  /// False when it is there already.
+  static bool insert(QSet<QString>& set, const QString& value)
+  {
+    const int size = set.size();
+    set.insert(value);
+    return set.size() != size;
+  }
 
   struct NewKey
   {
@@ -140,6 +174,7 @@ private:
   PackageFiles files;
   Report& found;
   const source::Document* const unfinished; ///< null for a whole text
+  std::set<QString> misspelt;               ///< see isMisspelt()
   std::vector<QString> steps;               ///< from the root to where the walk is
   PackageLanguages packageLanguages;
   LanguageCodes codes;

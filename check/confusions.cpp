@@ -108,6 +108,54 @@ constexpr std::array confusions{
     Confusion{"mirel", "mirelRequirement"},
     Confusion{"robot", "robotRequirement"},
 };
+
+/// Whether one name becomes the other, in lower case both, where two letters beside each other are
+/// swapped or, in names that are not so short that this makes another word, one letter is added,
+/// dropped or replaced.
+bool isSlip(const QString& left, const QString& right)
+{
+  constexpr int longestShort = 5;
+  const auto [first, other] = std::mismatch(left.begin(), left.end(), right.begin(), right.end());
+  const auto most = static_cast<int>(std::min(left.end() - first, right.end() - other));
+  int behind = 0; // so many letters at the end are the same
+  while (behind < most && *(left.end() - 1 - behind) == *(right.end() - 1 - behind))
+  {
+    ++behind;
+  }
+  const auto leftSize = left.end() - behind - first;
+  const auto rightSize = right.end() - behind - other;
+  const bool isSwap =
+      leftSize == 2 && rightSize == 2 && first[0] == other[1] && first[1] == other[0];
+  return isSwap ||
+         (leftSize <= 1 && rightSize <= 1 && std::max(left.size(), right.size()) > longestShort);
+}
+
+std::vector<QString> nearestOf(const QString& written, const std::vector<QString>& known)
+{
+  std::vector<std::string> names(known.size());
+  std::transform(known.begin(), known.end(), names.begin(),
+                 [](const QString& name) { return name.toStdString(); });
+  std::vector<QString> found;
+  for (const std::string& name : format::nearest(written.toStdString(), names))
+  {
+    found.push_back(QString::fromStdString(name));
+  }
+  return found;
+}
+
+/// What is usually written for some names.
+std::vector<QString> usuallyWrittenFor(const std::vector<QString>& known)
+{
+  std::vector<QString> written;
+  for (const Confusion& confusion : confusions)
+  {
+    if (std::find(known.begin(), known.end(), QLatin1String(confusion.meant)) != known.end())
+    {
+      written.emplace_back(confusion.written);
+    }
+  }
+  return written;
+}
 } // namespace
 
 std::vector<QString> usuallyMeant(const QString& written, const std::vector<QString>& known)
@@ -128,19 +176,31 @@ std::vector<QString> usuallyMeant(const QString& written, const std::vector<QStr
 
 std::vector<QString> probablyMeant(const QString& written, const std::vector<QString>& known)
 {
+  const auto same =
+      std::find_if(known.begin(), known.end(),
+                   [&written](const QString& name) { return isOtherCase(written, name); });
+  if (same != known.end())
+  {
+    return {*same};
+  }
   std::vector<QString> meant = usuallyMeant(written, known);
   if (!meant.empty() || written.contains(':')) // a name of another vocabulary
   {
     return meant;
   }
-  std::vector<std::string> names(known.size());
-  std::transform(known.begin(), known.end(), names.begin(),
-                 [](const QString& name) { return name.toStdString(); });
-  for (const std::string& name : format::nearest(written.toStdString(), names))
+  meant = nearestOf(written, known);
+  if (!meant.empty())
   {
-    meant.push_back(QString::fromStdString(name));
+    return meant;
   }
-  return meant;
+  const std::vector<QString> usual = nearestOf(written, usuallyWrittenFor(known));
+  return usual.empty() ? usual : usuallyMeant(usual.front(), known);
+}
+
+bool isSurelyMeant(const QString& written, const QString& name)
+{
+  return isOtherCase(written, name) || isSlip(written.toLower(), name.toLower()) ||
+         !usuallyMeant(written, {name}).empty();
 }
 
 } // namespace vesk::check

@@ -47,6 +47,20 @@ const CheckedElement* CheckedElement::childNamed(const Node& node) const
   return child == children.end() ? nullptr : &*child;
 }
 
+const CheckedElement* CheckedElement::childNamed(const QString& childName) const
+{
+  const auto child = std::find_if(children.begin(), children.end(),
+                                  [&childName](const CheckedElement& other)
+                                  { return QString(other.name) == childName; });
+  return child == children.end() ? nullptr : &*child;
+}
+
+bool CheckedElement::repeats(const QString& childName) const
+{
+  const CheckedElement* const child = childNamed(childName);
+  return child != nullptr && child->format.isRepeatable;
+}
+
 const CheckedElement& checkedPackage()
 {
   static const CheckedElement root = checkedRoot();

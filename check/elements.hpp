@@ -37,6 +37,9 @@ struct CheckedElement
 
   /// What an element or instruction in it is; null where the format has none of its name.
   const CheckedElement* childNamed(const Node& node) const;
+  const CheckedElement* childNamed(const QString& childName) const;
+  /// Whether it may hold several elements of this name.
+  bool repeats(const QString& childName) const;
 };
 
 /// Of another vocabulary, which may be meant so.

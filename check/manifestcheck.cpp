@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <check/checker.hpp>
+#include <check/passedover.hpp>
 #include <check/stricttext.hpp>
 #include <package/xml/manifesttree.hpp>
 #include <package/xml/text.hpp>
@@ -28,56 +29,82 @@ void checkTree(const QDomDocument& document, const Twins* twins, const source::D
       .check(Node(typeOrNull, twins, twins != nullptr ? twins->documentType() : 0));
 }
 
+void reportNotStrict(const source::Error& error, bool isEncodingUnknown, Report& report)
+{
+  const RuleId id = isEncodingUnknown ? RuleId::UnknownEncoding : RuleId::NotStrict;
+  if (report.countOne(id))
+  {
+    report.add(id,
+               toQString(error.message) +
+                   (isEncodingUnknown
+                        ? QStringLiteral("; write the one that the text is in, such as UTF-8")
+                        : QStringLiteral("; the readers take it, many other programs do not")),
+               {error.range});
+  }
+}
+
 std::vector<Finding> checkTree(const QDomDocument& document, const StrictText& text,
                                const Options& options, Report& report)
 {
-  const RuleId id = text.isEncodingUnknown ? RuleId::UnknownEncoding : RuleId::NotStrict;
-  if (text.error && report.count(id))
+  if (text.error)
   {
-    report.add(id,
-               toQString(text.error->message) +
-                   (text.isEncodingUnknown
-                        ? QStringLiteral("; write the one that the text is in, such as UTF-8")
-                        : QStringLiteral("; the readers take it, many other programs do not")),
-               {text.error->range});
+    reportNotStrict(*text.error, text.isEncodingUnknown, report);
   }
   const Twins twins(document, text.document);
   checkTree(document, &twins, text.isEditable ? &text.document : nullptr, options, report);
   return report.take(text.document.text());
 }
 
-/// The finding of a manifest that no reader takes. \p text is null where it is not known.
-void addRefusal(const LoadError& error, const StrictText* text, bool saysWhereReadersStop,
-                Report& report)
+/// What stops the readers of a manifest that none takes; \p strictly is what strict XML says of it, alone
+/// in a draft.
+void reportStop(RuleId id, const LoadError& error, const std::optional<source::Error>& strictly,
+                bool isDraft, Report& report)
+{
+  if (!report.countOne(id))
+  {
+    return;
+  }
+  const QString message = toQString(error.message);
+  const bool isExplained = strictly && id != RuleId::BeyondLimits;
+  Spot spot{{}, error.line, error.column};
+  spot.range = strictly ? std::optional(strictly->range) : std::nullopt;
+  const QString explained = isExplained ? toQString(strictly->message) : message;
+  report.add(id,
+             isExplained && !isDraft
+                 ? QStringLiteral("%1 (the readers stop in line %2, column %3: %4)")
+                       .arg(explained)
+                       .arg(error.line)
+                       .arg(error.column)
+                       .arg(message)
+                 : explained,
+             spot);
+}
+
+/// The findings of a manifest that no reader takes. \p text is null where it is not known.
+void reportRefusal(const LoadError& error, const StrictText* text, bool isDraft, Report& report)
 {
   const RuleId id = error.line == 0        ? RuleId::Unreadable
                     : error.isBeyondLimits ? RuleId::BeyondLimits
                                            : RuleId::NotWellFormed;
-  if (report.count(id))
+  if (text == nullptr)
   {
-    QString message = toQString(error.message);
-    Spot spot{{}, error.line, error.column};
-    if (text != nullptr && text->error)
-    {
-      spot.range = text->error->range;
-      const QString strict = toQString(text->error->message);
-      message = id == RuleId::BeyondLimits ? message
-                : saysWhereReadersStop
-                    ? QStringLiteral("%1 (the readers stop in line %2, column %3: %4)")
-                          .arg(strict)
-                          .arg(error.line)
-                          .arg(error.column)
-                          .arg(message)
-                    : strict;
-    }
-    report.add(id, message, spot);
+    reportStop(id, error, std::nullopt, isDraft, report);
+    return;
   }
+  const bool tellsApart = id == RuleId::NotWellFormed && !text->isEncodingUnknown && !isDraft;
+  const StrictFaults faults =
+      tellsApart ? strictFaults(*text, error) : StrictFaults{{}, text->error};
+  for (const source::Error& fault : faults.passedOver)
+  {
+    reportNotStrict(fault, false, report);
+  }
+  reportStop(id, error, faults.stop, isDraft, report);
 }
 
-/// The same where that is the only one.
+/// The same where those are all.
 std::vector<Finding> refusal(const LoadError& error, const StrictText* text, Report& report)
 {
-  addRefusal(error, text, true, report);
+  reportRefusal(error, text, false, report);
   return report.take(text != nullptr ? text->document.text() : std::string_view());
 }
 
@@ -172,7 +199,7 @@ std::vector<Finding> checkDraft(const std::string& text, const Options& options)
                        [&text] { return std::optional(strictTextOfText(text)); });
   }
   const StrictText strict = strictTextOfText(text);
-  addRefusal(error, &strict, false, report);
+  reportRefusal(error, &strict, true, report);
   if (strict.document.root() != nullptr)
   {
     Checker(Node(&*strict.document.nodes().begin()), nullptr, options, report, &strict.document)

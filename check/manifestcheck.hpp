@@ -101,9 +101,10 @@ struct Options
 
 /// Returns what is wrong with a manifest, in document order. One pass finds everything; but when
 /// the manifest is not well-formed, or beyond the limits that PackageInfo::loadFromManifestFile()
-/// names, that is the only finding. Nothing is printed or logged, and nothing is thrown for a bad
-/// manifest. Takes time in proportion to the manifest. Where there are more
-/// findings of a rule than Options::mostOfARule, the message of the last one says how many are left out. May be called from any
+/// names, that is the only finding beside what is no strict XML in front of that. Nothing is printed
+/// or logged, and nothing is thrown for a bad manifest. Takes time in proportion to the manifest.
+/// Where there are more findings of a rule than Options::mostOfARule, the message of the last one
+/// says how many are left out. May be called from any
 /// thread at any time.
 /// \{
 

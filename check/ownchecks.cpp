@@ -41,7 +41,8 @@ void reportWebContent(Checker& checker, const Node& content)
 void checkRepeatedName(Checker& checker, RuleId id, const Node& element, const XmlName& attribute)
 {
   const QString name = element.attribute(attribute).trimmed();
-  if (!name.isEmpty() && !checker.isFirst(id, name))
+  const bool isPath = id == RuleId::RepeatedBehavior;
+  if (!name.isEmpty() && !checker.isFirst(id, isPath ? plain(name) : name))
   {
     checker.report(id, valueOf(element, attribute),
                    QStringLiteral("an earlier %1 has the same %2 %3; write another one")
@@ -54,9 +55,24 @@ void checkBehavior(Checker& checker, const Node& behavior)
   checkRepeatedName(checker, RuleId::RepeatedBehavior, behavior, n().path);
 }
 
+void checkFile(Checker& checker, const Node& file)
+{
+  const QString path = file.attribute(n().path).trimmed();
+  if (!path.isEmpty() && !checker.isFirst(RuleId::NeedlessRepeat, plain(path)))
+  {
+    checker.report(
+        RuleId::NeedlessRepeat, valueOf(file, n().path),
+        QStringLiteral("the file %1 is listed already; remove this one").arg(quoted(path)));
+  }
+}
+
 void checkDialog(Checker& checker, const Node& dialog)
 {
   checkRepeatedName(checker, RuleId::RepeatedTopic, dialog, n().topicName);
+  if (checker.isMisspelt(n().topic))
+  {
+    return;
+  }
   for (const Node& child : Children(dialog))
   {
     if (child.isNamed(n().topic))
@@ -70,7 +86,9 @@ void checkDialog(Checker& checker, const Node& dialog)
 
 void checkTopic(Checker& checker, const Node& topic)
 {
-  if (topic.attribute(n().language).isEmpty() || topic.attribute(n().path).isEmpty())
+  const auto isMissing = [&](const XmlName& attribute)
+  { return topic.attribute(attribute).isEmpty() && !checker.isMisspelt(attribute); };
+  if (isMissing(n().language) || isMissing(n().path))
   {
     checker.report(RuleId::UnwrittenTopic, nameOf(topic),
                    QStringLiteral("the topic is not written back without a language and a path"));
@@ -165,6 +183,7 @@ const std::vector<std::pair<std::string, OwnCheck>>& ownChecks()
       {"/package/contents/dialogContent", checkDialog},
       {"/package/contents/dialogContent/topic", checkTopic},
       {"/package/contents/webContent", reportWebContent},
+      {"/package/executableFiles/file", checkFile},
       {"/package/requirements/mirelRequirement", checkSoftware},
       {"/package/requirements/robotRequirement", checkRobot},
       {"/package/services/service", checkService}};

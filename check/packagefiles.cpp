@@ -13,6 +13,19 @@ bool leavesPackage(const QString& path)
          clean.startsWith(QLatin1String("../"));
 }
 
+bool isForeign(const QString& path)
+{
+  const bool hasDrive = path.size() > 1 && path.at(1) == ':' && path.at(0).isLetter();
+  return hasDrive || path.contains('\\');
+}
+
+QString plain(const QString& path)
+{
+  const bool isPlain = !path.contains(QLatin1String("./")) && !path.contains(QLatin1String("//")) &&
+                       !path.endsWith('/') && !path.endsWith(QLatin1String("/."));
+  return isPlain ? path : QDir::cleanPath(path);
+}
+
 QString programIn(const QString& commandLine)
 {
   const QString trimmed = commandLine.trimmed();

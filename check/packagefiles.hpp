@@ -13,6 +13,12 @@ namespace vesk::check
 /// looked at.
 bool leavesPackage(const QString& path);
 
+/// Whether a path is written as other systems do, with backslashes or the letter of a drive.
+bool isForeign(const QString& path);
+
+/// A path without what does not change where it leads, such as the "./" of "./a" and the "/" of "a/".
+QString plain(const QString& path);
+
 /// The program that a command line starts, as far as that is a path in the package: its first word
 /// if that is relative and has a "/". Empty for any other, and where a shell would have to tell.
 QString programIn(const QString& commandLine);

@@ -9,12 +9,8 @@ void Checker::checkRepeated(const Node& child, const CheckedElement& known, Sibl
 {
   if (siblings.checkedParent.format.holds == format::Holds::Names)
   {
-    QSet<QString>& permissions = lists[&siblings.checkedParent];
-    if (!permissions.contains(known.name))
-    {
-      permissions.insert(known.name);
-    }
-    else if (counts(RuleId::RepeatedPermission, nameOf(child)))
+    if (!insert(lists[&siblings.checkedParent], known.name) &&
+        countOne(RuleId::RepeatedPermission, nameOf(child)))
     {
       add(RuleId::RepeatedPermission, nameOf(child),
           QStringLiteral("the permission %1 is there already; remove this one")
@@ -46,7 +42,7 @@ void Checker::reportRepeated(const Node& child, const CheckedElement& known,
            QStringLiteral("a further %1 replaces the one before; keep one of them").arg(name));
     break;
   case format::Several::CountForOneReader:
-    if (counts(RuleId::RepeatedSection, nameOf(child)))
+    if (countOne(RuleId::RepeatedSection, nameOf(child)))
     {
       add(RuleId::RepeatedSection, nameOf(child),
           QStringLiteral("one reader adds a further %1 to the one before, the other reads only "
@@ -58,7 +54,7 @@ void Checker::reportRepeated(const Node& child, const CheckedElement& known,
   case format::Several::Count:
   case format::Several::CountOnce:
   case format::Several::LastOfKeyCounts:
-    if (counts(RuleId::NeedlessRepeat, nameOf(child)))
+    if (countOne(RuleId::NeedlessRepeat, nameOf(child)))
     {
       add(RuleId::NeedlessRepeat, nameOf(child),
           isPresence ? QStringLiteral("%1 is there already; remove this one").arg(name)
@@ -70,11 +66,11 @@ void Checker::reportRepeated(const Node& child, const CheckedElement& known,
   }
 }
 
-void Checker::noteNewKey(const CheckedElement& entry, const QString& key)
+void Checker::noteNewKey(std::size_t finding, const CheckedElement& entry, const QString& key)
 {
   if (entry.format.several == format::Several::LastOfKeyCounts)
   {
-    newKeys.push_back({found.size() - 1, &entry, key});
+    newKeys.push_back({finding, &entry, key});
   }
 }
 
@@ -82,12 +78,10 @@ void Checker::dropMendsToSameKeys()
 {
   for (const NewKey& newKey : newKeys)
   {
-    QSet<QString>& keys = lists[newKey.entry];
-    if (keys.contains(newKey.key))
+    if (!insert(lists[newKey.entry], newKey.key))
     {
       found.dropMend(newKey.finding);
     }
-    keys.insert(newKey.key);
   }
   newKeys.clear();
 }

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <check/report.hpp>
-#include <source/lines.hpp>
 
 #include <QStringList>
 
@@ -12,12 +11,6 @@ namespace vesk::check
 {
 namespace
 {
-Position positionOf(std::size_t offset, const source::Lines& lines)
-{
-  const source::Place place = lines.placeOf(offset);
-  return {place.line, place.column, place.utf16Column, offset};
-}
-
 Position positionOf(const Spot& spot) { return {spot.line, spot.column, spot.column, 0}; }
 
 source::Range withoutBlanksAtEnds(const source::Range& range, std::string_view text)
@@ -33,23 +26,28 @@ source::Range withoutBlanksAtEnds(const source::Range& range, std::string_view t
 }
 } // namespace
 
+Position positionOf(std::size_t offset, const source::Lines& lines)
+{
+  const source::Place place = lines.placeOf(offset);
+  return {place.line, place.column, place.utf16Column, offset};
+}
+
 Report::Report(const Options& options) : most(std::max(options.mostOfARule, std::size_t{1}))
 {
   for (const Rule& rule : rules())
   {
-    const auto asked = options.severities.find(rule.tag);
-    severities.push_back(asked == options.severities.end() ? rule.severity : asked->second);
+    severities.push_back(askedFor(rule, options));
   }
   counts.resize(severities.size());
 }
 
-bool Report::count(RuleId id)
+bool Report::countOne(RuleId id)
 {
-  return severityOf(id) != Severity::Off && ++counts[static_cast<std::size_t>(id)] <= most;
+  return isOn(id) && ++counts[static_cast<std::size_t>(id)] <= most;
 }
 
-void Report::add(RuleId id, const QString& message, const Spot& spot, const QString& place,
-                 std::optional<Mend> mend)
+std::size_t Report::add(RuleId id, const QString& message, const Spot& spot, const QString& place,
+                        std::optional<Mend> mend)
 {
   findings.push_back({&ruleOf(id),
                       severityOf(id),
@@ -59,6 +57,7 @@ void Report::add(RuleId id, const QString& message, const Spot& spot, const QStr
                       place.toStdString(),
                       std::move(mend)});
   spots.push_back(spot);
+  return findings.size() - 1;
 }
 
 std::vector<Finding> Report::take(std::string_view text)
@@ -88,7 +87,7 @@ std::vector<Finding> Report::take(std::string_view text)
                    });
   for (std::size_t id = 0; id < counts.size(); ++id)
   {
-    if (counts[id] > most)
+    if (counts[id] > most && most > 0)
     {
       const auto last = std::find_if(findings.rbegin(), findings.rend(),
                                      [id](const Finding& finding)
@@ -110,18 +109,29 @@ QString cut(const QString& name)
   return name.left(isWithinPair ? most - 2 : most - 1) + QChar(0x2026);
 }
 
-QString quoted(const QString& text)
+QString quoted(const QString& text) { return '"' + visible(cut(text)) + '"'; }
+
+QString visible(const QString& text)
 {
-  QString shown = cut(text);
-  for (QChar& character : shown)
+  QString shown;
+  for (const QChar character : text)
   {
-    if (character.category() == QChar::Other_Control || character == QChar::LineSeparator ||
-        character == QChar::ParagraphSeparator)
+    switch (character.category())
     {
-      character = QLatin1Char(' ');
+    case QChar::Other_Control:
+    case QChar::Separator_Line:
+    case QChar::Separator_Paragraph:
+      shown += QLatin1Char(' ');
+      break;
+    case QChar::Other_Format:
+      shown += QStringLiteral("<U+%1>").arg(character.unicode(), 4, 16, QLatin1Char('0')).toUpper();
+      break;
+    default:
+      shown += character;
+      break;
     }
   }
-  return '"' + shown + '"';
+  return shown;
 }
 
 QString listOf(const std::vector<QString>& names)

@@ -4,6 +4,7 @@
 
 #include <check/rules.hpp>
 #include <check/subject.hpp>
+#include <source/lines.hpp>
 
 #include <optional>
 #include <string_view>
@@ -28,15 +29,16 @@ class Report
 public:
   explicit Report(const Options& options);
 
-  /// Counts a finding of this rule; false when it is not to be added.
-  bool count(RuleId id);
+  /// Whether findings of this rule are asked for.
+  bool isOn(RuleId id) const { return severityOf(id) != Severity::Off; }
+  /// Counts a further finding of this rule; false when it is not to be added.
+  bool countOne(RuleId id);
 
-  void add(RuleId id, const QString& message, const Spot& spot, const QString& place = {},
-           std::optional<Mend> mend = std::nullopt);
+  /// Gives the number of the finding among those that are added, from 0.
+  std::size_t add(RuleId id, const QString& message, const Spot& spot, const QString& place = {},
+                  std::optional<Mend> mend = std::nullopt);
 
-  /// How many have been added.
-  std::size_t size() const { return findings.size(); }
-  /// Takes back that a finding can be mended, by its number from 0.
+  /// Takes back that a finding can be mended, by its number.
   void dropMend(std::size_t finding) { findings[finding].mend.reset(); }
 
   /// All, in document order. Where more of a rule were counted than are listed, the last one says so.
@@ -53,9 +55,14 @@ private:
   std::vector<Spot> spots; // of the findings
 };
 
-/// A name or value from a manifest for a message: quoted, cut where it is long, without control
-/// characters.
+/// A name or value from a manifest for a message: quoted, cut where it is long, and visible.
 QString quoted(const QString& text);
+
+/// A text on one line: blanks in place of control characters, and codes as "<U+200B>" in place of those
+/// that nobody sees, or that turn the direction of writing.
+QString visible(const QString& text);
+
+Position positionOf(std::size_t offset, const source::Lines& lines);
 
 /// Names, quoted, with commas between them; or with "or" before the last.
 /// \{

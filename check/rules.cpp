@@ -88,8 +88,9 @@ constexpr std::array table{
            "holds. Move it into the element that the message names."}},
     Entry{RuleId::UnknownAttribute,
           {"unknown-attribute", Severity::Warning, lost,
-           "No reader knows the attribute on this element, so it is skipped. Names are case- "
-           "sensitive. Correct the name or remove the attribute. The message has the name that is "
+           "No reader knows the attribute on this element, so it is skipped. Names are "
+           "case-sensitive. Correct the name or remove the attribute. The message has the name "
+           "that is "
            "probably meant, if there is one that the element lacks. Declarations of namespaces are "
            "no fault, nor is the place of a schema on the root, as in xsi:schemaLocation."}},
     Entry{RuleId::SkippedText,
@@ -134,11 +135,13 @@ constexpr std::array table{
           {"repeated-element", Severity::Warning, lost,
            "An element that gives one value comes several times. What the later one gives replaces "
            "what the earlier gave. Keep one."}},
-    Entry{RuleId::NeedlessRepeat,
-          {"needless-repeat", Severity::Hint, kept,
-           "An element that is meant to come once comes several times, such as the tags of a "
-           "behavior. The readers take all of them together, but other programs may take one, and "
-           "the schemas refuse it. Merge them into one."}},
+    Entry{
+        RuleId::NeedlessRepeat,
+        {"needless-repeat", Severity::Hint, kept,
+         "An element that is meant to come once comes several times, such as the tags of a "
+         "behavior, or an executable file is listed again. The readers take all of them, but other "
+         "programs may take one, and the schemas refuse it of elements that are meant to come "
+         "once. Merge them into one, or remove the file that is listed already."}},
     Entry{
         RuleId::SurroundingBlanks,
         {"surrounding-blanks", Severity::Warning, kept,
@@ -152,8 +155,7 @@ constexpr std::array table{
     Entry{RuleId::AutorunValue,
           {"autorun-value", Severity::Warning, lost,
            "\"autorun\" is yes for \"true\" only; any other value is no, also with other letters "
-           "or with "
-           "blanks, as in \"TRUE\". Write \"true\" or \"false\"."}},
+           "or with blanks, as in \"TRUE\". Write \"true\" or \"false\"."}},
     Entry{RuleId::AutorunOne,
           {"autorun-one", Severity::Warning, lost,
            "\"autorun\" is \"1\": loadManifest takes it for yes, PackageInfo for no. Write "
@@ -187,8 +189,7 @@ constexpr std::array table{
         RuleId::LanguageForm,
         {"language-form", Severity::Warning, kept,
          "A language is given in another form than codes have, as \"English\" instead of \"en\". "
-         "The "
-         "readers keep it as it is, and no program that looks for a language's code finds it. "
+         "The readers keep it as it is, and no program that looks for a language's code finds it. "
          "Write two or three letters and, where it matters, the script or country, as in \"en_US\" "
          "or \"zh-Hant-TW\"; \"x-\" begins a code of one's own."}},
     Entry{RuleId::MixedLanguageCodes,
@@ -240,12 +241,14 @@ constexpr std::array table{
           {"empty-path", Severity::Warning, kept,
            "A path is missing, empty or of blanks only. It is read so; of a dialog's topics it is "
            "not written when it is empty. Say where in the package the file or folder is."}},
-    Entry{
-        RuleId::PathOutsidePackage,
-        {"path-outside-package", Severity::Warning, kept,
-         "A path is absolute, or leaves the package with \"..\". The readers keep it as it is; "
-         "programs that follow it reach files of somebody else. Make it relative to the package's "
-         "folder. Where symbolic links lead is not looked at."}},
+    Entry{RuleId::PathOutsidePackage,
+          {"path-outside-package", Severity::Warning, kept,
+           "A path is absolute, leaves the package with \"..\", or has backslashes or the letter "
+           "of a "
+           "drive, as no robot has. The readers keep it as it is; programs that follow it reach "
+           "files "
+           "of somebody else, or none. Make it relative to the package's "
+           "folder. Where symbolic links lead is not looked at."}},
     Entry{
         RuleId::MissingFile,
         {"missing-file", Severity::Warning, kept,
@@ -310,6 +313,12 @@ const Rule* findRule(const std::string& tag)
 }
 
 const Rule& ruleOf(RuleId id) { return rules()[static_cast<std::size_t>(id)]; }
+
+Severity askedFor(const Rule& rule, const Options& options)
+{
+  const auto asked = options.severities.find(rule.tag);
+  return asked == options.severities.end() ? rule.severity : asked->second;
+}
 
 const char* nameOf(Severity severity)
 {

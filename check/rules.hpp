@@ -65,6 +65,9 @@ enum class RuleId
 
 const Rule& ruleOf(RuleId id);
 
+/// The severity that the options ask for.
+Severity askedFor(const Rule& rule, const Options& options);
+
 } // namespace vesk::check
 
 #endif

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <check/stricttext.hpp>
 
+#include <QString>
+
 #include <algorithm>
 #include <string_view>
 
@@ -68,17 +70,26 @@ bool isUnknown(const source::Encoding& encoding)
   return !encoding.isUtf8() && !source::decode({}, encoding).isKnown;
 }
 
+/// In which bytes that are no text do not hide what is behind them: any other byte is one character.
+bool isAscii(const source::Encoding& encoding)
+{
+  const QString name = QString::fromStdString(encoding.name).toLower();
+  return name == QLatin1String("us-ascii") || name == QLatin1String("ascii");
+}
+
 /// \p document, in which there is an error, or as much of the same text as can be parsed otherwise.
 StrictText mostOf(source::Document document, const std::string& text)
 {
   const std::optional<source::Error> error = document.error();
   const bool isEncodingUnclear = !(document.nodes().begin() != document.nodes().end());
-  if (!document.encoding().isUtf8() && !isEncodingUnclear)
+  const bool isOfAscii = isAscii(document.encoding());
+  if (!document.encoding().isUtf8() && !isEncodingUnclear && !isOfAscii)
   {
     return {std::move(document), error, false};
   }
-  return {parsed(withoutFaultyBytes(isEncodingUnclear ? withoutDeclaration(text) : text)), error,
-          false, isUnknown(document.encoding())};
+  return {
+      parsed(withoutFaultyBytes(isEncodingUnclear || isOfAscii ? withoutDeclaration(text) : text)),
+      error, false, isUnknown(document.encoding())};
 }
 } // namespace
 

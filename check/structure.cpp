@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <check/checker.hpp>
-#include <check/confusions.hpp>
 #include <check/elementtext.hpp>
+#include <check/fitting.hpp>
 #include <package/xml/text.hpp>
 
 #include <algorithm>
@@ -10,21 +10,6 @@ namespace vesk::check
 {
 namespace
 {
-/// A node's step in a place, without its number.
-QString stepOf(const Node& node)
-{
-  if (node.isElement())
-  {
-    return cut(node.name());
-  }
-  if (node.isText())
-  {
-    return QStringLiteral("text()");
-  }
-  return node.isComment() ? QStringLiteral("comment()")
-                          : QStringLiteral("processing-instruction()");
-}
-
 /// What a node is that is neither an element nor a text.
 QString kindOf(const Node& node)
 {
@@ -63,6 +48,20 @@ QString lossIn(const QString& value)
 }
 } // namespace
 
+QString Checker::stepOf(const Node& node)
+{
+  if (node.isElement())
+  {
+    return cut(node.name());
+  }
+  if (node.isText())
+  {
+    return QStringLiteral("text()");
+  }
+  return node.isComment() ? QStringLiteral("comment()")
+                          : QStringLiteral("processing-instruction()");
+}
+
 Checker::Checker(const Node& firstOfDocument, const source::Document* edited,
                  const Options& options, Report& findings, const source::Document* draft)
     : first(firstOfDocument), mending(edited), files(QString::fromStdString(options.packageFolder)),
@@ -84,7 +83,7 @@ void Checker::check(const Node& documentType)
       if (!node.isNamed(checkedPackage().name))
       {
         const QString& name = checkedPackage().name;
-        const bool isSure = !probablyMeant(node.name(), {name}).empty();
+        const bool isSure = isSurely(node, checkedPackage());
         report(RuleId::RootName, nameOf(node),
                QStringLiteral("the root is called %1; write %2")
                    .arg(quoted(node.name()), quoted(name)),
@@ -131,8 +130,8 @@ bool Checker::isOpen(const Node& element) const
   return tag.substr(tag.size() - endOfEmpty.size()) != endOfEmpty;
 }
 
-void Checker::add(RuleId id, const Subject& subject, const QString& message,
-                  std::optional<Mend> mend)
+std::size_t Checker::add(RuleId id, const Subject& subject, const QString& message,
+                         std::optional<Mend> mend)
 {
   QString place;
   for (const QString& step : steps)
@@ -143,10 +142,10 @@ void Checker::add(RuleId id, const Subject& subject, const QString& message,
   {
     place += "/@" + cut(subject.attribute);
   }
-  found.add(id, message,
-            {subject.range(), subject.node.toolkitsLine(), subject.node.toolkitsColumn(),
-             subject.part == Subject::Part::Text},
-            place, std::move(mend));
+  return found.add(id, message,
+                   {subject.range(), subject.node.toolkitsLine(), subject.node.toolkitsColumn(),
+                    subject.part == Subject::Part::Text},
+                   place, std::move(mend));
 }
 
 void Checker::reportNotKept(const Node& node)
@@ -172,7 +171,8 @@ void Checker::reportNotKeptIn(const Node& text)
 
 void Checker::checkElement(const Node& element, const CheckedElement& checked)
 {
-  checkAttributes(element, checked);
+  std::set<QString> missing;
+  checkAttributes(element, checked, missing);
   switch (checked.format.holds)
   {
   case format::Holds::Presence:
@@ -187,9 +187,10 @@ void Checker::checkElement(const Node& element, const CheckedElement& checked)
   case format::Holds::Elements:
   case format::Holds::Entries:
   case format::Holds::Names:
-    checkChildren(element, checked);
+    checkChildren(element, checked, missing);
     break;
   }
+  misspelt.swap(missing);
   checkValues(element, checked);
 }
 
@@ -198,15 +199,13 @@ void Checker::checkPresence(const Node& element)
   const QString text = element.text().trimmed();
   if (!text.isEmpty())
   {
-    const QString lower = text.toLower();
-    const bool saysYes =
-        lower == QLatin1String("true") || lower == QLatin1String("yes") || lower == '1';
+    const bool isYes = saysYes(text);
     report(RuleId::PresenceCounts, textOf(element),
-           (saysYes ? QStringLiteral("%1 says yes by being there; remove the text %2")
-                    : QStringLiteral("%1 says yes by being there, not by the text %2; to say no, "
-                                     "remove the element"))
+           (isYes ? QStringLiteral("%1 says yes by being there; remove the text %2")
+                  : QStringLiteral("%1 says yes by being there, not by the text %2; to say no, "
+                                   "remove the element"))
                .arg(quoted(element.name()), quoted(text)),
-           saysYes ? mending.setText(element, {}) : std::nullopt);
+           isYes ? mending.setText(element, {}) : std::nullopt);
   }
   checkMarkup(element);
 }
@@ -219,16 +218,16 @@ void Checker::checkText(const Node& element)
 
 void Checker::checkMarkup(const Node& element)
 {
-  bool hasElements = false;
   for (const Node& child : Children(element))
   {
-    hasElements = hasElements || child.isElement();
-  }
-  if (hasElements)
-  {
-    report(RuleId::MarkupInText, textOf(element),
-           QStringLiteral("elements in %1 are dropped, and their text is taken; remove their tags")
-               .arg(quoted(element.name())));
+    if (child.isElement())
+    {
+      report(
+          RuleId::MarkupInText, whole(child),
+          QStringLiteral("elements in %1 are dropped, and their text is taken; remove their tags")
+              .arg(quoted(element.name())));
+      return;
+    }
   }
 }
 
@@ -242,7 +241,8 @@ void Checker::checkCharacters(const Subject& subject, const QString& value)
   }
 }
 
-void Checker::checkAttributes(const Node& element, const CheckedElement& checked)
+void Checker::checkAttributes(const Node& element, const CheckedElement& checked,
+                              std::set<QString>& missing)
 {
   int known = 0;
   for (const CheckedAttribute& attribute : checked.attributes)
@@ -255,11 +255,12 @@ void Checker::checkAttributes(const Node& element, const CheckedElement& checked
   }
   if (element.attributeCount() != known)
   {
-    checkUnknownAttributes(element, checked);
+    checkUnknownAttributes(element, checked, missing);
   }
 }
 
-void Checker::checkChildren(const Node& element, const CheckedElement& checked)
+void Checker::checkChildren(const Node& element, const CheckedElement& checked,
+                            std::set<QString>& missing)
 {
   // Another element of the same name continues a list; any other element starts its own lists.
   const bool isList = checked.format.holds == format::Holds::Entries ||
@@ -292,7 +293,14 @@ void Checker::checkChildren(const Node& element, const CheckedElement& checked)
     }
     steps.pop_back();
   }
-  checkNeededChildren(element, children);
+  if (found.isOn(RuleId::UnknownElement))
+  {
+    for (const auto& [name, unknown] : children.unknown)
+    {
+      missing.insert(unknown.meaning.missing.begin(), unknown.meaning.missing.end());
+    }
+  }
+  checkNeededChildren(element, children, missing);
   if (!isList)
   {
     dropMendsToSameKeys();

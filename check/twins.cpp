@@ -2,6 +2,7 @@
 #include <check/twins.hpp>
 #include <package/xml/text.hpp>
 
+#include <algorithm>
 #include <array>
 
 namespace vesk::check
@@ -51,6 +52,33 @@ bool areAlike(const QDomNode& node, const source::Node& twin)
 {
   return !node.isElement() || fromQString(node.nodeName()) == twin.name();
 }
+
+/// Nodes of one class that may be twins of the children of a node.
+struct Candidates
+{
+  std::vector<const source::Node*> nodes;
+  std::size_t before = 0; ///< how many stand before the first reference to an entity
+  std::size_t behind = 0; ///< and behind the last
+
+  /// Makes them as many as the children, with null for those that a reference has brought; none where
+  /// that cannot be told. Texts that it brings can be one with those beside it: these \p canJoin.
+  void align(std::size_t children, bool isWhole, bool hasReference, bool canJoin);
+};
+
+void Candidates::align(std::size_t children, bool isWhole, bool hasReference, bool canJoin)
+{
+  const std::size_t count = nodes.size();
+  if (children > count && isWhole && hasReference && !canJoin)
+  {
+    nodes.insert(nodes.end() - static_cast<std::ptrdiff_t>(behind), children - count, nullptr);
+    std::fill(nodes.begin() + static_cast<std::ptrdiff_t>(before),
+              nodes.end() - static_cast<std::ptrdiff_t>(behind), nullptr);
+  }
+  else if (children != count && (isWhole || hasReference || children < count))
+  {
+    nodes.clear();
+  }
+}
 } // namespace
 
 Twins::Twins(const QDomDocument& document, const source::Document& parsed)
@@ -67,14 +95,23 @@ Twins::Twins(const QDomDocument& document, const source::Document& parsed)
 
 void Twins::addChildren(const QDomNode& parent, source::Node::ChildRange twins)
 {
-  std::array<std::vector<const source::Node*>, ClassCount> candidates;
+  std::array<Candidates, ClassCount> candidates;
   bool hasReference = false;
   for (const source::Node& twin : twins)
   {
-    hasReference = hasReference || twin.kind() == Kind::Reference;
+    if (twin.kind() == Kind::Reference)
+    {
+      hasReference = true;
+      for (Candidates& ofClass : candidates)
+      {
+        ofClass.behind = 0;
+      }
+    }
     if (isInToolkit(twin))
     {
-      candidates.at(classOf(twin)).push_back(&twin);
+      Candidates& ofClass = candidates.at(classOf(twin));
+      ofClass.nodes.push_back(&twin);
+      ++(hasReference ? ofClass.behind : ofClass.before);
     }
   }
   std::array<std::size_t, ClassCount> counts{};
@@ -84,23 +121,18 @@ void Twins::addChildren(const QDomNode& parent, source::Node::ChildRange twins)
   }
   for (std::size_t i = 0; i < ClassCount; ++i)
   {
-    const bool isSure = counts.at(i) == candidates.at(i).size() ||
-                        (!isWhole && !hasReference && counts.at(i) > candidates.at(i).size());
-    if (!isSure)
-    {
-      candidates.at(i).clear();
-    }
+    candidates.at(i).align(counts.at(i), isWhole, hasReference, i == Texts);
   }
   std::array<std::size_t, ClassCount> done{};
   for (QDomNode child = parent.firstChild(); !child.isNull(); child = child.nextSibling())
   {
     const Class kind = classOf(child);
     const std::size_t number = done.at(kind)++;
-    const source::Node* twin =
-        number < candidates.at(kind).size() ? candidates.at(kind)[number] : nullptr;
+    std::vector<const source::Node*>& nodes = candidates.at(kind).nodes;
+    const source::Node* twin = number < nodes.size() ? nodes[number] : nullptr;
     if (twin != nullptr && !areAlike(child, *twin))
     {
-      candidates.at(kind).clear(); // nor are those behind it
+      nodes.clear(); // nor are those behind it
       twin = nullptr;
     }
     const std::size_t place = entries.size();

@@ -12,14 +12,6 @@ namespace vesk::check
 {
 namespace
 {
-/// False when it is there already.
-bool insert(QSet<QString>& set, const QString& value)
-{
-  const int size = set.size();
-  set.insert(value);
-  return set.size() != size;
-}
-
 RuleId ruleOfMissing(const CheckedElement& element, const CheckedAttribute& attribute)
 {
   switch (attribute.format.type)
@@ -38,6 +30,12 @@ RuleId ruleOfMissing(const CheckedElement& element, const CheckedAttribute& attr
          : attribute.format.name == manifestNames().topicName.inUtf8() ? RuleId::EmptyTopic
                                                                        : RuleId::MissingAttribute;
 }
+
+/// Of a value that is not blank altogether.
+bool hasBlanksAround(const QString& value)
+{
+  return !isBlank(value) && (value.front().isSpace() || value.back().isSpace());
+}
 } // namespace
 
 void Checker::checkValues(const Node& element, const CheckedElement& checked)
@@ -48,7 +46,10 @@ void Checker::checkValues(const Node& element, const CheckedElement& checked)
   }
   for (const CheckedAttribute& attribute : checked.attributes)
   {
-    checkAttribute(element, checked, attribute);
+    if (!isMisspelt(attribute.name))
+    {
+      checkAttribute(element, checked, attribute);
+    }
   }
   if (checked.ownCheck != nullptr)
   {
@@ -118,12 +119,13 @@ void Checker::checkAttribute(const Node& element, const CheckedElement& checked,
   }
 }
 
-void Checker::checkNeededChildren(const Node& element, const Siblings& children)
+void Checker::checkNeededChildren(const Node& element, const Siblings& children,
+                                  const std::set<QString>& missing)
 {
   for (const CheckedElement& child : children.checkedParent.children)
   {
     if (child.format.isRequired && !child.format.isRepeatable &&
-        !children.total.contains(child.name))
+        !children.total.contains(child.name) && missing.count(child.name) == 0)
     {
       report(RuleId::MissingElement, nameOf(element),
              QStringLiteral("%1 holds no %2; add one")
@@ -142,22 +144,27 @@ void Checker::reportMissing(const Node& element, const CheckedElement& checked,
              : QStringLiteral("%1 has no attribute %2; add it").arg(quoted(element.name()), name));
 }
 
-bool Checker::checkBlanks(const Subject& subject, const QString& given)
+void Checker::checkBlanks(const Subject& subject, const QString& given)
 {
+  if (hasBlanksAround(given))
+  {
+    reportBlanks(subject, given);
+  }
+}
+
+std::optional<std::size_t> Checker::reportBlanks(const Subject& subject, const QString& given)
+{
+  if (!countOne(RuleId::SurroundingBlanks, subject))
+  {
+    return std::nullopt;
+  }
   const QString trimmed = given.trimmed();
-  if (trimmed.size() == given.size() || trimmed.isEmpty())
-  {
-    return false;
-  }
-  if (counts(RuleId::SurroundingBlanks, subject))
-  {
-    add(RuleId::SurroundingBlanks, subject,
-        QStringLiteral("%1 has blanks around it, which count; write %2")
-            .arg(quoted(given), quoted(trimmed)),
-        subject.attribute.isEmpty() ? mending.setText(subject.node, trimmed)
-                                    : mending.setValue(subject.node, subject.attribute, trimmed));
-  }
-  return true;
+  return add(RuleId::SurroundingBlanks, subject,
+             QStringLiteral("%1 has blanks around it, which count; write %2")
+                 .arg(quoted(given), quoted(trimmed)),
+             subject.attribute.isEmpty()
+                 ? mending.setText(subject.node, trimmed)
+                 : mending.setValue(subject.node, subject.attribute, trimmed));
 }
 
 void Checker::checkUsual(const Subject& subject, const format::Entry& entry, const QString& given)
@@ -169,7 +176,7 @@ void Checker::checkUsual(const Subject& subject, const format::Entry& entry, con
   {
     checkBlanks(subject, given);
   }
-  else if (counts(RuleId::UnknownNature, subject))
+  else if (countOne(RuleId::UnknownNature, subject))
   {
     std::vector<QString> usual;
     for (const std::string& known : entry.usual)
@@ -177,11 +184,12 @@ void Checker::checkUsual(const Subject& subject, const format::Entry& entry, con
       usual.push_back(QString::fromStdString(known));
     }
     const std::vector<QString> probable = probablyMeant(value, usual);
-    const bool isSure = probable.size() == 1;
+    const bool isOne = probable.size() == 1;
+    const bool isSure = isOne && isSurelyMeant(value, probable.front());
     add(RuleId::UnknownNature, subject,
         QStringLiteral("nobody knows the %1 %2; write %3")
             .arg(QString::fromStdString(entry.name), quoted(given),
-                 choiceOf(isSure ? probable : usual)),
+                 choiceOf(isOne ? probable : usual)),
         !isSure ? std::nullopt
         : subject.attribute.isEmpty()
             ? mending.setText(subject.node, probable.front())
@@ -198,24 +206,23 @@ void Checker::checkLanguage(const Subject& subject, const CheckedElement& checke
   {
     return;
   }
-  const std::size_t findings = found.size();
-  const bool hasBlanks = checkBlanks(subject, given);
-  if (found.size() > findings && !subject.attribute.isEmpty())
+  if (language.size() != given.size())
   {
-    noteNewKey(checked, language);
+    const std::optional<std::size_t> number = reportBlanks(subject, given);
+    if (number && !subject.attribute.isEmpty())
+    {
+      noteNewKey(*number, checked, language);
+    }
   }
-  else if (!hasBlanks)
+  else if (!isLanguageForm(language))
   {
-    if (!isLanguageForm(language))
-    {
-      report(RuleId::LanguageForm, subject,
-             QStringLiteral(R"(%1 is no code of a language; write one such as "en" or "en_US")")
-                 .arg(quoted(language)));
-    }
-    else if (checked.format.isRepeatable)
-    {
-      checkSeparator(subject, language);
-    }
+    report(RuleId::LanguageForm, subject,
+           QStringLiteral(R"(%1 is no code of a language; write one such as "en" or "en_US")")
+               .arg(quoted(language)));
+  }
+  else if (checked.format.isRepeatable)
+  {
+    checkSeparator(subject, language);
   }
   checkListed(subject, checked, language);
 }
@@ -226,7 +233,7 @@ void Checker::checkRepeatedLanguage(const Subject& subject, const CheckedElement
   const bool isListed = checked.format.several == format::Several::CountOnce;
   // Where all count, a language may have any number of texts.
   const bool isOnce = isListed || checked.format.several == format::Several::LastOfKeyCounts;
-  if (isOnce && !insert(lists[&checked], language) && counts(RuleId::RepeatedLanguage, subject))
+  if (isOnce && !insert(lists[&checked], language) && countOne(RuleId::RepeatedLanguage, subject))
   {
     add(RuleId::RepeatedLanguage, subject,
         (isListed ? QStringLiteral("the language %1 is there already; remove this one")
@@ -272,6 +279,13 @@ void Checker::checkPath(const Subject& subject, bool isWhole, const QString& giv
   {
     report(RuleId::PathOutsidePackage, subject,
            QStringLiteral("the path %1 leaves the package; write one relative to its folder")
+               .arg(quoted(path)));
+  }
+  else if (isForeign(path))
+  {
+    report(RuleId::PathOutsidePackage, subject,
+           QStringLiteral(R"(the path %1 leads nowhere on a robot; write one with "/" between )"
+                          "folders, relative to the package's")
                .arg(quoted(path)));
   }
   else if (files.areKnown() && !files.has(path, isWhole))

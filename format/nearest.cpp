@@ -28,27 +28,30 @@ std::size_t replacing(char left, char right)
 /// What it costs to make one name of another, neither of which is longer than the longest.
 std::size_t distance(const std::string& from, const std::string& to)
 {
-  // costs[i][j]: of the first j letters of one from the first i letters of the other
-  std::array<std::array<std::size_t, longest + 1>, longest + 1> costs{};
+  // costs[j], in the row of i: of the first j letters of one from the first i letters of the other
+  std::array<std::array<std::size_t, longest + 1>, 3> rows; // only what has been written is read
   for (std::size_t i = 0; i <= from.size(); ++i)
   {
+    auto& costs = rows[i % 3];
+    const auto& before = rows[(i + 2) % 3];
+    const auto& beforeThat = rows[(i + 1) % 3];
     for (std::size_t j = 0; j <= to.size(); ++j)
     {
       if (i == 0 || j == 0)
       {
-        costs[i][j] = (i + j) * editCost;
+        costs[j] = (i + j) * editCost;
         continue;
       }
-      costs[i][j] = std::min({costs[i - 1][j] + editCost, costs[i][j - 1] + editCost,
-                              costs[i - 1][j - 1] + replacing(from[i - 1], to[j - 1])});
+      costs[j] = std::min({before[j] + editCost, costs[j - 1] + editCost,
+                           before[j - 1] + replacing(from[i - 1], to[j - 1])});
       if (i > 1 && j > 1 && lower(from[i - 1]) == lower(to[j - 2]) &&
           lower(from[i - 2]) == lower(to[j - 1]))
       {
-        costs[i][j] = std::min(costs[i][j], costs[i - 2][j - 2] + editCost);
+        costs[j] = std::min(costs[j], beforeThat[j - 2] + editCost);
       }
     }
   }
-  return costs[from.size()][to.size()];
+  return rows[from.size() % 3][to.size()];
 }
 
 /// How many letters may differ where the longer name has so many.
