@@ -68,6 +68,26 @@ const Json& memberOf(const Json& value, const char* name)
   return *member;
 }
 
+/// Empty when there is none. Mostly it stands in the first lines; no more is parsed than is needed.
+std::string nameOfRoot(const std::string& text)
+{
+  constexpr std::size_t first = 1024;
+  constexpr std::size_t factor = 16;
+  for (std::size_t size = first;; size *= factor)
+  {
+    const source::Document beginning =
+        source::Document::parseText(text.substr(0, size), source::BlankTexts::LeftOut);
+    if (beginning.root() != nullptr)
+    {
+      return std::string(beginning.root()->name());
+    }
+    if (size >= text.size())
+    {
+      return {};
+    }
+  }
+}
+
 std::string folderOf(const std::string& path)
 {
   return path.empty() ? path : std::filesystem::path(path).parent_path().string();
@@ -114,10 +134,9 @@ const std::vector<check::Finding>& Manuscript::findings() const
 
 bool Manuscript::isManifest() const
 {
-  const source::Node* const root = document().root();
+  const std::string root = nameOfRoot(itsText);
   const std::string& name = vesk::format::package().name;
-  return root == nullptr || root->name() == name ||
-         !vesk::format::nearest(std::string(root->name()), {name}).empty();
+  return root.empty() || root == name || !vesk::format::nearest(root, {name}).empty();
 }
 
 std::size_t Manuscript::offsetOf(const Json& position) const
