@@ -21,6 +21,11 @@ namespace
 {
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
+bool hasMark(const std::string& text)
+{
+  return text.compare(0, byteOrderMark.size(), byteOrderMark) == 0;
+}
+
 bool isContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
 
 /// How many bytes of a line are in front of the one at so many units.
@@ -175,9 +180,7 @@ Json Manuscript::positionOf(std::size_t offset) const
     const std::size_t begin = lines().beginOf(place.line);
     character = std::clamp(offset, begin, itsText.size()) - begin;
   }
-  const bool isBehindMark =
-      place.line == 1 && offset > 0 && itsText.compare(0, byteOrderMark.size(), byteOrderMark) == 0;
-  if (isBehindMark)
+  if (place.line == 1 && offset > 0 && hasMark(itsText))
   {
     character += isUtf8 ? byteOrderMark.size() : 1;
   }
@@ -191,17 +194,28 @@ Json Manuscript::rangeOf(std::size_t begin, std::size_t end) const
 
 Json Manuscript::rangeOf(const check::Finding& finding) const
 {
-  const check::Position& begin = finding.begin;
-  if (begin.offset == 0 && begin.line > 0)
+  const Json begin = positionOf(finding.begin);
+  const Json end = positionOf(finding.end);
+  return {{"start", begin}, {"end", end}};
+}
+
+Json Manuscript::positionOf(const check::Position& position) const
+{
+  if (position.line == 0)
+  {
+    return positionOf(0);
+  }
+  const int column = std::max(position.utf16Column, 1);
+  if (itsClient.encoding() == PositionEncoding::Utf8)
   {
     // The place may be that of a reader, who counts lines and columns only.
-    const std::size_t line = lines().beginOf(begin.line);
-    const auto units = static_cast<std::size_t>(std::max(begin.utf16Column, 1)) - 1;
-    const std::size_t offset =
-        line + bytesBefore(lines().line(begin.line), units, PositionEncoding::Utf16);
-    return rangeOf(offset, std::max(offset, finding.end.offset));
+    const auto units = static_cast<std::size_t>(column) - 1;
+    const std::string_view line = lines().line(position.line);
+    return positionOf(lines().beginOf(position.line) +
+                      bytesBefore(line, units, PositionEncoding::Utf16));
   }
-  return rangeOf(finding.begin.offset, finding.end.offset);
+  const int mark = position.line == 1 && hasMark(itsText) ? 1 : 0;
+  return {{"line", position.line - 1}, {"character", column - 1 + mark}};
 }
 
 Json Manuscript::textEdit(const source::Edit& edit) const
