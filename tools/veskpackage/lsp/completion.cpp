@@ -235,7 +235,7 @@ private:
     }
     const std::size_t listBegin =
         cursor.around.size() > 1 ? cursor.around[cursor.around.size() - 2].contentBegin : 0;
-    addValuesOf(element, element, begin, end, listBegin, "", "");
+    addValuesOf(element, element, listBegin, {begin, end, "", ""});
   }
 
   void addValues()
@@ -255,24 +255,37 @@ private:
       end = offset + std::min(behind.find_first_of(" \t\r\n/="), behind.size());
     }
     const std::string quote(1, written.isQuoted ? text[written.valueBegin - 1] : '"');
-    addValuesOf(*attribute, *cursor.format, cursor.begin, end, cursor.around.back().contentBegin,
-                written.isQuoted ? "" : quote, isClosed ? "" : quote);
+    addValuesOf(*attribute, *cursor.format, cursor.around.back().contentBegin,
+                {cursor.begin, end, written.isQuoted ? "" : quote, isClosed ? "" : quote});
   }
 
-  /// The values of an element's text or attribute.
-  void addValuesOf(const format::Entry& entry, const format::Element& element, std::size_t begin,
-                   std::size_t end, std::size_t listBegin, const std::string& before,
-                   const std::string& after)
+  /// Where a value is written: instead of what stands there, with the quotes that it lacks.
+  struct Slot
+  {
+    std::size_t begin;
+    std::size_t end;
+    std::string before;
+    std::string after;
+
+    std::string filled(const std::string& value) const
+    {
+      return std::string(before).append(value).append(after);
+    }
+  };
+
+  /// The values of the text or an attribute of an element in a list.
+  void addValuesOf(const format::Entry& entry, const format::Element& element,
+                   std::size_t listBegin, const Slot& slot)
   {
     for (const std::string& value : entry.usual)
     {
-      add(ItemKind::Enum, value, begin, end, before + value + after);
+      add(ItemKind::Enum, value, slot.begin, slot.end, slot.filled(value));
     }
     if (entry.type == format::Type::Language)
     {
-      for (const std::string& code : possibleLanguages(element, listBegin, begin))
+      for (const std::string& code : possibleLanguages(element, listBegin, slot.begin))
       {
-        Json& item = add(ItemKind::Value, code, begin, end, before + code + after);
+        Json& item = add(ItemKind::Value, code, slot.begin, slot.end, slot.filled(code));
         const std::string name = languageNameOf(code);
         if (!name.empty())
         {
@@ -282,7 +295,7 @@ private:
     }
     if (entry.type == format::Type::Path || entry.type == format::Type::PathStem)
     {
-      addPaths(entry, begin, end, before, after);
+      addPaths(entry, slot);
     }
   }
 
@@ -318,14 +331,14 @@ private:
     return codes;
   }
 
-  void addPaths(const format::Entry& entry, std::size_t begin, std::size_t end,
-                const std::string& before, const std::string& after)
+  /// The names that can follow the last "/" of what is written of a path.
+  void addPaths(const format::Entry& entry, const Slot& slot)
   {
-    const std::string_view written = text.substr(begin, offset - begin);
+    const std::string_view written = text.substr(slot.begin, offset - slot.begin);
     const std::size_t slash = written.find_last_of('/');
     const std::size_t nameAt = slash == std::string_view::npos ? 0 : slash + 1;
-    const std::string_view behind = text.substr(offset, end - offset);
-    const std::size_t nameEnd = offset + std::min(behind.find('/'), behind.size());
+    const std::string_view behind = text.substr(offset, slot.end - offset);
+    const std::size_t end = offset + std::min(behind.find('/'), behind.size());
     std::set<std::string> passed;
     for (std::string name : namesIn(manuscript.folder(), written.substr(0, nameAt)))
     {
@@ -336,9 +349,10 @@ private:
       }
       if (name.find_first_of("&<\"'\t\r\n") == std::string::npos && passed.insert(name).second)
       {
-        const bool endsValue = nameEnd == end && !isFolder;
-        add(isFolder ? ItemKind::Folder : ItemKind::File, name, begin + nameAt, nameEnd,
-            (nameAt == 0 ? before : "") + name + (endsValue ? after : ""));
+        const Slot part{slot.begin + nameAt, end, nameAt == 0 ? slot.before : "",
+                        end == slot.end && !isFolder ? slot.after : ""};
+        add(isFolder ? ItemKind::Folder : ItemKind::File, name, part.begin, part.end,
+            part.filled(name));
       }
     }
   }

@@ -81,7 +81,7 @@ std::vector<source::Edit> differences(const source::Lines& before, const source:
 
 std::vector<source::Edit> fixAll(const Manuscript& manuscript)
 {
-  const std::vector<source::Edit> first = mendsOf(manuscript.findings());
+  std::vector<source::Edit> first = mendsOf(manuscript.findings());
   std::string text = manuscript.text();
   std::vector<source::Edit> edits = first;
   int rounds = 0;

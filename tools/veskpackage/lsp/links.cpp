@@ -60,15 +60,18 @@ Json linksOf(const Manuscript& manuscript)
     for (const source::Attribute& attribute : element.attributes())
     {
       const format::Attribute* const attributeFormat = formatOf(known, attribute);
-      const source::Range range = attributeFormat != nullptr && paths < mostPaths
-                                      ? pathIn(attribute, *attributeFormat, document)
-                                      : source::Range();
-      paths += range.size() == 0 ? 0 : 1;
+      if (attributeFormat == nullptr)
+      {
+        continue;
+      }
+      const source::Range range = pathIn(attribute, *attributeFormat, document);
+      if (range.size() == 0 || ++paths > mostPaths)
+      {
+        continue;
+      }
+      const bool canLackExtension = attributeFormat->type == format::Type::PathStem;
+      const std::string file = fileIn(manuscript.folder(), document.text(range), canLackExtension);
       std::error_code error;
-      const std::string file = range.size() == 0
-                                   ? ""
-                                   : fileIn(manuscript.folder(), document.text(range),
-                                            attributeFormat->type == format::Type::PathStem);
       if (!file.empty() && std::filesystem::is_regular_file(file, error))
       {
         links.push_back({{"range", manuscript.rangeOf(range)}, {"target", fileUriOf(file)}});

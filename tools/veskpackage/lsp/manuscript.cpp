@@ -21,6 +21,11 @@ namespace
 {
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
+bool hasMark(const std::string& text)
+{
+  return text.compare(0, byteOrderMark.size(), byteOrderMark) == 0;
+}
+
 bool isContinuation(char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; }
 
 /// How many bytes of a line are in front of the one at so many units.
@@ -66,6 +71,26 @@ const Json& memberOf(const Json& value, const char* name)
     throw RequestError(ErrorCode::InvalidParams, std::string(name) + " is missing");
   }
   return *member;
+}
+
+/// Empty when there is none. Mostly it stands in the first lines; no more is parsed than is needed.
+std::string nameOfRoot(const std::string& text)
+{
+  constexpr std::size_t first = 1024;
+  constexpr std::size_t factor = 16;
+  for (std::size_t size = first;; size *= factor)
+  {
+    const source::Document beginning =
+        source::Document::parseText(text.substr(0, size), source::BlankTexts::LeftOut);
+    if (beginning.root() != nullptr)
+    {
+      return std::string(beginning.root()->name());
+    }
+    if (size >= text.size())
+    {
+      return {};
+    }
+  }
 }
 
 std::string folderOf(const std::string& path)
@@ -114,10 +139,9 @@ const std::vector<check::Finding>& Manuscript::findings() const
 
 bool Manuscript::isManifest() const
 {
-  const source::Node* const root = document().root();
+  const std::string root = nameOfRoot(itsText);
   const std::string& name = vesk::format::package().name;
-  return root == nullptr || root->name() == name ||
-         !vesk::format::nearest(std::string(root->name()), {name}).empty();
+  return root.empty() || root == name || !vesk::format::nearest(root, {name}).empty();
 }
 
 std::size_t Manuscript::offsetOf(const Json& position) const
@@ -156,9 +180,7 @@ Json Manuscript::positionOf(std::size_t offset) const
     const std::size_t begin = lines().beginOf(place.line);
     character = std::clamp(offset, begin, itsText.size()) - begin;
   }
-  const bool isBehindMark =
-      place.line == 1 && offset > 0 && itsText.compare(0, byteOrderMark.size(), byteOrderMark) == 0;
-  if (isBehindMark)
+  if (place.line == 1 && offset > 0 && hasMark(itsText))
   {
     character += isUtf8 ? byteOrderMark.size() : 1;
   }
@@ -172,17 +194,28 @@ Json Manuscript::rangeOf(std::size_t begin, std::size_t end) const
 
 Json Manuscript::rangeOf(const check::Finding& finding) const
 {
-  const check::Position& begin = finding.begin;
-  if (begin.offset == 0 && begin.line > 0)
+  const Json begin = positionOf(finding.begin);
+  const Json end = positionOf(finding.end);
+  return {{"start", begin}, {"end", end}};
+}
+
+Json Manuscript::positionOf(const check::Position& position) const
+{
+  if (position.line == 0)
+  {
+    return positionOf(0);
+  }
+  const int column = std::max(position.utf16Column, 1);
+  if (itsClient.encoding() == PositionEncoding::Utf8)
   {
     // The place may be that of a reader, who counts lines and columns only.
-    const std::size_t line = lines().beginOf(begin.line);
-    const auto units = static_cast<std::size_t>(std::max(begin.utf16Column, 1)) - 1;
-    const std::size_t offset =
-        line + bytesBefore(lines().line(begin.line), units, PositionEncoding::Utf16);
-    return rangeOf(offset, std::max(offset, finding.end.offset));
+    const auto units = static_cast<std::size_t>(column) - 1;
+    const std::string_view line = lines().line(position.line);
+    return positionOf(lines().beginOf(position.line) +
+                      bytesBefore(line, units, PositionEncoding::Utf16));
   }
-  return rangeOf(finding.begin.offset, finding.end.offset);
+  const int mark = position.line == 1 && hasMark(itsText) ? 1 : 0;
+  return {{"line", position.line - 1}, {"character", column - 1 + mark}};
 }
 
 Json Manuscript::textEdit(const source::Edit& edit) const

@@ -83,6 +83,7 @@ public:
   void forget();
 
 private:
+  Json positionOf(const vesk::check::Position& position) const;
   void setText(std::string text);
 
   const Client& itsClient;

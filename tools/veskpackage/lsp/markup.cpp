@@ -4,6 +4,7 @@
 #include <source/limits.hpp>
 
 #include <algorithm>
+#include <array>
 
 namespace tool::lsp
 {
@@ -26,8 +27,8 @@ std::size_t findFrom(std::string_view text, std::string_view characters, std::si
 /// which is taken to end at the first ">".
 std::size_t endOfValue(std::string_view text, std::size_t begin, char quote)
 {
-  const char ends[]{quote, '<'};
-  const std::size_t end = findFrom(text, {ends, 2}, begin);
+  const std::array<char, 2> ends{quote, '<'};
+  const std::size_t end = findFrom(text, {ends.data(), ends.size()}, begin);
   return end < text.size() && text[end] == quote ? end : findFrom(text.substr(0, end), ">", begin);
 }
 } // namespace

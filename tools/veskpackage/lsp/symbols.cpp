@@ -55,8 +55,8 @@ SymbolKind kindOf(const format::Element& element)
 std::string shortened(std::string_view text)
 {
   constexpr int longest = 80;
-  constexpr std::size_t mostBytes = 1000;
-  const std::string_view start = text.substr(0, mostBytes);
+  constexpr std::size_t mostLookedAt = 1000;
+  const std::string_view start = text.substr(0, mostLookedAt);
   QString line = QString::fromUtf8(start.data(), static_cast<int>(start.size())).simplified();
   if (line.size() > longest)
   {

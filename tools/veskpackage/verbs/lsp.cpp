@@ -17,7 +17,7 @@ namespace tool
 ExitCode serveEditor()
 {
   std::ios::sync_with_stdio(false); // which takes each character by itself
-  std::cin.tie(nullptr); // or the thread that reads would write what waits to be written
+  std::cin.tie(nullptr);            // or the thread that reads would write what waits to be written
   // Writing fails when the editor is gone. The thread that reads cannot be called back then.
   const auto send = [](const lsp::Json& message)
   {
