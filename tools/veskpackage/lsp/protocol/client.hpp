@@ -20,9 +20,8 @@ enum class PositionEncoding
 class Client
 {
 public:
-  Client() = default;
-  /// \p initializeParams are those of the request `initialize`.
-  explicit Client(const Json& initializeParams);
+  /// \p initializeParams are those of the request `initialize`; without them it can do nothing.
+  explicit Client(const Json& initializeParams = Json());
 
   PositionEncoding encoding() const { return itsEncoding; }
 
