@@ -56,6 +56,13 @@ bool Node::isDeclaration() const
                              : node.nodeInToolkit().nodeName() == QLatin1String("xml");
 }
 
+bool Node::isEntityReference() const
+{
+  const source::Node* const inSource = node.nodeInSource();
+  return inSource != nullptr ? inSource->kind() == Kind::Reference
+                             : node.nodeInToolkit().isEntityReference();
+}
+
 QString Node::name() const
 {
   const source::Node* const inSource = node.nodeInSource();

@@ -34,7 +34,7 @@ public:
   bool isComment() const;
   bool isDeclaration() const;
   bool isDocumentType() const { return node.nodeInToolkit().isDocumentType(); }
-  bool isEntityReference() const { return node.nodeInToolkit().isEntityReference(); }
+  bool isEntityReference() const;
 
   /// Of an element or an instruction.
   QString name() const;

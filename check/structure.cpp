@@ -337,6 +337,10 @@ void Checker::checkChild(const Node& child, Siblings& siblings)
 
 void Checker::checkNoElement(const Node& node, const CheckedElement& parent)
 {
+  if (unfinished != nullptr && node.isEntityReference())
+  {
+    return; // what it stands for is not known yet
+  }
   if (parent.format.holds == format::Holds::Entries)
   {
     const QString entry = quoted(parent.children.front().name);

@@ -10,7 +10,7 @@ namespace tool::lsp
 namespace
 {
 constexpr std::size_t mostMessages = 1000;
-constexpr std::size_t mostBytes = std::size_t{16} << 20U; // beside the one that exceeds them
+constexpr std::size_t mostBytesWaiting = std::size_t{16} << 20U; // beside the one that exceeds them
 
 bool isNamed(const Json& message, const char* method)
 {
@@ -73,7 +73,7 @@ void Inbox::close()
   changed.notify_all();
 }
 
-bool Inbox::isFull() const { return waiting.size() >= mostMessages || bytes > mostBytes; }
+bool Inbox::isFull() const { return waiting.size() >= mostMessages || bytes > mostBytesWaiting; }
 
 void Inbox::cancel(const Json& id)
 {

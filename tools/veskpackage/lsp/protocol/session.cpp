@@ -9,7 +9,7 @@ namespace tool::lsp
 namespace
 {
 /// Null where there is none.
-Json memberOf(const Json& message, const char* name)
+Json fieldOf(const Json& message, const char* name)
 {
   const auto member = message.find(name);
   return member != message.end() ? *member : Json();
@@ -54,15 +54,15 @@ void Session::take(const Incoming& incoming)
            message.is_array() ? "batches are not taken" : "the message is no object");
     return;
   }
-  const Json id = memberOf(message, "id");
-  const Json method = memberOf(message, "method");
+  const Json id = fieldOf(message, "id");
+  const Json method = fieldOf(message, "method");
   const bool isAnswer =
       !message.contains("method") && (message.contains("result") || message.contains("error"));
   if (isAnswer)
   {
     return;
   }
-  if (memberOf(message, "jsonrpc") != "2.0" || !method.is_string() ||
+  if (fieldOf(message, "jsonrpc") != "2.0" || !method.is_string() ||
       (message.contains("id") && !isId(id)))
   {
     refuse(isId(id) ? id : Json(), ErrorCode::InvalidRequest, "no request of JSON-RPC 2.0");
