@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string_view>
 
 namespace vesk::check
 {
@@ -11,8 +12,8 @@ namespace
 {
 struct Confusion
 {
-  const char* written; ///< in lower case
-  const char* meant;   ///< an attribute or an element
+  std::string_view written; ///< in lower case
+  std::string_view meant;   ///< an attribute or an element
 };
 
 constexpr std::array confusions{
@@ -130,6 +131,11 @@ bool isSlip(const QString& left, const QString& right)
          (leftSize <= 1 && rightSize <= 1 && std::max(left.size(), right.size()) > longestShort);
 }
 
+QLatin1String inQt(std::string_view name)
+{
+  return QLatin1String(name.data(), static_cast<int>(name.size()));
+}
+
 std::vector<QString> nearestOf(const QString& written, const std::vector<QString>& known)
 {
   std::vector<std::string> names(known.size());
@@ -149,9 +155,9 @@ std::vector<QString> usuallyWrittenFor(const std::vector<QString>& known)
   std::vector<QString> written;
   for (const Confusion& confusion : confusions)
   {
-    if (std::find(known.begin(), known.end(), QLatin1String(confusion.meant)) != known.end())
+    if (std::find(known.begin(), known.end(), inQt(confusion.meant)) != known.end())
     {
-      written.emplace_back(confusion.written);
+      written.emplace_back(inQt(confusion.written));
     }
   }
   return written;
@@ -164,8 +170,8 @@ std::vector<QString> usuallyMeant(const QString& written, const std::vector<QStr
   std::vector<QString> meant;
   for (const Confusion& confusion : confusions)
   {
-    const QLatin1String name(confusion.meant);
-    if (lower == QLatin1String(confusion.written) &&
+    const QLatin1String name = inQt(confusion.meant);
+    if (lower == inQt(confusion.written) &&
         std::find(known.begin(), known.end(), name) != known.end())
     {
       meant.emplace_back(name);
