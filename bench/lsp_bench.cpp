@@ -10,6 +10,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <functional>
 
 namespace
@@ -100,9 +101,8 @@ long leastOf(int runs, const std::function<void()>& work)
   }
   return static_cast<long>(std::chrono::duration_cast<std::chrono::microseconds>(least).count());
 }
-} // namespace
 
-int main()
+void measure()
 {
   std::printf("%10s %10s %10s %8s %12s %12s\n", "KiB", "change us", "load us", "ratio",
               "KiB before", "KiB after");
@@ -126,5 +126,17 @@ int main()
                 static_cast<double>(change) / static_cast<double>(load), before, editor.memory());
     QFile::remove(path);
   }
+}
+} // namespace
+
+int main()
+try
+{
+  measure();
   return 0;
+}
+catch (const std::exception& error)
+{
+  static_cast<void>(std::fprintf(stderr, "%s\n", error.what()));
+  return 1;
 }

@@ -84,31 +84,28 @@ std::vector<Home> homesOf(const CheckedElement& parent, const IsMeant& isMeant)
 /// where it is usually written for that.
 QString orderToMove(const std::vector<Home>& homes, const QString& written)
 {
-  std::vector<QString> paths;
-  for (const Home& home : homes)
-  {
-    paths.push_back(home.path);
-  }
+  std::vector<QString> paths(homes.size());
+  std::transform(homes.begin(), homes.end(), paths.begin(),
+                 [](const Home& home) { return home.path; });
   return QStringLiteral("move it into ") + choiceOf(paths) +
          (homes.front().name == written ? QString()
                                         : QStringLiteral(", as ") + quoted(homes.front().name));
 }
 
-std::vector<Home> homesElsewhere(const QString& name, const CheckedElement& parent,
+std::vector<Home> homesElsewhere(const QString& written, const CheckedElement& parent,
                                  const std::vector<QString>& known)
 {
-  if (!usuallyMeant(name, known).empty() ||
-      std::any_of(known.begin(), known.end(),
-                  [&name](const QString& child) { return isOtherCase(name, child); }))
+  const auto isOtherCaseOf = [&written](const QString& name) { return isOtherCase(written, name); };
+  if (!usuallyMeant(written, known).empty() ||
+      std::any_of(known.begin(), known.end(), isOtherCaseOf))
   {
     return {};
   }
-  std::vector<Home> homes =
-      homesOf(parent, [&name](const QString& home) { return isOtherCase(name, home); });
-  if (homes.empty() && probablyMeant(name, known).empty())
+  std::vector<Home> homes = homesOf(parent, isOtherCaseOf);
+  if (homes.empty() && probablyMeant(written, known).empty())
   {
-    homes = homesOf(parent,
-                    [&name](const QString& home) { return !usuallyMeant(name, {home}).empty(); });
+    homes = homesOf(parent, [&written](const QString& name)
+                    { return !usuallyMeant(written, {name}).empty(); });
   }
   return homes;
 }
@@ -127,11 +124,8 @@ Meaning meaningOf(const QString& name, const std::vector<QString>& known,
 template <typename Known>
 std::vector<QString> namesOf(const std::vector<Known>& all)
 {
-  std::vector<QString> names;
-  for (const Known& one : all)
-  {
-    names.push_back(one.name);
-  }
+  std::vector<QString> names(all.size());
+  std::transform(all.begin(), all.end(), names.begin(), [](const Known& one) { return one.name; });
   return names;
 }
 

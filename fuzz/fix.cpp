@@ -11,7 +11,7 @@
 
 #include <algorithm>
 #include <map>
-#include <set>
+#include <sstream>
 
 using vesk::AnyConstReference;
 using vesk::check::Finding;
@@ -50,6 +50,14 @@ bool isNothing(const AnyConstReference& value)
          (value.is<bool>() && !value.as<bool>());
 }
 
+std::string said(const Finding& finding, const std::string& fault, const std::string& bytes)
+{
+  std::ostringstream text;
+  text << finding.rule->tag << " at " << finding.place << ": mended, and " << fault << " in\n"
+       << bytes;
+  return text.str();
+}
+
 void requireEffect(const Finding& finding, const Manifest& before, const Manifest& after,
                    const std::string& bytes)
 {
@@ -64,12 +72,10 @@ void requireEffect(const Finding& finding, const Manifest& before, const Manifes
     const bool isWeb = path.substr(0, 3) == "web";
     require(effect == Effect::Changes || (effect == Effect::Grows && isGrowth) ||
                 (effect == Effect::Web && isWeb),
-            std::string(finding.rule->tag) + " at " + finding.place + ": mended, and " + path +
-                " is another in\n" + bytes);
+            said(finding, path + " is another", bytes));
   }
   require(effect != Effect::Changes || differences.size() <= 2,
-          std::string(finding.rule->tag) + " at " + finding.place +
-              ": mended, and more than that is another in\n" + bytes);
+          said(finding, "more than that is another", bytes));
 }
 
 std::ptrdiff_t countOf(const Finding& sought, const std::vector<Finding>& findings)
@@ -110,7 +116,7 @@ try
     const std::string mended = mendedText(bytes, finding);
     requireEffect(finding, before.value(), read(mended).value(), bytes);
     require(countOf(finding, vesk::check::checkBytes(mended).findings) < countOf(finding, findings),
-            finding.message + " is found again in\n" + mended + "\nwhich was\n" + bytes);
+            said(finding, "it is found again", bytes));
   }
 
   const vesk::check::Fixed fixed = vesk::check::fix(bytes);

@@ -27,8 +27,7 @@ std::vector<std::string> faults()
           "<nature> interactive</nature>",
           "<nature>solitry</nature>",
           "<supportedLanguage><language>en_US</language></supportedLanguage>",
-          "<supportedLanguages><language>en_US</language><language>en_US</language>"
-          "</supportedLanguages>",
+          "<supportedLanguages><language>en</language><language>en</language></supportedLanguages>",
           " Version='2'",
           " lang='en_US'"};
 }

@@ -18,7 +18,7 @@ using namespace tool::lsp;
 
 namespace
 {
-std::string replaced(std::string text, const std::string& from, const std::string& to)
+std::string replaced(const std::string& text, const std::string& from, const std::string& to)
 {
   return QString::fromStdString(text)
       .replace(QString::fromStdString(from), QString::fromStdString(to))
@@ -124,7 +124,7 @@ private:
   bool isBrief = false;
   Json place; ///< of an "on", with the members of the protocol's parameters
 
-  const TemporaryFolder folder;
+  const TemporaryFolder folder{};
   std::string sent;
   Inbox inbox;
   Session session{[this](const Json& message) { show(message); }};
