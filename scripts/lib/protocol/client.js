@@ -10,6 +10,8 @@ const path = require('path');
 const { pathToFileURL } = require('url');
 const { execFileSync, spawn } = require('child_process');
 const { StreamMessageReader, StreamMessageWriter } = require('vscode-jsonrpc/node');
+const { faultsBeyondTypes, faultsOfResult } = require('./rules.js');
+const { checkSelf } = require('./selfcheck.js');
 const { faultsOfCall, faultsOfAnswer, takes } = require('./types.js');
 
 const [tool, root] = process.argv.slice(2);
@@ -46,7 +48,7 @@ class Session {
     this.name = name;
     this.folder = fs.mkdtempSync(path.join(os.tmpdir(), 'protocol-'));
     this.place = {}; // of an "on"
-    this.asked = new Map(); // what is not answered yet, by id: each its method, and whether it is wrong
+    this.asked = new Map(); // what is not answered yet, by id
     this.due = 0; // messages that the transcript has the server send, and that are still to come
     this.server = spawn(tool, ['lsp'], { cwd: this.folder, stdio: ['pipe', 'pipe', 'inherit'] });
     this.ended = new Promise((resolve) => this.server.on('exit', resolve));
@@ -63,7 +65,7 @@ class Session {
 
   // What is wrong on purpose has to be answered rightly all the same.
   send(message, answered) {
-    const { id, method } = message;
+    const { id, method, params } = message;
     const isAnswer = method === undefined && 'result' in message;
     const faults = isAnswer ? faultsOfAnswer(message, answered) : faultsOfCall(message, 'client');
     if (faults.length > 0) {
@@ -72,9 +74,10 @@ class Session {
       count('client', isAnswer ? `result of ${answered}` : method);
     }
     if (!isAnswer && (typeof id === 'string' || Number.isInteger(id))) {
-      this.asked.set(id, [...(this.asked.get(id) ?? []), { method, isWrong: faults.length > 0 }]);
+      this.asked.set(id, [...(this.asked.get(id) ?? []), { ...message, isWrong: faults.length > 0 }]);
     }
     this.hasExited ||= method === 'exit';
+    this.client ??= method === 'initialize' ? params.capabilities : undefined;
     return this.writer.write(message);
   }
 
@@ -82,24 +85,38 @@ class Session {
     --this.due;
     if ('method' in message) {
       count('server', message.method);
-      this.blame(faultsOfCall(message, 'server'), message);
+      this.judge(faultsOfCall(message, 'server'), message);
       if ('id' in message) {
         this.send({ jsonrpc: '2.0', id: message.id, result: null }, message.method);
       }
     } else if (message.id === null) {
       count('server', 'refusal of what is no request');
-      this.blame(faultsOfAnswer(message, undefined), message);
+      this.judge(faultsOfAnswer(message, undefined), message);
     } else {
-      const [asked, ...later] = this.asked.get(message.id) ?? [];
-      const what = typeof asked?.method === 'string' ? asked.method : 'what is no request';
-      count('server', `${'error' in message ? 'refusal' : 'result'} of ${what}`);
-      this.blame(asked ? faultsOfAnswer(message, asked.method) : ['nobody asked'], message);
-      if (asked?.isWrong && 'result' in message && asked.method !== 'textDocument/codeAction') {
-        this.blame(['a wrong request is not refused'], message); // or a transcript is not read well
-      }
-      later.length > 0 ? this.asked.set(message.id, later) : this.asked.delete(message.id);
+      this.takeAnswer(message);
     }
     this.wake?.();
+  }
+
+  takeAnswer(message) {
+    const { id, result } = message;
+    const [asked, ...later] = this.asked.get(id) ?? [];
+    const { method, params, isWrong } = asked ?? {};
+    const what = typeof method === 'string' ? method : 'what is no request';
+    count('server', `${result === undefined ? 'refusal' : 'result'} of ${what}`);
+    const faults = asked ? faultsOfAnswer(message, method) : ['nobody asked'];
+    this.judge(faults, message);
+    if (faults.length === 0 && result) {
+      this.blame(faultsOfResult(method, params, result, this.client), message);
+    }
+    if (isWrong && result !== undefined && method !== 'textDocument/codeAction') {
+      this.blame(['a wrong request is not refused'], message); // or a transcript is not read well
+    }
+    later.length > 0 ? this.asked.set(id, later) : this.asked.delete(id);
+  }
+
+  judge(faults, message) {
+    this.blame(faults.length > 0 ? faults : faultsBeyondTypes(message), message);
   }
 
   async settle() {
@@ -206,45 +223,6 @@ class Session {
     clearTimeout(timer);
     this.blame(code === expected ? [] : [`the server ended with ${code}`], null);
   }
-}
-
-// That what is wrong is refused, or else nothing above tells anything.
-function checkSelf() {
-  const call = (method, params) => faultsOfCall({ jsonrpc: '2.0', method, params }, 'server');
-  const result = (method, value) => faultsOfAnswer({ jsonrpc: '2.0', id: 1, result: value }, method);
-  const range = { start: { line: 0, character: 0 }, end: { line: 0, character: 1 } };
-  const publish = (diagnostics) => call('textDocument/publishDiagnostics', { uri: 'file:///a', diagnostics });
-  const found = (more) => publish([{ range, message: 'm', ...more }]);
-  const symbol = { name: 'a', kind: 1, range, selectionRange: range };
-  const place = { name: 'a', kind: 1, location: { uri: 'file:///a', range } };
-  const wrong = {
-    'no message of JSON-RPC': faultsOfCall({ method: 'initialized', params: {} }, 'client'),
-    'an unknown method': call('textDocument/fly', {}),
-    'a request without an id': call('client/registerCapability', { registrations: [] }),
-    'a message of the other side': call('initialized', {}),
-    'an unknown member': found({ colour: 1 }),
-    'a missing member': publish([{ range }]),
-    'a value that is none of its enumeration': found({ severity: 5 }),
-    'a negative line': found({ range: { ...range, start: { line: -1, character: 0 } } }),
-    'no whole number': found({ code: 1.5 }),
-    'no URI': found({ codeDescription: { href: 'rules.md' } }),
-    'null for a list': publish(null),
-    'no result': faultsOfAnswer({ jsonrpc: '2.0', id: 1 }, 'shutdown'),
-    'a result of another method': result('textDocument/hover', [{ range, newText: '' }]),
-    'a list of two kinds': result('textDocument/documentSymbol', [symbol, place]),
-    'an error without a code': faultsOfAnswer({ jsonrpc: '2.0', id: 1, error: { message: 'm' } }, 'shutdown'),
-  };
-  const right = [
-    found({ severity: 1, code: 'a', tags: [1], data: [1.5, { a: null }] }),
-    result('textDocument/documentSymbol', [symbol]),
-    result('textDocument/hover', null),
-    result('shutdown', null),
-  ].flat();
-  const taken = Object.keys(wrong).filter((name) => wrong[name].length === 0);
-  if (taken.length > 0 || right.length > 0) {
-    throw new Error(`it takes ${taken.join(', ') || 'nothing'}, and refuses ${right.join(', ') || 'nothing'}`);
-  }
-  return Object.keys(wrong).length;
 }
 
 async function main() {
