@@ -51,7 +51,8 @@ class Session {
     this.asked = new Map(); // what is not answered yet, by id
     this.due = 0; // messages that the transcript has the server send, and that are still to come
     this.server = spawn(tool, ['lsp'], { cwd: this.folder, stdio: ['pipe', 'pipe', 'inherit'] });
-    this.ended = new Promise((resolve) => this.server.on('exit', resolve));
+    this.ended = new Promise((resolve) => this.server.on('close', resolve));
+    this.ended.then(() => this.leave());
     this.server.stdin.on('error', (error) => this.blame([error.message], null));
     this.writer = new StreamMessageWriter(this.server.stdin);
     const reader = new StreamMessageReader(this.server.stdout);
@@ -130,8 +131,12 @@ class Session {
 
   giveUp() {
     this.blame([`${this.due} messages are missing, and answers to ${JSON.stringify([...this.asked])}`], null);
-    this.hasExited = true;
     this.server.kill();
+    this.leave();
+  }
+
+  leave() {
+    this.hasExited = true;
     this.wake?.();
   }
 
