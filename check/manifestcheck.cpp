@@ -35,7 +35,7 @@ void reportNotStrict(const source::Error& error, bool isEncodingUnknown, Report&
   if (report.countOne(id))
   {
     report.add(id,
-               toQString(error.message) +
+               visible(toQString(error.message)) +
                    (isEncodingUnknown
                         ? QStringLiteral("; write the one that the text is in, such as UTF-8")
                         : QStringLiteral("; the readers take it, many other programs do not")),
@@ -64,11 +64,11 @@ void reportStop(RuleId id, const LoadError& error, const std::optional<source::E
   {
     return;
   }
-  const QString message = toQString(error.message);
+  const QString message = visible(toQString(error.message));
   const bool isExplained = strictly && id != RuleId::BeyondLimits;
   Spot spot{{}, error.line, error.column};
   spot.range = strictly ? std::optional(strictly->range) : std::nullopt;
-  const QString explained = isExplained ? toQString(strictly->message) : message;
+  const QString explained = isExplained ? visible(toQString(strictly->message)) : message;
   report.add(id,
              isExplained && !isDraft
                  ? QStringLiteral("%1 (the readers stop in line %2, column %3: %4)")

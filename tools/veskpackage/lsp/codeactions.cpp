@@ -158,9 +158,15 @@ private:
 
 Json codeActionKinds() { return {quickFix, rewriting, fixingAll}; }
 
+bool takesCodeActions(const Client& client)
+{
+  return client.has("/textDocument/codeAction/codeActionLiteralSupport");
+}
+
 Json codeActionsFor(const Manuscript& manuscript, const Json& params)
 {
-  return CodeActions(manuscript, params).find();
+  return takesCodeActions(manuscript.client()) ? CodeActions(manuscript, params).find()
+                                               : Json::array();
 }
 
 } // namespace tool::lsp

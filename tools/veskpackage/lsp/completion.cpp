@@ -340,6 +340,9 @@ private:
     const std::string_view behind = text.substr(offset, slot.end - offset);
     const std::size_t end = offset + std::min(behind.find('/'), behind.size());
     std::set<std::string> passed;
+    // Editors that do not list the kinds they know need not know this one.
+    const bool knowsFolders =
+        manuscript.client().has("/textDocument/completion/completionItemKind/valueSet");
     for (std::string name : namesIn(manuscript.folder(), written.substr(0, nameAt)))
     {
       const bool isFolder = name.back() == '/';
@@ -351,8 +354,8 @@ private:
       {
         const Slot part{slot.begin + nameAt, end, nameAt == 0 ? slot.before : "",
                         end == slot.end && !isFolder ? slot.after : ""};
-        add(isFolder ? ItemKind::Folder : ItemKind::File, name, part.begin, part.end,
-            part.filled(name));
+        add(isFolder && knowsFolders ? ItemKind::Folder : ItemKind::File, name, part.begin,
+            part.end, part.filled(name));
       }
     }
   }

@@ -66,7 +66,8 @@ Json capabilities(const Client& client)
           {"documentFormattingProvider", true},
           {"hoverProvider", true},
           {"completionProvider", {{"triggerCharacters", Json::array({"<", "/", " ", "\"", "'"})}}},
-          {"codeActionProvider", {{"codeActionKinds", codeActionKinds()}}},
+          {"codeActionProvider",
+           takesCodeActions(client) ? Json{{"codeActionKinds", codeActionKinds()}} : Json(false)},
           {"renameProvider", client.supports("/textDocument/rename/prepareSupport")
                                  ? Json{{"prepareProvider", true}}
                                  : Json(true)},

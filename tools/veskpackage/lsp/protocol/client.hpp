@@ -28,6 +28,8 @@ public:
   /// Whether a capability is true; it is given by its place, such as
   /// "/textDocument/completion/completionItem/snippetSupport".
   bool supports(const std::string& capability) const;
+  /// Whether it says anything of a capability.
+  bool has(const std::string& capability) const { return !at(capability).is_null(); }
   /// Whether a capability is a list that has this value, such as "markdown" in
   /// "/textDocument/hover/contentFormat".
   bool supports(const std::string& capability, const std::string& value) const;
