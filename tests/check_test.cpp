@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "findings.hpp"
 #include "manifestpattern.hpp"
-#include "support.hpp"
 
-#include <check/manifestcheck.hpp>
 #include <package/packageinfo.hpp>
 
 #include <QDomDocument>
@@ -47,47 +46,11 @@ std::string listedAsParsed(std::vector<Finding> findings)
             });
   return listed(findings);
 }
-
-std::vector<std::string> tagsOf(const std::vector<Finding>& findings)
-{
-  std::vector<std::string> tags(findings.size());
-  std::transform(findings.begin(), findings.end(), tags.begin(),
-                 [](const Finding& finding) { return finding.rule->tag; });
-  return tags;
-}
-
-/// Also what is reported on request only.
-Options everything()
-{
-  Options options;
-  for (const Rule& rule : rules())
-  {
-    options.severities[rule.tag] = std::max(rule.severity, Severity::Hint);
-  }
-  return options;
-}
-
-/// The manifests in a folder, without ".xml".
-std::vector<std::string> manifestsIn(const char* folder)
-{
-  std::vector<std::string> paths;
-  for (const QFileInfo& file : QDir(folder).entryInfoList({"*.xml"}))
-  {
-    paths.push_back(file.path().toStdString() + '/' + file.completeBaseName().toStdString());
-  }
-  return paths;
-}
-
-/// The faulty manifests, each with what is wrong with it beside in a .txt file.
-std::vector<std::string> faultyManifests() { return manifestsIn(GOLDEN_FILES "/check"); }
 } // namespace
 
 TEST(Check, FindsExactlyWhatIsListedBesideFaultyManifests)
 {
-  std::vector<std::string> paths = manifestsIn(GOLDEN_FILES "/messy");
-  const std::vector<std::string> faulty = faultyManifests();
-  paths.insert(paths.end(), faulty.begin(), faulty.end());
-  for (const std::string& path : paths)
+  for (const std::string& path : goldenManifests())
   {
     EXPECT_EQ(listed(checkFile(path + ".xml", everything())), contentOf(path + ".txt")) << path;
   }
