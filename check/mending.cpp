@@ -94,7 +94,8 @@ std::string lineBefore(const source::Node& element, const source::Document& docu
   const std::uint32_t least = end - std::min(end, mostBlanks);
   const std::string_view before = document.text({least, end});
   const std::size_t blanks = before.find_last_not_of(" \t");
-  const bool isFirst = blanks != std::string_view::npos && before[blanks] == '\n';
+  const bool isFirst =
+      blanks != std::string_view::npos && (before[blanks] == '\n' || before[blanks] == '\r');
   return isFirst ? '\n' + std::string(before.substr(blanks + 1)) : std::string();
 }
 } // namespace

@@ -87,9 +87,11 @@ StrictText mostOf(source::Document document, const std::string& text)
   {
     return {std::move(document), error, false};
   }
-  return {
-      parsed(withoutFaultyBytes(isEncodingUnclear || isOfAscii ? withoutDeclaration(text) : text)),
-      error, false, isUnknown(document.encoding())};
+  // The text has been decoded where its first bytes say how.
+  const std::string readable(isEncodingUnclear ? document.text() : std::string_view(text));
+  const bool isMisleading = isEncodingUnclear || isOfAscii;
+  return {parsed(withoutFaultyBytes(isMisleading ? withoutDeclaration(readable) : readable)), error,
+          false, isUnknown(document.encoding())};
 }
 } // namespace
 

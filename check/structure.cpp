@@ -29,6 +29,19 @@ Node rootBehind(const Node& firstOfDocument)
   return node;
 }
 
+/// Whether a text of a draft has a reference in it, of which is not known what it stands for.
+bool holdsReference(const Node& element)
+{
+  for (const Node& child : Children(element))
+  {
+    if (child.isEntityReference())
+    {
+      return true;
+    }
+  }
+  return false;
+}
+
 /// Names what a value would lose when it is written again; empty when nothing.
 QString lossIn(const QString& value)
 {
@@ -109,12 +122,14 @@ bool Checker::mayComeYet(RuleId id, const Subject& subject) const
   case RuleId::UnlistedLanguage:
   case RuleId::UnnamedLanguage:
     return isOpen(rootBehind(first));
-  case RuleId::MissingElement:
   case RuleId::EmptyText:
+    return isOpen(subject.node) || holdsReference(subject.node);
+  case RuleId::MissingElement:
   case RuleId::DialogWithoutTopics:
     return isOpen(subject.node);
   default:
-    return subject.part == Subject::Part::Text && isOpen(subject.node);
+    return subject.part == Subject::Part::Text &&
+           (isOpen(subject.node) || holdsReference(subject.node));
   }
 }
 
