@@ -56,7 +56,7 @@ class PlacesModel
 {
 public:
   explicit PlacesModel(const source::Document& whole)
-      : document(whole), letters(whole.text().size() + 1, 'C'), around(letters.size())
+      : letters(whole.text().size() + 1, 'C'), around(letters.size()), document(whole)
   {
     for (const source::Node& node : document.nodes())
     {
@@ -64,9 +64,10 @@ public:
     }
   }
 
-private:
-  const source::Document& document;
+  std::string letters;
+  std::vector<std::string> around;
 
+private:
   void set(std::size_t begin, std::size_t end, char letter)
   {
     std::fill(letters.begin() + static_cast<std::ptrdiff_t>(begin),
@@ -109,9 +110,7 @@ private:
     }
   }
 
-public:
-  std::string letters;
-  std::vector<std::string> around;
+  const source::Document& document;
 };
 
 /// A text after the edits of the protocol, which are of the text before, in any order.
