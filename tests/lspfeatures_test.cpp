@@ -290,7 +290,8 @@ TEST(Outline, AndFoldsAreNested)
 // By itself, one fault after the other, and with whatever line ends: the same as the mender of files.
 TEST(CodeActions, MendAllAsInFiles)
 {
-  const Client client;
+  const Client client(Json::parse(R"({"capabilities":{"textDocument":{"codeAction":
+      {"codeActionLiteralSupport":{"codeActionKind":{"valueSet":[]}}}}}})"));
   std::size_t mended = 0;
   for (const char* const lineEnd : {"\n", "\r\n", "\r"})
   {
