@@ -32,14 +32,12 @@ Node rootBehind(const Node& firstOfDocument)
 /// Whether a text of a draft has a reference in it, of which is not known what it stands for.
 bool holdsReference(const Node& element)
 {
-  for (const Node& child : Children(element))
+  Node child = element.firstChild();
+  while (!child.isNull() && !child.isEntityReference())
   {
-    if (child.isEntityReference())
-    {
-      return true;
-    }
+    child = child.nextSibling();
   }
-  return false;
+  return !child.isNull();
 }
 
 /// Names what a value would lose when it is written again; empty when nothing.

@@ -61,7 +61,7 @@ std::set<std::string> slipsOf(const std::string& word, const std::string& letter
     {
       if (word.size() > 4)
       {
-        slips.insert(before + letter + behind);
+        slips.insert(std::string(before).append(1, letter).append(behind));
       }
       if (word.size() > 5 && !behind.empty())
       {

@@ -345,9 +345,12 @@ TEST(Links, StayInTheFolder)
   for (const auto& [path, target] : cases)
   {
     const std::string text =
-        "<package><contents><dialogContent topicName='a'><topic language='en' path='" + path +
-        "'/></dialogContent></contents><services><service name='s' execStart='\"" + path +
-        "\" sub'/></services></package>";
+        QStringLiteral(
+            "<package><contents><dialogContent topicName='a'><topic language='en' path='%1'/>"
+            "</dialogContent></contents><services><service name='s' "
+            "execStart='\"%1\" sub'/></services></package>")
+            .arg(QString::fromStdString(path))
+            .toStdString();
     const Manuscript manuscript(client, fileUriOf(folder.path("outer/in/manifest.xml")), 1, text);
     const Json links = linksOf(manuscript);
     for (const Json& link : links)

@@ -41,7 +41,8 @@ std::vector<std::string> messagesIn(const std::string& bytes)
 class InTwo : public std::streambuf
 {
 public:
-  InTwo(std::string all, std::size_t split) : parts{all.substr(split), all.substr(0, split)} {}
+  InTwo(const std::string& all, std::size_t split) : parts{all.substr(split), all.substr(0, split)}
+  {}
 
 protected:
   int_type underflow() override

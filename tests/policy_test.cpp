@@ -59,7 +59,7 @@ TEST(PolicyFile, IsTakenOrRefusedAtAPlace)
       {"\n\n# " + many + '.', 3, 1, "more than 500 dots in a line"},
       {"# " + many + "\n# " + many + "\ncheck = []", 3, 9, "\"check\" is no table"},
       {policyWith(1001), 2, 11, "more than 1000 patterns"},
-      {"check.\"str\\nict\" = 1", 1, 7, R"(there is no key "str\nict"; did you mean "strict"?)"}};
+      {R"(check."str\nict" = 1)", 1, 7, R"(there is no key "str\nict"; did you mean "strict"?)"}};
   for (const Case& each : cases)
   {
     try
@@ -146,7 +146,9 @@ TEST(Policies, AreThoseOfTheNearestFolder)
     {
       up += "../";
     }
-    const std::string path = random() % 2 == 0 ? in : by + '/' + up + "./" + in;
+    std::string detour = by;
+    detour.append("/").append(up).append("./").append(in);
+    const std::string path = random() % 2 == 0 ? in : detour;
     const auto policy = policies.policyOf(folder.path(path) + "//manifest.xml");
     ASSERT_EQ(policy->excluded.size(), nearest[in]) << path;
     std::shared_ptr<const tool::Policy>& same = seen[nearest[in]];
@@ -242,8 +244,9 @@ TEST(Baseline, KnowsAsManyAsThereWere)
     }
     const std::string gone =
         countGone == 0 ? "" : ", " + std::to_string(countGone) + " can be dropped";
-    ASSERT_EQ(read.summary(), "; " + std::to_string(countPassed) +
-                                  (countPassed == 1 ? " finding of " : " findings of ") + file +
-                                  " passed" + gone);
+    std::ostringstream expected;
+    expected << "; " << countPassed << (countPassed == 1 ? " finding of " : " findings of ") << file
+             << " passed" << gone;
+    ASSERT_EQ(read.summary(), expected.str());
   }
 }
