@@ -47,9 +47,7 @@ bool isLayout(const source::Node& node)
 /// others as well, which would not be the same again.
 std::optional<std::string> asEdited(const source::Document& document, const Range& range)
 {
-  const std::string_view end = document.lineEnd() == source::LineEnd::CrLf ? "\r\n"
-                               : document.lineEnd() == source::LineEnd::Cr ? "\r"
-                                                                           : "\n";
+  const std::string_view end = source::charactersOf(document.lineEnd());
   std::string lines;
   std::string_view rest = document.text(range);
   while (true)

@@ -22,6 +22,12 @@ enum class LineEnd
   Cr    ///< "\r"
 };
 
+/// The characters that end a line.
+inline std::string_view charactersOf(LineEnd lineEnd)
+{
+  return lineEnd == LineEnd::Lf ? "\n" : lineEnd == LineEnd::CrLf ? "\r\n" : "\r";
+}
+
 /// Whether a tree has the texts of nothing but blanks, which are most of its nodes where a text is laid
 /// out. Those in CDATA sections are there in any case.
 enum class BlankTexts

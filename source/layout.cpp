@@ -90,11 +90,6 @@ std::string escaped(std::string_view text,
 }
 } // namespace
 
-std::string_view charactersOf(LineEnd lineEnd)
-{
-  return lineEnd == LineEnd::Lf ? "\n" : lineEnd == LineEnd::CrLf ? "\r\n" : "\r";
-}
-
 bool areBlanksInLine(std::string_view text)
 {
   return text.find_first_not_of(blanksInLine) == std::string_view::npos;

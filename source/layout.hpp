@@ -10,8 +10,6 @@
 namespace vesk::source
 {
 
-std::string_view charactersOf(LineEnd lineEnd);
-
 /// Whether there is nothing but blanks and tabs.
 bool areBlanksInLine(std::string_view text);
 

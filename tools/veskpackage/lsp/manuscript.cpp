@@ -98,10 +98,6 @@ std::string folderOf(const std::string& path)
   return path.empty() ? path : std::filesystem::path(path).parent_path().string();
 }
 
-std::string_view charactersOf(source::LineEnd lineEnd)
-{
-  return lineEnd == source::LineEnd::Lf ? "\n" : lineEnd == source::LineEnd::Cr ? "\r" : "\r\n";
-}
 } // namespace
 
 Manuscript::Manuscript(const Client& editor, std::string uri, int version, std::string text)
@@ -220,7 +216,7 @@ Json Manuscript::positionOf(const check::Position& position) const
 
 Json Manuscript::textEdit(const source::Edit& edit) const
 {
-  const std::string_view lineEnd = charactersOf(document().lineEnd());
+  const std::string_view lineEnd = source::charactersOf(document().lineEnd());
   std::string text;
   for (const char c : edit.text)
   {
