@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <edit/changes.hpp>
 #include <edit/fieldvalue.hpp>
 #include <edit/manifest.hpp>
+#include <edit/memoryfile.hpp>
 #include <package/manifest2/loadmanifest.hpp>
 
 #include <QBuffer>
@@ -38,6 +40,22 @@ private:
   std::vector<std::string> names;
   std::vector<const TypeInterface*> types;
 };
+
+template <typename Read>
+std::optional<Manifest> manifestRead(Read read)
+{
+  std::optional<Manifest> manifest(std::in_place);
+  std::optional<WebInfo> web;
+  if (!read(manifest->package, web))
+  {
+    return std::nullopt;
+  }
+  if (web)
+  {
+    manifest->web = std::move(*web);
+  }
+  return manifest;
+}
 } // namespace
 
 std::optional<Manifest> readManifest(const std::string& bytes, LoadError& error)
@@ -45,14 +63,29 @@ std::optional<Manifest> readManifest(const std::string& bytes, LoadError& error)
   QBuffer device;
   device.setData(QByteArray::fromRawData(bytes.data(), static_cast<int>(bytes.size())));
   device.open(QIODevice::ReadOnly);
-  std::optional<Manifest> manifest(std::in_place);
-  PackageInfo2 sections;
-  if (!readManifestDevice(device, manifest->package, sections, error))
+  return manifestRead([&](PackageInfo& package, std::optional<WebInfo>& web)
+                      { return readManifestDevice(device, package, web, error); });
+}
+
+std::optional<Manifest> readManifestText(const std::string& text, LoadError& error)
+{
+  return manifestRead([&](PackageInfo& package, std::optional<WebInfo>& web)
+                      { return vesk::readManifestText(text, package, web, error); });
+}
+
+std::string writeManifest(const PackageInfo& package, const AnyValue& web)
+{
+  MemoryFile file;
+  package.saveToManifestFile(file);
+  std::string bytes = file.content.toStdString();
+  LoadError error; // never set: what a package writes can be read
+  std::optional<Manifest> written = web.isValid() ? readManifest(bytes, error) : std::nullopt;
+  if (!written)
   {
-    return std::nullopt;
+    return bytes;
   }
-  manifest->web = std::move(sections.contents()["web"]);
-  return manifest;
+  const Manifest wanted{written->package, web};
+  return changed(bytes, *written, wanted);
 }
 
 void setField(Manifest& manifest, const FieldPath& path, const std::string& text)

@@ -32,6 +32,16 @@ struct Manifest
 VESKPACKAGE_EDIT_EXPORT std::optional<Manifest> readManifest(const std::string& bytes,
                                                              LoadError& error);
 
+/// Reads the text of a manifest, up to the first NUL byte, as PackageInfo::readManifestText() does, and
+/// else like readManifest().
+VESKPACKAGE_EDIT_EXPORT std::optional<Manifest> readManifestText(const std::string& text,
+                                                                 LoadError& error);
+
+/// The bytes of a new manifest file: what PackageInfo::saveToManifestFile() writes, and the web content,
+/// where \p web is some.
+VESKPACKAGE_EDIT_EXPORT std::string writeManifest(const PackageInfo& package,
+                                                  const AnyValue& web = {});
+
 /// Sets each part that \p path stands for, as setAt() does; a step to web content that is not there
 /// makes it. Throws FieldError, and may have set some of the parts then.
 VESKPACKAGE_EDIT_EXPORT void setField(Manifest& manifest, const FieldPath& path,

@@ -191,7 +191,7 @@ vesk::PackageInfo writeAndRead(const vesk::PackageInfo& package)
   requireEqual(vesk::AnyConstReference(expected), vesk::AnyConstReference(fromText),
                "not as written in\n" + text);
 
-  tool::MemoryFile file;
+  vesk::edit::MemoryFile file;
   require(package.saveToManifestFile(file), "cannot be written");
   vesk::PackageInfo fromFile;
   require(loadFile(fromFile, file.content.toStdString()), "what was written does not read");

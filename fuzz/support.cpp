@@ -54,7 +54,7 @@ std::vector<std::string> takeLogged() { return std::exchange(logged(), {}); }
 
 bool loadFile(vesk::PackageInfo& package, const std::string& bytes)
 {
-  tool::MemoryFile file(QByteArray::fromStdString(bytes));
+  vesk::edit::MemoryFile file(QByteArray::fromStdString(bytes));
   const bool isLoaded = package.loadFromManifestFile(file);
   require(!file.isOpen(), "the file is left open");
   return isLoaded;

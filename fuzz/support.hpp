@@ -3,7 +3,7 @@
 #define FUZZ_SUPPORT_HPP
 
 #include <package/packageinfo.hpp>
-#include <tools/veskpackage/files/memoryfile.hpp>
+#include <edit/memoryfile.hpp>
 #include <vesk/anyvalue.hpp>
 
 #include <cstddef>

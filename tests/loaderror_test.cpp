@@ -5,7 +5,7 @@
 #include "support.hpp"
 
 #include <package/manifest2/loadmanifest.hpp>
-#include <tools/veskpackage/files/memoryfile.hpp>
+#include <edit/memoryfile.hpp>
 
 #include <QBuffer>
 
@@ -48,7 +48,7 @@ TEST(LoadErrors, AreTheSameOfEveryOperation)
     SCOPED_TRACE(manifest.substr(0, 20));
     const TemporaryFolder folder;
     const std::string path = folder.file("é.xml", manifest);
-    tool::MemoryFile file(QByteArray::fromStdString(manifest));
+    vesk::edit::MemoryFile file(QByteArray::fromStdString(manifest));
     file.setFileName(QString::fromStdString(path));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     QBuffer device;

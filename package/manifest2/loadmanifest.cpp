@@ -14,6 +14,7 @@
 #include <QFile>
 
 #include <array>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -67,6 +68,40 @@ PackageInfo2 sectionsOf(const XmlNode& root)
     }
   }
   return info;
+}
+
+/// What loadManifest() would store under "web": that of the last contents.
+std::optional<WebInfo> webContentOf(const XmlNode& root)
+{
+  std::optional<WebInfo> web;
+  for (const XmlNode& section : Children(root))
+  {
+    if (section.isNamed(manifestNames().contents))
+    {
+      web.reset();
+      for (const XmlNode& child : Children(section))
+      {
+        if (child.isNamed(manifestNames().webContent))
+        {
+          web = webFromXmlNode(child);
+        }
+      }
+    }
+  }
+  return web;
+}
+
+/// Fills \p package and \p web from the manifest; false when there is none.
+bool read(const std::optional<ManifestTree>& manifest, PackageInfo& package,
+          std::optional<WebInfo>& web)
+{
+  if (manifest)
+  {
+    std::optional<WebInfo> found = webContentOf(manifest->root());
+    recordOf(package).loadFromManifest(manifest->root(), &package);
+    web = std::move(found);
+  }
+  return manifest.has_value();
 }
 
 /// Replaces \p info by what the manifest contains; false when there is no manifest.
@@ -125,6 +160,18 @@ bool readManifestDevice(QIODevice& device, PackageInfo& package, PackageInfo2& i
   recordOf(package).loadFromManifest(manifest->root(), &package);
   info = std::move(read);
   return true;
+}
+
+bool readManifestDevice(QIODevice& device, PackageInfo& package, std::optional<WebInfo>& web,
+                        LoadError& error)
+{
+  return read(parseDevice(device, error), package, web);
+}
+
+bool readManifestText(const std::string& text, PackageInfo& package, std::optional<WebInfo>& web,
+                      LoadError& error)
+{
+  return read(parseManifest(text, error), package, web);
 }
 
 PackageInfo2 loadXmlDocument(const QDomDocument& document)

@@ -6,6 +6,7 @@
 #include <package/loaderror.hpp>
 #include <package/manifest2/packageinfo2.hpp>
 
+#include <optional>
 #include <string>
 
 class QDomDocument;
@@ -45,6 +46,15 @@ VESKPACKAGE_EXPORT bool readManifestText(const std::string& text, PackageInfo2& 
 /// PackageInfo::readManifestDevice() does, and replaces \p info. On failure both are unchanged.
 VESKPACKAGE_EXPORT bool readManifestDevice(QIODevice& device, PackageInfo& package,
                                            PackageInfo2& info, LoadError& error);
+/// Adds to \p package as PackageInfo::readManifestDevice() and readManifestText() do, and makes \p web
+/// the web content that loadManifest() would store, the only thing that a package has no place for; none
+/// when there is none. It takes no longer than to fill the package. On failure both are unchanged.
+/// \{
+VESKPACKAGE_EXPORT bool readManifestDevice(QIODevice& device, PackageInfo& package,
+                                           std::optional<WebInfo>& web, LoadError& error);
+VESKPACKAGE_EXPORT bool readManifestText(const std::string& text, PackageInfo& package,
+                                         std::optional<WebInfo>& web, LoadError& error);
+/// \}
 /// \}
 
 /// Reads a manifest from a parsed document, whatever the name of its root; a document without a

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "files/manifestfile.hpp"
 
-#include "files/memoryfile.hpp"
 #include "files/replacing.hpp"
 #include "output/complaint.hpp"
 
@@ -91,13 +90,6 @@ ExitCode forEachManifest(const Inputs& inputs,
         return manifest ? work(*manifest, out, complaints) : FileTrouble;
       },
       separator);
-}
-
-std::string manifestOf(const vesk::PackageInfo& package)
-{
-  MemoryFile content;
-  package.saveToManifestFile(content);
-  return content.content.toStdString();
 }
 
 bool writeFile(const std::string& content, const std::string& file, std::ostream& out,

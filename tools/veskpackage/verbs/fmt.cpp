@@ -88,7 +88,7 @@ bool refuseToLose(const Manifest& manifest, std::ostream& complaints)
 std::optional<std::string> canonical(const Manifest& manifest, bool isForced,
                                      std::ostream& complaints)
 {
-  std::string written = manifestOf(manifest.fields.package);
+  std::string written = vesk::edit::writeManifest(manifest.fields.package);
   const bool isRefused =
       written != manifest.bytes && !isForced && refuseToLose(manifest, complaints);
   return isRefused ? std::nullopt : std::optional(std::move(written));

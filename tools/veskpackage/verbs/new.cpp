@@ -116,7 +116,7 @@ std::string faultInText(const std::string& text)
 
 ExitCode newManifest(const NewOptions& options)
 {
-  const std::string manifest = withHints(manifestOf(packageFor(options)));
+  const std::string manifest = withHints(vesk::edit::writeManifest(packageFor(options)));
   if (complainOfFaults(manifest))
   {
     return WrongUsage;

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef TOOLS_VESKPACKAGE_FILES_MEMORYFILE_HPP
-#define TOOLS_VESKPACKAGE_FILES_MEMORYFILE_HPP
+#ifndef EDIT_MEMORYFILE_HPP
+#define EDIT_MEMORYFILE_HPP
 
 #include <QByteArray>
 #include <QFile>
 
 #include <algorithm>
 
-namespace tool
+namespace vesk::edit
 {
 
 /// A file that is in memory.
@@ -44,6 +44,6 @@ private:
   int position = 0;
 };
 
-} // namespace tool
+} // namespace vesk::edit
 
 #endif
