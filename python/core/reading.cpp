@@ -1,0 +1,211 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "reading.hpp"
+
+#include "failures.hpp"
+#include "record.hpp"
+#include "values.hpp"
+
+#include <edit/manifest.hpp>
+
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <optional>
+#include <pybind11/stl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace vesk::python
+{
+namespace
+{
+constexpr std::size_t mostBytes = std::size_t(1) << 30;
+
+class OpenFile
+{
+public:
+  explicit OpenFile(const std::string& filePath)
+      : path(filePath), descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC))
+  {
+    if (descriptor < 0)
+    {
+      throw BadFile(errno, path);
+    }
+  }
+  ~OpenFile() { close(descriptor); }
+  OpenFile(const OpenFile&) = delete;
+  OpenFile& operator=(const OpenFile&) = delete;
+
+  /// Of a file that is no pipe or device; else what to begin with.
+  std::size_t size() const
+  {
+    constexpr std::size_t usual = 1 << 16;
+    struct stat facts = {};
+    const bool isSized = fstat(descriptor, &facts) == 0 && facts.st_size > 0;
+    return isSized ? static_cast<std::size_t>(facts.st_size) : usual;
+  }
+
+  /// How many bytes have been read; 0 at the end.
+  std::size_t read(char* bytes, std::size_t most)
+  {
+    for (;;)
+    {
+      const ssize_t count = ::read(descriptor, bytes, most);
+      if (count >= 0)
+      {
+        return static_cast<std::size_t>(count);
+      }
+      if (errno != EINTR)
+      {
+        throw BadFile(errno, path);
+      }
+    }
+  }
+
+private:
+  const std::string& path;
+  int descriptor;
+};
+
+void requireSize(std::size_t size, const std::string& path)
+{
+  if (size > mostBytes)
+  {
+    LoadError error;
+    error.path = path;
+    error.message = "larger than " + std::to_string(mostBytes >> 20) + " MiB";
+    error.isBeyondLimits = true;
+    throw BadManifest(error);
+  }
+}
+
+Record recordOf(std::optional<edit::Manifest> manifest, LoadError error, const std::string& path)
+{
+  if (!manifest)
+  {
+    error.path = path;
+    throw BadManifest(std::move(error));
+  }
+  return Record(AnyValue(std::move(*manifest)));
+}
+
+Record recordFromBytes(const std::string& bytes, const std::string& path)
+{
+  requireSize(bytes.size(), path);
+  LoadError error;
+  std::optional<edit::Manifest> manifest = edit::readManifest(bytes, error);
+  return recordOf(std::move(manifest), error, path);
+}
+
+Record load(const std::string& path)
+{
+  const py::gil_scoped_release unlocked;
+  return recordFromBytes(fileBytes(path), path);
+}
+
+using Loaded = std::variant<Record, BadManifest, BadFile>;
+
+Loaded tryToLoad(const std::string& path)
+{
+  try
+  {
+    return recordFromBytes(fileBytes(path), path);
+  }
+  catch (BadManifest& failure)
+  {
+    return std::move(failure);
+  }
+  catch (BadFile& failure)
+  {
+    return std::move(failure);
+  }
+}
+
+py::object toPython(Loaded& loaded)
+{
+  if (auto* const record = std::get_if<Record>(&loaded))
+  {
+    return py::cast(std::move(*record));
+  }
+  const auto* const malformed = std::get_if<BadManifest>(&loaded);
+  return malformed != nullptr ? toException(*malformed) : toException(std::get<BadFile>(loaded));
+}
+
+/// For each path a Record, or the exception that load() would raise.
+py::list loadAll(const std::vector<std::string>& paths)
+{
+  std::vector<Loaded> all;
+  {
+    const py::gil_scoped_release unlocked;
+    all.reserve(paths.size());
+    for (const std::string& path : paths)
+    {
+      all.push_back(tryToLoad(path));
+    }
+  }
+  py::list results;
+  for (Loaded& loaded : all)
+  {
+    results.append(toPython(loaded));
+  }
+  return results;
+}
+
+Record readText(const std::string& text)
+{
+  const py::gil_scoped_release unlocked;
+  requireSize(text.size(), {});
+  LoadError error;
+  std::optional<edit::Manifest> manifest = edit::readManifestText(text, error);
+  return recordOf(std::move(manifest), error, {});
+}
+
+Record readBytes(const std::string& bytes)
+{
+  const py::gil_scoped_release unlocked;
+  return recordFromBytes(bytes, {});
+}
+
+py::bytes write(const Record& package)
+{
+  const auto& manifest = package.value.as<edit::Manifest>();
+  return edit::writeManifest(manifest.package, manifest.web);
+}
+} // namespace
+
+std::string fileBytes(const std::string& path)
+{
+  OpenFile file(path);
+  std::string bytes;
+  std::size_t filled = 0;
+  for (std::size_t room = file.size();; room = filled)
+  {
+    requireSize(filled, path);
+    bytes.resize(filled + std::min(room, mostBytes) + 1); // one more, to see the end
+    std::size_t count = 0;
+    while (filled < bytes.size() && (count = file.read(&bytes[filled], bytes.size() - filled)) != 0)
+    {
+      filled += count;
+    }
+    if (filled < bytes.size())
+    {
+      bytes.resize(filled);
+      return bytes;
+    }
+  }
+}
+
+void defineReading(py::module_& module)
+{
+  module.def("load", &load, py::arg("path"));
+  module.def("load_all", &loadAll, py::arg("paths"));
+  module.def("read_bytes", &readBytes, py::arg("data"));
+  module.def(
+      "read_text", [](const py::str& text) { return readText(fromText(text)); }, py::arg("text"));
+  module.def("write", &write, py::arg("package"));
+}
+
+} // namespace vesk::python

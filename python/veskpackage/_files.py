@@ -1,0 +1,33 @@
+# SPDX-License-Identifier: Apache-2.0
+from __future__ import annotations
+
+import os
+import secrets
+import shutil
+import stat
+
+#: A path of a file.
+Path = str | os.PathLike[str]
+
+
+def replace_file(path: Path, content: bytes) -> None:
+    """Writes a file so that nobody ever sees a part of it. What a link leads to is written; the mode
+    stays. Devices and pipes are written to."""
+    target = os.path.realpath(path)
+    exists = os.path.exists(target)
+    if exists and not stat.S_ISREG(os.stat(target).st_mode):
+        with open(target, "wb") as device:
+            device.write(content)
+        return
+    fresh = f"{target}.{secrets.token_hex(8)}"
+    with open(fresh, "xb") as file:
+        try:
+            file.write(content)
+            file.flush()
+            if exists:
+                shutil.copymode(target, fresh)
+            os.fsync(file.fileno())
+            os.replace(fresh, target)
+        except BaseException:
+            os.unlink(fresh)
+            raise

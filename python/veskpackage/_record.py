@@ -1,0 +1,273 @@
+# SPDX-License-Identifier: Apache-2.0
+"""What all records have in common: fields, comparing, copying, and their form as plain values.
+
+A record stands on one of the C++ library's. Its texts and flags are always there. So is a list or mapping
+until Python first reads it; from then on it is a container of Python's, and is written into a copy of the
+record whenever C++ needs the whole. So there is nothing in Python that could dangle.
+"""
+
+from __future__ import annotations
+
+import json
+from collections.abc import Callable, Iterable, Mapping
+from typing import Any, ClassVar, Generic, Self, TypeVar, overload
+
+from . import _core
+from .containers import (
+    CheckedDict,
+    CheckedList,
+    Permissions,
+    TextList,
+    TextLists,
+    Texts,
+    UniqueTexts,
+)
+
+Held = TypeVar("Held")
+Given = TypeVar("Given")
+Container = TypeVar("Container", bound="CheckedList[Any] | CheckedDict[Any]")
+
+
+class Field(Generic[Held, Given]):
+    """A field of a record, declared in its class: what it holds, and what may be given for it."""
+
+    def __init__(self, doc: str) -> None:
+        self.__doc__ = doc
+
+    def __set_name__(self, owner: type[Record], name: str) -> None:
+        self.name = name
+        first, *others = name.split("_")
+        self.json_name = first + "".join(word.capitalize() for word in others)
+
+    def _bind(self, members: list[str]) -> None:
+        self.index = members.index(self.json_name)
+
+    @overload
+    def __get__(self, record: None, owner: Any = None) -> Self: ...
+    @overload
+    def __get__(self, record: Record, owner: Any = None) -> Held: ...
+    def __get__(self, record: Record | None, owner: Any = None) -> Any:
+        return self if record is None else self._get(record)
+
+    def __set__(self, record: Record, value: Given) -> None:
+        try:
+            self._set(record, value)
+        except TypeError as error:
+            raise TypeError(f"{type(record).__name__}.{self.name}: {error}") from None
+
+    def _get(self, record: Record) -> Any:
+        return record._held.get(self.index)
+
+    def _set(self, record: Record, value: Any) -> None:
+        record._held.set(self.index, value)
+
+    def _for_core(self, part: Any) -> Any:
+        """A part of Python's as the C++ record takes it."""
+        return part
+
+
+class TextField(Field[str, str]):
+    pass
+
+
+class FlagField(Field[bool, bool]):
+    pass
+
+
+class PartField(Field[Held, Given]):
+    """A field that is Python's once it has been read."""
+
+    def _from_core(self, value: Any) -> Any:
+        return value
+
+    def _get(self, record: Record) -> Any:
+        try:
+            return record._parts[self.name]
+        except KeyError:
+            # Another thread may do the same, and be first: in this order nothing is lost.
+            made = self._from_core(record._held.get(self.index))
+            part = record._parts.setdefault(self.name, made)
+            self._let_go(record)
+            return part
+
+    def _let_go(self, record: Record) -> None:
+        record._held.clear(self.index)
+
+
+class ContainerField(PartField[Container, Given]):
+    """A field whose container stays the same object: what is assigned becomes its content."""
+
+    container: ClassVar[type[CheckedList[Any] | CheckedDict[Any]]]
+
+    def _from_core(self, value: Any) -> Any:
+        return self.container._trusted(value)
+
+    def _set(self, record: Record, value: Any) -> None:
+        self._get(record)._become(value)
+
+
+class TextsField(ContainerField[Texts, Mapping[str, str]]):
+    container = Texts
+
+
+class TextListsField(ContainerField[TextLists, Mapping[str, Iterable[str]]]):
+    container = TextLists
+
+
+class TextListField(ContainerField[TextList, Iterable[str]]):
+    container = TextList
+
+
+class UniqueTextsField(ContainerField[UniqueTexts, Iterable[str]]):
+    container = UniqueTexts
+
+
+class PermissionsField(ContainerField[Permissions, Iterable[str]]):
+    container = Permissions
+
+
+class Record:
+    """A part of a package. All text is Unicode; lists and mappings can be changed in place.
+
+    Two records are equal when all of their fields are. A copy, also by the module copy, shares nothing
+    with its source. What is put into a list of records is that very object: changing it changes the
+    package. Threads may read one record at once; one that changes it has to be alone with it.
+    """
+
+    __slots__ = ("_held", "_parts", "__weakref__")
+    __hash__ = None  # type: ignore[assignment]
+    _held: _core.Record
+    _parts: dict[str, Any]
+    _fields: ClassVar[list[Field[Any, Any]]] = []
+    _type_name: ClassVar[str]
+
+    def __init_subclass__(cls) -> None:
+        super().__init_subclass__()
+        fields = [field for field in vars(cls).values() if isinstance(field, Field)]
+        if fields:
+            cls._type_name = cls.__name__
+            members = [name for name, _ in _core.record_types()[cls._type_name]]
+            for field in fields:
+                field._bind(members)
+            cls._fields = sorted(fields, key=lambda field: field.index)
+
+    def __init__(self, given: Mapping[str, Any]) -> None:
+        """Takes the arguments of a class's own constructor, among other names."""
+        self._held = _core.Record(self._type_name)
+        self._parts = {}
+        for field in self._fields:
+            value = given[field.name]
+            if value not in ((), {}, None):
+                field.__set__(self, value)
+
+    @classmethod
+    def _of(cls, core: _core.Record) -> Self:
+        record = cls.__new__(cls)
+        record._held = core
+        record._parts = {}
+        return record
+
+    def _whole(self) -> _core.Record:
+        """The C++ record with all that is Python's; only to be read."""
+        if not self._parts:
+            return self._held
+        whole = self._held.copy()  # before the parts are looked at, since another thread may make one
+        for field in self._fields:
+            if field.name in self._parts:
+                whole.set(field.index, field._for_core(self._parts[field.name]))
+        return whole
+
+    def _change(self, change: Callable[[_core.Record], None]) -> None:
+        """Changes the C++ record, and then what Python has of its texts."""
+        parts = [(field, self._parts[field.name]) for field in self._fields
+                 if field.name in self._parts and not isinstance(field, RecordsField)]
+        for field, part in parts:
+            self._held.set(field.index, field._for_core(part))
+        change(self._held)
+        for field, part in parts:
+            part._become(self._held.get(field.index))
+            self._held.clear(field.index)
+
+    def __eq__(self, other: object) -> bool:
+        if not isinstance(other, Record) or self._type_name != other._type_name:
+            return NotImplemented
+        return self._whole() == other._whole()
+
+    def copy(self) -> Self:
+        """A record with the same fields, which shares nothing with this one."""
+        return self._of(self._whole().copy())
+
+    def __copy__(self) -> Self:
+        return self.copy()
+
+    def __deepcopy__(self, memo: object) -> Self:
+        return self.copy()
+
+    def __reduce__(self) -> tuple[Any, ...]:
+        return self.from_dict, (self.to_dict(),)
+
+    def to_dict(self) -> dict[str, Any]:
+        """The fields as plain values, as the command-line tool shows them in JSON: every field, under its
+        name there, such as "typeVersion" for `type_version`."""
+        fields: dict[str, Any] = json.loads(self._whole().to_json())
+        return fields
+
+    @classmethod
+    def from_dict(cls, fields: Mapping[str, Any]) -> Self:
+        """A record from what `to_dict` gives; fields that are not there are empty.
+
+        Raises FieldError for a field that is unknown or of another kind.
+        """
+        return cls._of(_core.Record.from_json(cls._type_name, json.dumps(fields)))
+
+    def __repr__(self) -> str:
+        empty = type(self)()
+        values = ((field.name, getattr(self, field.name), getattr(empty, field.name))
+                  for field in self._fields)
+        shown = ", ".join(f"{name}={value!r}" for name, value, default in values if value != default)
+        return f"{type(self).__name__}({shown})"
+
+    def __str__(self) -> str:
+        return self._whole().report()
+
+
+class VariantRecord(Record):
+    """A record that has a variant form, for modules that do not know its class."""
+
+    __slots__ = ()
+
+    def to_variant(self) -> list[Any]:
+        """The variant form: a list of pairs [name, value], of lists, str, bool and None."""
+        return self._whole().to_variant()
+
+    @classmethod
+    def from_variant(cls, variant: Any) -> Self:
+        """A record from its variant form; what is missing or of another kind is read as empty."""
+        return cls._of(_core.Record.from_variant(cls._type_name, variant))
+
+
+class RecordList(CheckedList[Held]):
+    """A list of records of one type. They stay the same objects."""
+
+    __slots__ = ()
+    record_type: ClassVar[type[Record]]
+
+    def _checked(self, item: Any) -> Held:
+        if not isinstance(item, self.record_type):
+            raise TypeError(f"a {self.record_type.__name__} is wanted, not {type(item).__name__}")
+        return item  # type: ignore[return-value]
+
+
+class RecordsField(ContainerField[RecordList[Held], Iterable[Held]]):
+    """A list of records, in the class of lists that is given."""
+
+    def __init__(self, container: type[RecordList[Held]], doc: str) -> None:
+        super().__init__(doc)
+        self.container = container  # type: ignore[misc]
+
+    def _from_core(self, value: Any) -> Any:
+        record_type = self.container.record_type  # type: ignore[attr-defined]
+        return self.container._trusted([record_type._of(core) for core in value])
+
+    def _for_core(self, part: Any) -> Any:
+        return [record._whole() for record in part]

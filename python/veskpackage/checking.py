@@ -1,0 +1,179 @@
+# SPDX-License-Identifier: Apache-2.0
+"""Finds what the readers of manifests pass over in silence, and mends what can surely be mended."""
+
+from __future__ import annotations
+
+import os
+from collections.abc import Iterable, Iterator, Mapping
+from dataclasses import dataclass
+from functools import cache
+from typing import Any, Literal
+
+from . import _core
+from ._batches import in_order
+from ._files import Path
+from .errors import ManifestError
+
+#: How grave a finding is. "error": no reader gets anything of the manifest; "warning": surely not meant so;
+#: "hint": read as it is meant, but better mended; "off", in options and rules only: not reported.
+Severity = Literal["error", "warning", "hint", "off"]
+
+
+@dataclass(frozen=True)
+class Rule:
+    """One thing that a manifest is checked for."""
+
+    tag: str  #: its name, such as "unknown-element"; it does not change between versions
+    severity: Severity  #: unless the options say otherwise
+    is_lost: bool  #: whether what it finds is lost when the manifest is read and written
+    explanation: str  #: what is wrong, what the readers do with it, and how to mend it
+
+
+@dataclass(frozen=True, order=True)
+class Position:
+    """A place in the text of a manifest. All are 0 where something is nowhere in the text."""
+
+    line: int  #: from 1
+    column: int  #: from 1, in characters
+    utf16_column: int  #: from 1, in UTF-16 code units
+    offset: int  #: from 0, in bytes of the text in UTF-8
+
+
+@dataclass(frozen=True)
+class Edit:
+    """A part of a text, as offsets (see Position), and what shall stand there instead."""
+
+    begin: int
+    end: int
+    text: str
+
+
+@dataclass(frozen=True)
+class Mend:
+    """How a fault can surely be mended."""
+
+    title: str  #: what it does, such as `write "lang"`
+    edits: tuple[Edit, ...]  #: to be made at once
+
+
+@dataclass(frozen=True)
+class Finding:
+    """One fault of one manifest."""
+
+    rule: str  #: the tag of a Rule
+    severity: Severity  #: never "off"
+    message: str  #: one line, without the place
+    begin: Position  #: where the element, attribute or text begins that it is about
+    end: Position  #: where that has ended; equal to the beginning where no more is known
+    place: str  #: the path of that as XPath has it; empty when the manifest could not be parsed
+    mend: Mend | None  #: None where it is for people to judge what was meant
+
+
+@dataclass(frozen=True)
+class Fixed:
+    """A manifest after its faults have been mended."""
+
+    data: bytes  #: of the file; what was given where there was nothing to mend
+    count: int  #: of the faults that were mended
+    mended: tuple[Finding, ...]  #: the first of these, with places in the text as it was then
+
+
+@dataclass(frozen=True)
+class Checked:
+    """What checking one of many files gave."""
+
+    path: Path  #: as it was given
+    findings: tuple[Finding, ...]  #: in the order of the text
+    uuid: str  #: of the package; empty where it has none
+    error: ManifestError | OSError | None = None  #: why the file could not be read, if it could not
+
+
+@cache
+def rules() -> tuple[Rule, ...]:
+    """Everything that manifests are checked for."""
+    return tuple(Rule(*rule) for rule in _core.rules())
+
+
+def check(
+    manifest: Path | bytes,
+    *,
+    severities: Mapping[str, Severity] = {},
+    package_folder: Path = "",
+    most_of_a_rule: int = 1000,
+) -> list[Finding]:
+    """What is wrong with a manifest, in the order of the text: a file at a path, or the bytes of one.
+
+    `severities` sets how grave the findings of rules are, by tag. Where a `package_folder` is named, paths
+    in the manifest are looked up there. At most the first `most_of_a_rule` findings of a rule are given.
+
+    A manifest that is not well-formed is a finding, too. Raises OSError where a file cannot be read, and
+    ValueError for a rule or severity that there is not.
+    """
+    findings, _ = _core.check_bytes(
+        _bytes_of(manifest), _options(severities, package_folder, most_of_a_rule)
+    )
+    return list(_findings(findings))
+
+
+def check_many(
+    paths: Iterable[Path],
+    *,
+    jobs: int | None = None,
+    severities: Mapping[str, Severity] = {},
+    package_folder: Path = "",
+    most_of_a_rule: int = 1000,
+) -> Iterator[Checked]:
+    """Checks files on several threads at once, as many as there are processors or `jobs`, and gives the
+    results in the order of the paths, as they come. The paths are asked for as they are needed, so there
+    can be any number. A file that cannot be read has an `error` and ends nothing."""
+    options = _options(severities, package_folder, most_of_a_rule)
+
+    def check_all(batch: list[Path]) -> list[Any]:
+        return _core.check_all([os.fsencode(path) for path in batch], options)
+
+    for path, result in in_order(check_all, paths, jobs):
+        if isinstance(result, Exception):
+            yield Checked(path, (), "", result)
+        else:
+            findings, uuid = result
+            yield Checked(path, _findings(findings), uuid)
+
+
+def fix(
+    manifest: Path | bytes,
+    *,
+    severities: Mapping[str, Severity] = {},
+    most_of_a_rule: int = 1000,
+) -> Fixed:
+    """Mends every fault that can surely be mended, in a file at a path or in the bytes of one, and gives
+    the bytes of the mended one; the file is not changed.
+
+    What is not mended keeps every byte. A manifest that no reader takes stays as it is.
+    """
+    data, count, mended = _core.fix_bytes(
+        _bytes_of(manifest), _options(severities, "", most_of_a_rule)
+    )
+    return Fixed(data, count, _findings(mended))
+
+
+def _bytes_of(manifest: Path | bytes) -> bytes:
+    if isinstance(manifest, (bytes, bytearray, memoryview)):
+        return bytes(manifest)
+    return _core.file_bytes(os.fsencode(manifest))
+
+
+def _options(
+    severities: Mapping[str, Severity], package_folder: Path, most_of_a_rule: int
+) -> _core.Options:
+    return _core.Options(dict(severities), os.fsencode(package_folder), most_of_a_rule)
+
+
+def _findings(findings: list[Any]) -> tuple[Finding, ...]:
+    return tuple(
+        Finding(rule, severity, message, Position(*begin), Position(*end), place, _mend(mend))
+        for rule, severity, message, begin, end, place, mend in findings
+    )
+
+
+def _mend(mend: Any) -> Mend | None:
+    return mend and Mend(mend[0], tuple(Edit(*edit) for edit in mend[1]))

@@ -1,0 +1,192 @@
+# SPDX-License-Identifier: Apache-2.0
+"""The lists and mappings that records have: a list and a dict that take only what a record can hold.
+
+Whatever is put in is looked at before anything is changed, so that a wrong value raises a TypeError or
+ValueError where it is given, not when the package is written. In all else they are Python's own: they
+are equal to plain lists and dicts, can be sliced, sorted, copied, pickled and given to json.
+"""
+
+from __future__ import annotations
+
+from collections.abc import Iterable, Mapping
+from typing import Any, Self, SupportsIndex, TypeVar, overload
+
+from . import _core
+
+Item = TypeVar("Item")
+
+
+def checked_text(value: object) -> str:
+    """The value, if it is a text in Unicode, such as a manifest holds."""
+    if not isinstance(value, str):
+        raise TypeError(f"a str is wanted, not {type(value).__name__}")
+    value.encode()  # a lone surrogate raises UnicodeEncodeError, which is a ValueError
+    return value
+
+
+class CheckedList(list[Item]):
+    """A list that takes certain items only."""
+
+    __slots__ = ()
+
+    def _checked(self, item: Any) -> Item:
+        """The item to keep for what is put in."""
+        raise NotImplementedError
+
+    def _settle(self) -> None:
+        """Called when items have been put in."""
+
+    def _all_checked(self, items: Iterable[Any]) -> list[Item]:
+        if isinstance(items, (str, bytes)):
+            raise TypeError(f"a list is wanted, not {type(items).__name__}")
+        return [self._checked(item) for item in items]
+
+    @classmethod
+    def _trusted(cls, items: list[Item]) -> Self:
+        """With items that come out of a record."""
+        made = cls()
+        list.extend(made, items)
+        return made
+
+    def _become(self, items: Iterable[Item]) -> None:
+        self[:] = items
+
+    def __init__(self, items: Iterable[Item] = ()) -> None:
+        super().__init__(self._all_checked(items))
+        self._settle()
+
+    def append(self, item: Item) -> None:
+        super().append(self._checked(item))
+        self._settle()
+
+    def insert(self, index: SupportsIndex, item: Item) -> None:
+        super().insert(index, self._checked(item))
+        self._settle()
+
+    def extend(self, items: Iterable[Item]) -> None:
+        super().extend(self._all_checked(items))
+        self._settle()
+
+    def __iadd__(self, items: Iterable[Item]) -> Self:  # type: ignore[override, misc]
+        self.extend(items)
+        return self
+
+    def __imul__(self, times: SupportsIndex) -> Self:  # type: ignore[override, misc]
+        super().__imul__(times)
+        self._settle()
+        return self
+
+    @overload
+    def __setitem__(self, index: SupportsIndex, item: Item) -> None: ...
+    @overload
+    def __setitem__(self, index: slice, item: Iterable[Item]) -> None: ...
+    def __setitem__(self, index: Any, item: Any) -> None:
+        several = isinstance(index, slice)
+        super().__setitem__(index, self._all_checked(item) if several else self._checked(item))
+        self._settle()
+
+
+class TextList(CheckedList[str]):
+    """A list of texts."""
+
+    __slots__ = ()
+
+    def _checked(self, item: Any) -> str:
+        return checked_text(item)
+
+
+class UniqueTexts(TextList):
+    """A list of texts, each there once: of equal ones only the first stays."""
+
+    __slots__ = ()
+
+    def _settle(self) -> None:
+        unique = dict.fromkeys(self)
+        if len(unique) != len(self):
+            list.__setitem__(self, slice(None), unique)
+
+
+class Permissions(UniqueTexts):
+    """The permissions that a behavior claims, each once; a ValueError for one that no robot knows."""
+
+    __slots__ = ()
+    supported = tuple(_core.supported_permissions())
+
+    def _checked(self, item: Any) -> str:
+        text = super()._checked(item)
+        if text not in self.supported and text not in self:
+            raise ValueError(f"no permission: {text!r}; there are {', '.join(self.supported)}")
+        return text
+
+
+class CheckedDict(dict[str, Item]):
+    """A dict from texts to certain values only."""
+
+    __slots__ = ()
+
+    def _checked(self, value: Any) -> Item:
+        """What to keep for a value that is put in."""
+        raise NotImplementedError
+
+    @classmethod
+    def _trusted(cls, items: dict[str, Any]) -> Self:
+        """With items that come out of a record."""
+        made = cls()
+        dict.update(made, items)
+        return made
+
+    def _become(self, items: Mapping[str, Any]) -> None:
+        given = type(self)(items)  # which may be this very mapping
+        self.clear()
+        dict.update(self, given)
+
+    def __init__(self, items: Any = (), **more: Any) -> None:
+        super().__init__()
+        self.update(items, **more)
+
+    def __setitem__(self, key: str, value: Any) -> None:
+        super().__setitem__(checked_text(key), self._checked(value))
+
+    def setdefault(self, key: str, default: Any = None) -> Item:
+        if key not in self:
+            self[key] = default
+        return self[key]
+
+    def update(self, items: Any = (), **more: Any) -> None:  # type: ignore[override]
+        given = dict(items, **more)
+        checked = {checked_text(key): self._checked(value) for key, value in given.items()}
+        super().update(checked)
+
+    def __ior__(self, items: Any) -> Self:  # type: ignore[override, misc]
+        self.update(items)
+        return self
+
+
+class Texts(CheckedDict[str]):
+    """Texts by language, such as ``{"en_US": "Hello"}``."""
+
+    __slots__ = ()
+
+    def _checked(self, value: Any) -> str:
+        return checked_text(value)
+
+
+class TextLists(CheckedDict[TextList]):
+    """Lists of texts by language or purpose.
+
+    What is put in is copied to a list of its own: ``tags["en_US"] = ["greeting"]`` and then
+    ``tags["en_US"].append("hello")``.
+    """
+
+    __slots__ = ()
+
+    def _checked(self, value: Any) -> TextList:
+        return TextList(value)
+
+    @classmethod
+    def _trusted(cls, items: dict[str, Any]) -> Self:
+        return super()._trusted({key: TextList._trusted(texts) for key, texts in items.items()})
+
+    def setdefault(self, key: str, default: Iterable[str] = ()) -> TextList:
+        """The list under a key; an empty or the given one is put in first if there is none."""
+        return super().setdefault(key, default)

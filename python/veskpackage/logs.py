@@ -1,0 +1,37 @@
+# SPDX-License-Identifier: Apache-2.0
+"""The log of the robot's runtime, in Python's logging."""
+
+from __future__ import annotations
+
+import atexit
+import logging
+
+from . import _core
+
+# By the runtime's numbers: fatal, error, warning, info, debug.
+_LEVELS = {
+    1: logging.CRITICAL,
+    2: logging.ERROR,
+    3: logging.WARNING,
+    4: logging.INFO,
+    5: logging.DEBUG,
+}
+
+
+def forward_log(logger: logging.Logger | None = None) -> None:
+    """Gives what the runtime logs to a logger, "veskpackage" unless one is given, instead of standard error:
+    to its children by category, with the level there. From then on manifests that cannot be read are
+    logged, beside the exception. Messages can come on any thread."""
+    target = logger or logging.getLogger("veskpackage")
+
+    def receive(level: int, category: str, text: str, function: str) -> None:
+        target.getChild(category).log(_LEVELS.get(level, logging.DEBUG), "%s", text)
+
+    _core.forward_log(receive)
+    atexit.register(stop_forwarding_log)  # no message may come when the interpreter is gone
+
+
+def stop_forwarding_log() -> None:
+    """Gives what the runtime logs to standard error again, as at the start; that is nothing where this
+    package reads manifests."""
+    _core.stop_forwarding_log()
