@@ -16,7 +16,6 @@ from . import _core
 from .containers import (
     CheckedDict,
     CheckedList,
-    Permissions,
     TextList,
     TextLists,
     Texts,
@@ -43,9 +42,13 @@ class Field(Generic[Held, Given]):
         self.index = members.index(self.json_name)
 
     @overload
-    def __get__(self, record: None, owner: Any = None) -> Self: ...
+    def __get__(self, record: None, owner: Any = None) -> Self:
+        ...
+
     @overload
-    def __get__(self, record: Record, owner: Any = None) -> Held: ...
+    def __get__(self, record: Record, owner: Any = None) -> Held:
+        ...
+
     def __get__(self, record: Record | None, owner: Any = None) -> Any:
         return self if record is None else self._get(record)
 
@@ -67,11 +70,11 @@ class Field(Generic[Held, Given]):
 
 
 class TextField(Field[str, str]):
-    pass
+    """A text."""
 
 
 class FlagField(Field[bool, bool]):
-    pass
+    """True or false."""
 
 
 class PartField(Field[Held, Given]):
@@ -97,7 +100,9 @@ class PartField(Field[Held, Given]):
 class ContainerField(PartField[Container, Given]):
     """A field whose container stays the same object: what is assigned becomes its content."""
 
-    container: ClassVar[type[CheckedList[Any] | CheckedDict[Any]]]
+    def __init__(self, container: type[Container], doc: str) -> None:
+        super().__init__(doc)
+        self.container: Any = container
 
     def _from_core(self, value: Any) -> Any:
         return self.container._trusted(value)
@@ -106,24 +111,20 @@ class ContainerField(PartField[Container, Given]):
         self._get(record)._become(value)
 
 
-class TextsField(ContainerField[Texts, Mapping[str, str]]):
-    container = Texts
+def texts(doc: str) -> ContainerField[Texts, Mapping[str, str]]:
+    return ContainerField(Texts, doc)
 
 
-class TextListsField(ContainerField[TextLists, Mapping[str, Iterable[str]]]):
-    container = TextLists
+def text_lists(doc: str) -> ContainerField[TextLists, Mapping[str, Iterable[str]]]:
+    return ContainerField(TextLists, doc)
 
 
-class TextListField(ContainerField[TextList, Iterable[str]]):
-    container = TextList
+def text_list(doc: str) -> ContainerField[TextList, Iterable[str]]:
+    return ContainerField(TextList, doc)
 
 
-class UniqueTextsField(ContainerField[UniqueTexts, Iterable[str]]):
-    container = UniqueTexts
-
-
-class PermissionsField(ContainerField[Permissions, Iterable[str]]):
-    container = Permissions
+def unique_texts(doc: str) -> ContainerField[UniqueTexts, Iterable[str]]:
+    return ContainerField(UniqueTexts, doc)
 
 
 class Record:
@@ -157,7 +158,7 @@ class Record:
         self._parts = {}
         for field in self._fields:
             value = given[field.name]
-            if value not in ((), {}, None):
+            if value not in ((), {}):
                 field.__set__(self, value)
 
     @classmethod
@@ -171,7 +172,9 @@ class Record:
         """The C++ record with all that is Python's; only to be read."""
         if not self._parts:
             return self._held
-        whole = self._held.copy()  # before the parts are looked at, since another thread may make one
+        whole = (
+            self._held.copy()
+        )  # before the parts are looked at, since another thread may make one
         for field in self._fields:
             if field.name in self._parts:
                 whole.set(field.index, field._for_core(self._parts[field.name]))
@@ -179,8 +182,11 @@ class Record:
 
     def _change(self, change: Callable[[_core.Record], None]) -> None:
         """Changes the C++ record, and then what Python has of its texts."""
-        parts = [(field, self._parts[field.name]) for field in self._fields
-                 if field.name in self._parts and not isinstance(field, RecordsField)]
+        parts = [
+            (field, self._parts[field.name])
+            for field in self._fields
+            if field.name in self._parts and not isinstance(field, RecordsField)
+        ]
         for field, part in parts:
             self._held.set(field.index, field._for_core(part))
         change(self._held)
@@ -191,7 +197,7 @@ class Record:
     def __eq__(self, other: object) -> bool:
         if not isinstance(other, Record) or self._type_name != other._type_name:
             return NotImplemented
-        return self._whole() == other._whole()
+        return bool(self._whole() == other._whole())
 
     def copy(self) -> Self:
         """A record with the same fields, which shares nothing with this one."""
@@ -221,11 +227,10 @@ class Record:
         return cls._of(_core.Record.from_json(cls._type_name, json.dumps(fields)))
 
     def __repr__(self) -> str:
-        empty = type(self)()
-        values = ((field.name, getattr(self, field.name), getattr(empty, field.name))
-                  for field in self._fields)
-        shown = ", ".join(f"{name}={value!r}" for name, value, default in values if value != default)
-        return f"{type(self).__name__}({shown})"
+        empty = self._of(_core.Record(self._type_name))
+        values = [(field.name, getattr(self, field.name)) for field in self._fields]
+        shown = (f"{name}={value!r}" for name, value in values if value != getattr(empty, name))
+        return f"{type(self).__name__}({', '.join(shown)})"
 
     def __str__(self) -> str:
         return self._whole().report()
@@ -250,24 +255,20 @@ class RecordList(CheckedList[Held]):
     """A list of records of one type. They stay the same objects."""
 
     __slots__ = ()
-    record_type: ClassVar[type[Record]]
+    _record_type: ClassVar[type[Record]]
 
     def _checked(self, item: Any) -> Held:
-        if not isinstance(item, self.record_type):
-            raise TypeError(f"a {self.record_type.__name__} is wanted, not {type(item).__name__}")
+        if not isinstance(item, self._record_type):
+            raise TypeError(f"a {self._record_type.__name__} is wanted, not {type(item).__name__}")
         return item  # type: ignore[return-value]
 
 
 class RecordsField(ContainerField[RecordList[Held], Iterable[Held]]):
-    """A list of records, in the class of lists that is given."""
-
-    def __init__(self, container: type[RecordList[Held]], doc: str) -> None:
-        super().__init__(doc)
-        self.container = container  # type: ignore[misc]
+    """A list of records, in a class of lists."""
 
     def _from_core(self, value: Any) -> Any:
-        record_type = self.container.record_type  # type: ignore[attr-defined]
-        return self.container._trusted([record_type._of(core) for core in value])
+        records: list[Any] = [self.container._record_type._of(core) for core in value]
+        return self.container._trusted(records)
 
     def _for_core(self, part: Any) -> Any:
         return [record._whole() for record in part]

@@ -11,6 +11,8 @@ from typing import Any, TypeVar
 
 from . import _core
 
+__all__ = ["FieldDescription", "edit", "fields"]
+
 Text = TypeVar("Text", str, bytes)
 
 
@@ -49,8 +51,11 @@ def edit(text: Text, changes: Mapping[str, Any], *, keep_comments: bool = False)
     a value that is none for it, and EditError where more would have to be changed.
     """
     wanted = [
-        _core.Wanted(path, value if value is None or isinstance(value, str) else json.dumps(value),
-                     not isinstance(value, str))
+        _core.Wanted(
+            path,
+            value if value is None or isinstance(value, str) else json.dumps(value),
+            not isinstance(value, str),
+        )
         for path, value in changes.items()
     ]
     if isinstance(text, bytes):
