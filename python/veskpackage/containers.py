@@ -54,8 +54,8 @@ class CheckedList(list[Item]):
     @classmethod
     def _trusted(cls, items: list[Item]) -> Self:
         """With items that come out of a record."""
-        made = cls()
-        list.extend(made, items)
+        made = cls.__new__(cls)
+        super(CheckedList, made).extend(items)
         return made
 
     def _become(self, items: Iterable[Item]) -> None:
@@ -147,7 +147,7 @@ class CheckedDict(dict[str, Item]):
     @classmethod
     def _trusted(cls, items: dict[str, Any]) -> Self:
         """With items that come out of a record."""
-        made = cls()
+        made = cls.__new__(cls)
         super(CheckedDict, made).update(items)
         return made
 
