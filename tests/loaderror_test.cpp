@@ -72,9 +72,9 @@ TEST(LoadErrors, AreTheSameOfEveryOperation)
               uuid, ""},
              {path, [&](auto&p, auto&i, auto&e) { return readManifestDevice(file, p, i, e); }, "",
               ""},
-             {path,
+             {"",
               [&](auto&p, auto&, auto&e)
-              { return file.seek(0) && readManifestDevice(file, p, web, e); },
+              { return device.seek(0) && readManifestDevice(device, p, web, e); },
               "", uuid},
              {"", [&](auto&p, auto&, auto&e) { return readManifestText(manifest, p, web, e); }, "u",
               uuid}})
