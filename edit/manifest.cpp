@@ -88,6 +88,16 @@ std::string writeManifest(const PackageInfo& package, const AnyValue& web)
   return changed(bytes, *written, wanted);
 }
 
+std::ostream& operator<<(std::ostream& out, const Manifest& manifest)
+{
+  out << manifest.package;
+  if (manifest.web.isValid())
+  {
+    out << "Web content\n***********\nPath: " << manifest.web.as<WebInfo>().path << '\n';
+  }
+  return out;
+}
+
 void setField(Manifest& manifest, const FieldPath& path, const std::string& text)
 {
   if (path.front() == FieldStep("web") && !manifest.web.isValid())
