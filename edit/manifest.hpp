@@ -39,7 +39,7 @@ VESKPACKAGE_EDIT_EXPORT std::optional<Manifest> readManifestText(const std::stri
                                                                  LoadError& error);
 
 /// The bytes of a new manifest file: what PackageInfo::saveToManifestFile() writes, and the web content,
-/// where \p web is some.
+/// where \p web is some. What XML cannot carry is left out of both.
 VESKPACKAGE_EDIT_EXPORT std::string writeManifest(const PackageInfo& package,
                                                   const AnyValue& web = {});
 
