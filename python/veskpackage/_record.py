@@ -157,7 +157,7 @@ class Record:
         self._parts = {}
         for field in self._fields:
             value = given[field.name]
-            if value not in ((), {}, None):
+            if not (isinstance(field, ContainerField) and value in ((), {})):
                 field.__set__(self, value)
 
     @classmethod
