@@ -180,7 +180,8 @@ class Record:
     def _change(self, change: Callable[[_core.Record], None]) -> None:
         """Changes the C++ record, and then what Python has of its texts."""
         parts = [(field, self._parts[field.name]) for field in self._fields
-                 if field.name in self._parts and not isinstance(field, RecordsField)]
+                 if field.name in self._parts and isinstance(field, ContainerField)
+                 and not isinstance(field, RecordsField)]
         for field, part in parts:
             self._held.set(field.index, field._for_core(part))
         change(self._held)
