@@ -122,7 +122,11 @@ void Record::set(std::size_t index, py::handle given) { fromPython(value.member(
 std::string Record::report() const
 {
   std::ostringstream out;
-  if (!withHandle(value, [&out](const auto& handle) { out << handle; }))
+  if (value.is<edit::Manifest>())
+  {
+    out << value.as<edit::Manifest>();
+  }
+  else if (!withHandle(value, [&out](const auto& handle) { out << handle; }))
   {
     out << value.reference();
   }

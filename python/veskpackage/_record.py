@@ -158,7 +158,7 @@ class Record:
         self._parts = {}
         for field in self._fields:
             value = given[field.name]
-            if value not in ((), {}):
+            if not (isinstance(field, ContainerField) and value in ((), {})):
                 field.__set__(self, value)
 
     @classmethod
@@ -172,9 +172,8 @@ class Record:
         """The C++ record with all that is Python's; only to be read."""
         if not self._parts:
             return self._held
-        whole = (
-            self._held.copy()
-        )  # before the parts are looked at, since another thread may make one
+        # Before the parts are looked at, since another thread may be making one.
+        whole = self._held.copy()
         for field in self._fields:
             if field.name in self._parts:
                 whole.set(field.index, field._for_core(self._parts[field.name]))
@@ -185,7 +184,9 @@ class Record:
         parts = [
             (field, self._parts[field.name])
             for field in self._fields
-            if field.name in self._parts and not isinstance(field, RecordsField)
+            if field.name in self._parts
+            and isinstance(field, ContainerField)
+            and not isinstance(field, RecordsField)
         ]
         for field, part in parts:
             self._held.set(field.index, field._for_core(part))
