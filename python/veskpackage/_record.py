@@ -169,31 +169,25 @@ class Record:
         return record
 
     def _whole(self) -> _core.Record:
-        """The C++ record with all that is Python's; only to be read."""
-        if not self._parts:
-            return self._held
-        # Before the parts are looked at, since another thread may be making one.
+        """A copy of the C++ record with all that is Python's."""
+        # Copied before the parts are looked at: another thread may be making one.
         whole = self._held.copy()
         for field in self._fields:
             if field.name in self._parts:
                 whole.set(field.index, field._for_core(self._parts[field.name]))
         return whole
 
-    def _change(self, change: Callable[[_core.Record], None]) -> None:
-        """Changes the C++ record, and then what Python has of its texts."""
-        parts = [
-            (field, self._parts[field.name])
-            for field in self._fields
-            if field.name in self._parts
-            and isinstance(field, ContainerField)
-            and not isinstance(field, RecordsField)
-        ]
-        for field, part in parts:
-            self._held.set(field.index, field._for_core(part))
-        change(self._held)
-        for field, part in parts:
-            part._become(self._held.get(field.index))
-            self._held.clear(field.index)
+    def _trim(self, trim: Callable[[_core.Record], None]) -> None:
+        """Trims the C++ record, and the mappings that are Python's like those in it."""
+        self._held = self._whole()
+        trim(self._held)
+        for field in self._fields:
+            if isinstance(field, PartField) and field.name in self._parts:
+                part = self._parts[field.name]
+                if isinstance(part, CheckedDict):
+                    for key in part.keys() - self._held.get(field.index).keys():
+                        del part[key]
+                field._let_go(self)
 
     def __eq__(self, other: object) -> bool:
         if not isinstance(other, Record) or self._type_name != other._type_name:
@@ -202,7 +196,7 @@ class Record:
 
     def copy(self) -> Self:
         """A record with the same fields, which shares nothing with this one."""
-        return self._of(self._whole().copy())
+        return self._of(self._whole())
 
     def __copy__(self) -> Self:
         return self.copy()

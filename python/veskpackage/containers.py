@@ -152,9 +152,10 @@ class CheckedDict(dict[str, Item]):
         return made
 
     def _become(self, items: Mapping[str, Any]) -> None:
-        given = type(self)(items)  # which may be this very mapping
-        self.clear()
-        super().update(given)
+        if items is not self:
+            given = type(self)(items)
+            self.clear()
+            super().update(given)
 
     def __init__(self, items: Any = (), **more: Any) -> None:
         super().__init__()

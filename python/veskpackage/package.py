@@ -173,7 +173,7 @@ class Package(VariantRecord):
         descriptions whose language begins with none of `description_languages`, and trims every behavior
         by these and `supported_languages`."""
         behaviors = self._parts.get("behaviors", ())
-        self._change(lambda core: core.trim_package())
+        self._trim(lambda core: core.trim_package())
         for behavior in behaviors:
             behavior.trim(self.description_languages, self.supported_languages)
 

@@ -76,7 +76,7 @@ class Behavior(VariantRecord):
         """Drops the names and descriptions whose language begins with none of the first, and the tags,
         loading responses and trigger sentences whose language begins with none of the second: "en" keeps
         "en_US", and an empty list drops all."""
-        self._change(
+        self._trim(
             lambda core: core.trim_behavior(list(description_languages), list(supported_languages))
         )
 
