@@ -237,7 +237,8 @@ class VariantRecord(Record):
     __slots__ = ()
 
     def to_variant(self) -> list[Any]:
-        """The variant form: a list of pairs [name, value], of lists, str, bool and None."""
+        """The variant form: a list of pairs [name, value], of lists, str, bool and None. A package without
+        a uuid has none: the list is empty."""
         return self._whole().to_variant()
 
     @classmethod
