@@ -131,9 +131,7 @@ SECTION_READERS: dict[str, tuple[str, Callable[[Any], Any]]] = {
 }
 
 
-ROOT_ATTRIBUTES = [
-    "uuid", "version", "typeVersion", "author", "organization", "channel", "date"
-]
+ROOT_ATTRIBUTES = ["uuid", "version", "typeVersion", "author", "organization", "channel", "date"]
 
 
 def package_from(root: Any) -> Package:
