@@ -188,9 +188,6 @@ class Package(VariantRecord):
     from_dict.__func__.__doc__ = Record.from_dict.__doc__  # type: ignore[attr-defined]
 
     def __repr__(self) -> str:
-        counts = [
-            f"{len(getattr(self, field.name))} {field.name}"
-            for field in self._fields
-            if isinstance(field, RecordsField) and getattr(self, field.name)
-        ]
-        return f"<{', '.join([f'Package {self.uuid!r} {self.version!r}', *counts])}>"
+        lists = [field.name for field in self._fields if isinstance(field, RecordsField)]
+        counts = [f" {name}={len(getattr(self, name))}" for name in lists if getattr(self, name)]
+        return f"<Package uuid={self.uuid!r} version={self.version!r}{''.join(counts)}>"
