@@ -45,7 +45,7 @@ def loads(manifest: bytes | bytearray | memoryview | str) -> Package:
     """
     if isinstance(manifest, str):
         return Package._of(_core.read_text(manifest))
-    return Package._of(_core.read_bytes(bytes(manifest)))
+    return Package._of(_core.read_bytes(bytes(memoryview(manifest))))
 
 
 def load_many(paths: Iterable[Path], *, jobs: int | None = None) -> Iterator[Loaded]:
