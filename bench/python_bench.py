@@ -5,7 +5,7 @@
 usage: python_bench.py [BUILD [BEHAVIORS...]]
 
 BUILD is a release with the Python package and benchmarks, build/release unless it is given. It takes
-some ten minutes; for figures that can be compared, let nothing else run.
+some five minutes; for figures that can be compared, let nothing else run.
 """
 
 from __future__ import annotations
