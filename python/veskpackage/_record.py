@@ -84,14 +84,10 @@ class PartField(Field[Held, Given]):
         try:
             return record._parts[self.name]
         except KeyError:
-            # Another thread may do the same, and be first: in this order nothing is lost.
+            # Another thread may do the same, and be first. What C++ has stays there, out of date, since
+            # a third one may be at work with it.
             made = self._from_core(record._held.get(self.index))
-            part = record._parts.setdefault(self.name, made)
-            self._let_go(record)
-            return part
-
-    def _let_go(self, record: Record) -> None:
-        record._held.clear(self.index)
+            return record._parts.setdefault(self.name, made)
 
 
 class ContainerField(PartField[Container, Given]):
@@ -171,7 +167,7 @@ class Record:
         """The C++ record with all that is Python's; only to be read."""
         if not self._parts:
             return self._held
-        whole = self._held.copy()  # before the parts are looked at, since another thread may make one
+        whole = self._held.copy()
         for field in self._fields:
             if field.name in self._parts:
                 whole.set(field.index, field._for_core(self._parts[field.name]))
@@ -187,7 +183,6 @@ class Record:
         change(self._held)
         for field, part in parts:
             part._become(self._held.get(field.index))
-            self._held.clear(field.index)
 
     def __eq__(self, other: object) -> bool:
         if not isinstance(other, Record) or self._type_name != other._type_name:
