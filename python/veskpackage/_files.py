@@ -26,13 +26,13 @@ def _replace(target: str, content: bytes) -> None:
         with open(target, "wb") as device:
             device.write(content)
         return
-    fresh = f"{target}.{secrets.token_hex(8)}"
+    fresh = os.path.join(os.path.dirname(target), f".{secrets.token_hex(8)}")
     with open(fresh, "xb") as file:
         try:
+            if exists:
+                shutil.copymode(target, fresh)  # before anything is there to be read
             file.write(content)
             file.flush()
-            if exists:
-                shutil.copymode(target, fresh)
             os.fsync(file.fileno())
             os.replace(fresh, target)
         except BaseException:

@@ -87,14 +87,9 @@ class PartField(Field[Held, Given]):
         try:
             return record._parts[self.name]
         except KeyError:
-            # Another thread may do the same, and be first: in this order nothing is lost.
+            # Another thread may do the same, and be first. What C++ has stays there, out of date.
             made = self._from_core(record._held.get(self.index))
-            part = record._parts.setdefault(self.name, made)
-            self._let_go(record)
-            return part
-
-    def _let_go(self, record: Record) -> None:
-        record._held.clear(self.index)
+            return record._parts.setdefault(self.name, made)
 
 
 class ContainerField(PartField[Container, Given]):
@@ -170,7 +165,6 @@ class Record:
 
     def _whole(self) -> _core.Record:
         """A copy of the C++ record with all that is Python's."""
-        # Copied before the parts are looked at: another thread may be making one.
         whole = self._held.copy()
         for field in self._fields:
             if field.name in self._parts:
@@ -182,12 +176,10 @@ class Record:
         self._held = self._whole()
         trim(self._held)
         for field in self._fields:
-            if isinstance(field, PartField) and field.name in self._parts:
-                part = self._parts[field.name]
-                if isinstance(part, CheckedDict):
-                    for key in part.keys() - self._held.get(field.index).keys():
-                        del part[key]
-                field._let_go(self)
+            part = self._parts.get(field.name)
+            if isinstance(part, CheckedDict):
+                for key in part.keys() - self._held.get(field.index).keys():
+                    del part[key]
 
     def __eq__(self, other: object) -> bool:
         if not isinstance(other, Record) or self._type_name != other._type_name:

@@ -74,9 +74,6 @@ class _WebField(PartField[WebContent | None, WebContent | None]):
     def _from_core(self, value: Any) -> WebContent | None:
         return None if value is None else WebContent._of(value)
 
-    def _let_go(self, record: Record) -> None:
-        record._held.set(self.index, None)
-
     def _set(self, record: Record, value: Any) -> None:
         if value is not None and not isinstance(value, WebContent):
             raise TypeError(f"a WebContent or None is wanted, not {type(value).__name__}")

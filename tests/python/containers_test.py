@@ -86,13 +86,18 @@ class Containers(RuleBasedStateMachine):
 
     def draw(self, data, kind):
         """A container, its model, what goes in, and whether that is there once only."""
-        choices = [(held, model, items, issubclass(container, UniqueTexts))
-                   for held, (container, _, _, model, items) in zip(self.held, self.kept)
-                   if isinstance(model, kind)]
+        choices = [
+            (held, model, items, issubclass(container, UniqueTexts))
+            for held, (container, _, _, model, items) in zip(self.held, self.kept)
+            if isinstance(model, kind)
+        ]
         if kind is list:
-            choices += [(held[key], model[key], TEXTS, False)
-                        for held, (container, _, _, model, _) in zip(self.held, self.kept)
-                        if container is TextLists for key in model]
+            choices += [
+                (held[key], model[key], TEXTS, False)
+                for held, (container, _, _, model, _) in zip(self.held, self.kept)
+                if container is TextLists
+                for key in model
+            ]
         return data.draw(st.sampled_from(choices))
 
     @rule(data=st.data(), change=st.sampled_from(LIST_CHANGES), at=PLACES, part=SLICES)
@@ -108,15 +113,22 @@ class Containers(RuleBasedStateMachine):
         held, model, items, _ = self.draw(data, dict)
         arguments = key, data.draw(items), data.draw(st.dictionaries(KEYS, items, max_size=2))
         # What is put in is copied, so that no list of the model's is in two places.
-        assert outcome(change, held, *arguments) == outcome(change, model, *copy.deepcopy(arguments))
+        assert outcome(change, held, *arguments) == outcome(
+            change, model, *copy.deepcopy(arguments)
+        )
 
     @rule(data=st.data(), at=st.integers(0, 7))
     def assign(self, data, at):
         _, record, field, model, _ = self.kept[at]
         setattr(record, field, data.draw(st.sampled_from([model, self.held[at]])))
 
-    @rule(data=st.data(), at=PLACES, part=SLICES, key=KEYS,
-          wrong=st.sampled_from([1, None, b"en", "\ud800", True, [1], ["\ud800"], {1: ""}]))
+    @rule(
+        data=st.data(),
+        at=PLACES,
+        part=SLICES,
+        key=KEYS,
+        wrong=st.sampled_from([1, None, b"en", "\ud800", True, [1], ["\ud800"], {1: ""}]),
+    )
     def put_in_what_is_wrong(self, data, at, part, key, wrong):
         held, *_ = self.draw(data, list)
         change = data.draw(st.sampled_from(LIST_CHANGES[:6]))
@@ -183,7 +195,9 @@ def test_containers_are_pythons_own_for_others():
 class Lifetimes(RuleBasedStateMachine):
     """What has been taken out of a package lives, whatever happens to the package."""
 
-    FIELDS = st.sampled_from(["behaviors", "dialogs", "names", "tags", "topics", "permissions", "web"])
+    FIELDS = st.sampled_from(
+        ["behaviors", "dialogs", "names", "tags", "topics", "permissions", "web"]
+    )
 
     def __init__(self):
         super().__init__()
