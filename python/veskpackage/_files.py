@@ -14,9 +14,9 @@ def replace_file(path: Path, content: bytes) -> None:
     """Writes a file so that nobody ever sees a part of it. What a link leads to is written; the mode
     stays. Devices and pipes are written to. An OSError names the path that was given."""
     try:
-        _replace(os.path.realpath(path), content)
+        _replace(os.path.realpath(os.fsdecode(path)), content)
     except OSError as error:
-        error.filename, error.filename2 = os.fspath(path), None  # not what is written for a moment
+        error.filename, error.filename2 = os.fspath(path), None  # not what stood there for a moment
         raise
 
 
