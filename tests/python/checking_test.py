@@ -24,16 +24,16 @@ def position(text, offset):
 def as_the_tool_says(finding, text):
     def span(begin, end):
         return {"line": begin.line, "column": begin.column,
-                "endLine": end.line, "endColumn": end.column}  # fmt: skip
+                "endLine": end.line, "endColumn": end.column}
 
     said = {"severity": finding.severity, "tag": finding.rule, "message": finding.message,
-            **span(finding.begin, finding.end), "place": finding.place}  # fmt: skip
+            **span(finding.begin, finding.end), "place": finding.place}
     if finding.mend:
         said["mend"] = {
             "title": finding.mend.title,
             "edits": [{**span(position(text, one.begin), position(text, one.end)), "text": one.text}
                       for one in finding.mend.edits],
-        }  # fmt: skip
+        }
     return said
 
 
@@ -45,7 +45,7 @@ def test_findings_are_those_of_the_tool(path, tool):
         ({"severities": {"description-languages": "hint", "unknown-element": "off"}},
          ["--override", "description-languages=hint", "--override", "unknown-element=off"]),
         ({"package_folder": path.parent}, ["--package", path.parent]),
-    ]:  # fmt: skip
+    ]:
         said = tool("check", "--strict", "--format", "json", *arguments, path)["findings"]
         found = check(path, **options)
         text = data.decode("utf-8-sig", "replace")
@@ -137,16 +137,16 @@ LISTS = st.dictionaries(LANGUAGES, st.just(["text"]))
 def test_trimming_keeps_what_begins_with_a_language(described, supported, texts, lists, read):
     def kept(texts, languages):
         return {language: text for language, text in texts.items()
-                if any(language.startswith(one) for one in languages)}  # fmt: skip
+                if any(language.startswith(one) for one in languages)}
 
     def package(keep):
         names = keep(texts, described)
         lists_kept = keep(lists, supported)
         behavior = Behavior(
             path="b", names=names, descriptions=names, tags=lists_kept, conditions=lists,
-            trigger_sentences=lists_kept, loading_responses=lists_kept)  # fmt: skip
+            trigger_sentences=lists_kept, loading_responses=lists_kept)
         return Package(uuid="u", names=names, descriptions=names, behaviors=[behavior] * 2,
-                       supported_languages=supported, description_languages=described)  # fmt: skip
+                       supported_languages=supported, description_languages=described)
 
     made = Package.from_dict(package(lambda texts, _: texts).to_dict())
     held = [getattr(one, field, None) for one in (made, *made.behaviors) for field in read]

@@ -107,7 +107,7 @@ def test_values_of_no_use():
         (lambda: Package.from_variant([["uuid", 5]]), TypeError, "^a list, str, bool or None"),
         (lambda: Package.from_variant(endless), RecursionError, "variant"),
         (lambda: Package(nams={}), TypeError, "nams"),
-    ]:  # fmt: skip
+    ]:
         endless = []
         endless.append(endless)
         with pytest.raises(error, match=message) as raised:
@@ -131,7 +131,7 @@ COMMENTED = "<package version='1'>𐐷<names><!-- -->\n<name lang='en'>a</name><
     ({1: "x"}, TypeError, "a str is wanted, not int", None),
     ({"version": "\ud800"}, UnicodeEncodeError, "surrogates", None),
     ({"version": b"2"}, TypeError, "JSON", None),
-])  # fmt: skip
+])
 def test_edits_that_cannot_be_made(changes, error, message, place):
     for text in (COMMENTED, COMMENTED.encode()):
         with pytest.raises(error, match=message) as raised:
@@ -145,7 +145,7 @@ def test_the_log_is_pythons_when_asked_for(caplog, tmp_path):
     path = tmp_path / "bad.xml"
     path.write_text("<a></b>")
     reads = [lambda: veskpackage.loads("<a></b>"), lambda: veskpackage.load(path),
-             lambda: next(veskpackage.load_many([path])).error]  # fmt: skip
+             lambda: next(veskpackage.load_many([path])).error]
 
     def read_all():
         for read in reads:
