@@ -89,7 +89,8 @@ check::Options optionsFrom(const std::map<std::string, std::string>& severities,
   return options;
 }
 
-py::bytes bytesOfFile(const std::string& path)
+/// Without the lock, since a pipe's other end may be a thread of the same interpreter.
+py::bytes fileBytesUnlocked(const std::string& path)
 {
   std::string bytes;
   {
@@ -186,7 +187,7 @@ void defineChecking(py::module_& module)
   module.def("check_bytes", &checkBytes, py::arg("data"), py::arg("options"));
   module.def("check_all", &checkAll, py::arg("paths"), py::arg("options"));
   module.def("fix_bytes", &fixBytes, py::arg("data"), py::arg("options"));
-  module.def("file_bytes", &bytesOfFile, py::arg("path"));
+  module.def("file_bytes", &fileBytesUnlocked, py::arg("path"));
   module.def("rules", &rules);
 }
 

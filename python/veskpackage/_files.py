@@ -12,8 +12,15 @@ Path = str | os.PathLike[str]
 
 def replace_file(path: Path, content: bytes) -> None:
     """Writes a file so that nobody ever sees a part of it. What a link leads to is written; the mode
-    stays. Devices and pipes are written to."""
-    target = os.path.realpath(os.fsdecode(path))
+    stays. Devices and pipes are written to. An OSError names the path that was given."""
+    try:
+        _replace(os.path.realpath(os.fsdecode(path)), content)
+    except OSError as error:
+        error.filename, error.filename2 = os.fspath(path), None  # not what stood there for a moment
+        raise
+
+
+def _replace(target: str, content: bytes) -> None:
     exists = os.path.exists(target)
     if exists and not stat.S_ISREG(os.stat(target).st_mode):
         with open(target, "wb") as device:

@@ -12,6 +12,8 @@ from typing import Any, TypeVar
 from . import _core
 from .containers import checked_text
 
+__all__ = ["FieldDescription", "edit", "fields"]
+
 Text = TypeVar("Text", str, bytes)
 
 
@@ -50,8 +52,11 @@ def edit(text: Text, changes: Mapping[str, Any], *, keep_comments: bool = False)
     a value that is none for it, and EditError where more would have to be changed.
     """
     wanted = [
-        _core.Wanted(checked_text(path), None if value is None else _written(value),
-                     not isinstance(value, str))
+        _core.Wanted(
+            checked_text(path),
+            None if value is None else _written(value),
+            not isinstance(value, str),
+        )
         for path, value in changes.items()
     ]
     if not isinstance(text, str):

@@ -115,8 +115,13 @@ TEXTS = st.dictionaries(LANGUAGES, st.just("text"))
 LISTS = st.dictionaries(LANGUAGES, st.just(["text"]))
 
 
-@given(described=st.lists(LANGUAGES), supported=st.lists(LANGUAGES), texts=TEXTS, lists=LISTS,
-       read=st.sets(st.sampled_from(["names", "tags", "behaviors", "description_languages", "web"])))
+@given(
+    described=st.lists(LANGUAGES),
+    supported=st.lists(LANGUAGES),
+    texts=TEXTS,
+    lists=LISTS,
+    read=st.sets(st.sampled_from(["names", "tags", "behaviors", "description_languages", "web"])),
+)
 def test_trimming_keeps_what_begins_with_a_language(described, supported, texts, lists, read):
     def kept(texts, languages):
         return {language: text for language, text in texts.items()

@@ -15,8 +15,13 @@ BROKEN = sorted((Path(__file__).parents[1] / "golden/check").glob("*.xml"))
 
 for name, examples in {"ci": 40, "sanitized": 10, "thorough": 500}.items():
     settings.register_profile(
-        name, max_examples=examples, stateful_step_count=30, deadline=None, database=None,
-        derandomize=name != "thorough", suppress_health_check=list(HealthCheck),
+        name,
+        max_examples=examples,
+        stateful_step_count=30,
+        deadline=None,
+        database=None,
+        derandomize=name != "thorough",
+        suppress_health_check=list(HealthCheck),
     )
 settings.load_profile(os.environ.get("HYPOTHESIS", "ci"))
 

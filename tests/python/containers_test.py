@@ -73,13 +73,18 @@ class Containers(RuleBasedStateMachine):
 
     def draw(self, data, kind):
         """A container, its model, what goes in, and whether that is there once only."""
-        choices = [(held, model, items, issubclass(container, UniqueTexts))
-                   for held, (container, _, _, model, items) in zip(self.held, self.kept)
-                   if isinstance(model, kind)]
+        choices = [
+            (held, model, items, issubclass(container, UniqueTexts))
+            for held, (container, _, _, model, items) in zip(self.held, self.kept)
+            if isinstance(model, kind)
+        ]
         if kind is list:
-            choices += [(held[key], model[key], TEXTS, False)
-                        for held, (container, _, _, model, _) in zip(self.held, self.kept)
-                        if container is TextLists for key in model]
+            choices += [
+                (held[key], model[key], TEXTS, False)
+                for held, (container, _, _, model, _) in zip(self.held, self.kept)
+                if container is TextLists
+                for key in model
+            ]
         return data.draw(st.sampled_from(choices))
 
     @rule(data=st.data(), change=st.sampled_from(LIST_CHANGES), at=PLACES, part=SLICES)

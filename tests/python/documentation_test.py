@@ -31,7 +31,7 @@ def test_a_package_is_shown_as_what_it_is():
     for field in Package._fields:
         assert f"{field.name}" in own and field.__doc__ in own.replace("\n |      ", " ")
     package = Package(uuid="u'", version="1", behaviors=[Behavior(path="b")] * 2)
-    assert repr(package) == """<Package "u'" '1', 2 behaviors>"""
+    assert repr(package) == """<Package uuid="u'" version='1' behaviors=2>"""
     assert repr(package.behaviors) == "[Behavior(path='b'), Behavior(path='b')]"
     report = str(package).splitlines()
     assert report[:2] == ["UUID: u'", "Version: 1"] and report.count("Path: b") == 2

@@ -38,8 +38,9 @@ def travelled(error):
     return other
 
 
-@pytest.mark.parametrize("text, line, column, message, is_beyond_limits", MALFORMED,
-                         ids=[case[3] for case in MALFORMED])
+@pytest.mark.parametrize(
+    "text, line, column, message, is_beyond_limits", MALFORMED, ids=[case[3] for case in MALFORMED]
+)
 def test_malformed_manifests(tmp_path, text, line, column, message, is_beyond_limits):
     path = tmp_path / "é𐐷 manifest.xml"
     path.write_text(text, "utf-8")

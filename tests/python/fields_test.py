@@ -102,7 +102,11 @@ def test_a_manifest_holds_every_field_that_has_a_place_in_it(tool, tmp_path):
                 below = [getattr(record, parent) for record in records]
                 records = sum(below, []) if isinstance(below[0], list) else below
             for record in records:
-                setattr(record, member, getattr(type(record)(), member) or type(getattr(record, member))())
+                setattr(
+                    record,
+                    member,
+                    getattr(type(record)(), member) or type(getattr(record, member))(),
+                )
         assert changed != whole, field
         assert (loads(changed.dumps()) == loads(whole.dumps())) == (not field.place), field
     assert held != whole and loads(whole.dumps()) == held == loads(held.dumps().encode())

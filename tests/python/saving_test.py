@@ -23,7 +23,9 @@ def folder(tmp_path):
     assert {path.name for path in tmp_path.iterdir()} == expected
 
 
-@pytest.mark.parametrize("name", ["manifest.xml", "new.xml", "é𐐷 ", "\udcff\\n", "x" * 255, "-", ".x"])
+@pytest.mark.parametrize(
+    "name", ["manifest.xml", "new.xml", "é𐐷 ", "\udcff\\n", "x" * 255, "-", ".x"]
+)
 def test_what_is_saved_is_loaded(folder, name):
     path = folder(name) / name
     for given in (path, str(path), os.fsencode(path)):

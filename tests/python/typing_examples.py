@@ -6,7 +6,16 @@ from pathlib import Path
 from typing import Any, assert_type
 
 import veskpackage
-from veskpackage import Behavior, Dialog, Package, TextList, TextLists, Texts, UniqueTexts, WebContent
+from veskpackage import (
+    Behavior,
+    Dialog,
+    Package,
+    TextList,
+    TextLists,
+    Texts,
+    UniqueTexts,
+    WebContent,
+)
 
 package = Package(uuid="u", names={"en": "n"}, behaviors=[Behavior(path="p", tags={"en": ["t"]})])
 assert_type(package, Package)
