@@ -6,6 +6,7 @@ import gc
 import json
 import operator
 import pickle
+from functools import cache
 
 import pytest
 import veskpackage
@@ -14,40 +15,21 @@ from hypothesis.stateful import RuleBasedStateMachine, invariant, rule
 from veskpackage import Behavior, Package, Permissions, TextList, TextLists, Texts, UniqueTexts
 
 # What can be done to a list, at a place or slice, with an item or several.
-LIST_CHANGES = [
-    lambda held, at, part, item, items: held.append(item),
-    lambda held, at, part, item, items: held.insert(at, item),
-    lambda held, at, part, item, items: held.extend(items),
-    lambda held, at, part, item, items: operator.iadd(held, items),
-    lambda held, at, part, item, items: operator.setitem(held, at, item),
-    lambda held, at, part, item, items: operator.setitem(held, part, items),
-    # The changes from here on take no item.
-    lambda held, at, part, item, items: operator.imul(held, at),
-    lambda held, at, part, item, items: operator.delitem(held, at),
-    lambda held, at, part, item, items: operator.delitem(held, part),
-    lambda held, at, part, item, items: held.pop(at),
-    lambda held, at, part, item, items: held.remove(item),
-    lambda held, at, part, item, items: held.index(item),
-    lambda held, at, part, item, items: (held[at], held[part], held + items, held * 2),
-    lambda held, at, part, item, items: (len(held), held.count(item), item in held, bool(held)),
-    lambda held, at, part, item, items: held.sort(key=str, reverse=at < 0),
-    lambda held, at, part, item, items: held.reverse(),
-    lambda held, at, part, item, items: held.extend(held),
-    lambda held, at, part, item, items: held.extend(iter(items)),
-    lambda held, at, part, item, items: held.clear() if at == 4 else None,
+WITH_ITEMS = ["held.append(item)", "held.insert(at, item)", "held.extend(items)", "held += items",
+              "held[at] = item", "held[part] = items"]
+LIST_CHANGES = WITH_ITEMS + [
+    "held *= at", "del held[at]", "del held[part]", "result = held.pop(at)", "held.remove(item)",
+    "result = held.index(item), held.count(item)", "held.sort(key=str, reverse=at < 0)",
+    "result = held[at], held[part], held + items, held * 2, item in held, [*reversed(held)]",
+    "held.reverse()", "held.extend(held)", "held.extend(iter(items))", "if at == 4: held.clear()",
 ]
-DICT_CHANGES = [
-    lambda held, key, value, more: operator.setitem(held, key, value),
-    lambda held, key, value, more: held.setdefault(key, value),
-    lambda held, key, value, more: held.update(more, en_US=value),
-    lambda held, key, value, more: held.update([*more.items(), (key, value)]),
-    lambda held, key, value, more: operator.ior(held, {**more, key: value}),
-    # The changes from here on take no value.
-    lambda held, key, value, more: operator.delitem(held, key),
-    lambda held, key, value, more: (held.pop(key, None), held.get(key), key in held),
-    lambda held, key, value, more: held.popitem(),
-    lambda held, key, value, more: ([*held], [*held.values()], [*held.items()], held | more),
-    lambda held, key, value, more: held.clear() if key == "" else None,
+# The same for a dict.
+WITH_VALUES = ["held[key] = item", "held.update(more, **{key: item})", "held |= {**more, key: item}",
+               "held.update([*more.items(), (key, item)])"]
+DICT_CHANGES = WITH_VALUES + [
+    "result = held.setdefault(key, item)", "del held[key]", "result = held.popitem()",
+    "result = held.pop(key, None), held.get(key), key in held", "if key == '': held.clear()",
+    "result = [*held], [*held.values()], [*held.items()], held | more, {**held}",
 ]
 TEXTS = st.text(max_size=3)
 KEYS = st.sampled_from(["en_US", "fr_FR", "de", "", "ж"])
@@ -55,12 +37,17 @@ PLACES = st.integers(-5, 5)
 SLICES = st.builds(slice, *[st.none() | PLACES] * 2, st.none() | PLACES.filter(bool))
 
 
-def outcome(change, held, *arguments):
+compiled = cache(lambda change: compile(change, change, "exec"))
+
+
+def outcome(change, held, **names):
+    names["held"] = held
     try:
-        result = change(held, *arguments)
+        exec(compiled(change), names)
     except (IndexError, KeyError, ValueError) as error:
         return type(error)
-    return None if result is held else result
+    assert names["held"] is held
+    return names.get("result")
 
 
 class Containers(RuleBasedStateMachine):
@@ -103,48 +90,39 @@ class Containers(RuleBasedStateMachine):
     @rule(data=st.data(), change=st.sampled_from(LIST_CHANGES), at=PLACES, part=SLICES)
     def change_a_list(self, data, change, at, part):
         held, model, items, is_unique = self.draw(data, list)
-        arguments = at, part, data.draw(items), data.draw(st.lists(items, max_size=4))
-        assert outcome(change, held, *arguments) == outcome(change, model, *arguments)
+        names = {"at": at, "part": part, "item": data.draw(items),
+                 "items": data.draw(st.lists(items, max_size=4))}
+        assert outcome(change, held, **names) == outcome(change, model, **names)
         if is_unique:
             model[:] = dict.fromkeys(model)
 
     @rule(data=st.data(), change=st.sampled_from(DICT_CHANGES), key=KEYS)
     def change_a_dict(self, data, change, key):
         held, model, items, _ = self.draw(data, dict)
-        arguments = key, data.draw(items), data.draw(st.dictionaries(KEYS, items, max_size=2))
+        names = {"key": key, "item": data.draw(items),
+                 "more": data.draw(st.dictionaries(KEYS, items, max_size=2))}
         # What is put in is copied, so that no list of the model's is in two places.
-        assert outcome(change, held, *arguments) == outcome(
-            change, model, *copy.deepcopy(arguments)
-        )
+        assert outcome(change, held, **names) == outcome(change, model, **copy.deepcopy(names))
 
     @rule(data=st.data(), at=st.integers(0, 7))
     def assign(self, data, at):
         _, record, field, model, _ = self.kept[at]
         setattr(record, field, data.draw(st.sampled_from([model, self.held[at]])))
 
-    @rule(
-        data=st.data(),
-        at=PLACES,
-        part=SLICES,
-        key=KEYS,
-        wrong=st.sampled_from([1, None, b"en", "\ud800", True, [1], ["\ud800"], {1: ""}]),
-    )
-    def put_in_what_is_wrong(self, data, at, part, key, wrong):
+    @rule(data=st.data(), at=PLACES, part=SLICES, key=KEYS, index=st.integers(0, 9),
+          wrong=st.sampled_from([1, None, b"en", "\ud800", True, [1], ["\ud800"], {1: ""}]))
+    def put_in_what_is_wrong(self, data, at, part, key, index, wrong):
         held, *_ = self.draw(data, list)
-        change = data.draw(st.sampled_from(LIST_CHANGES[:6]))
-        some = [*held[:1], wrong]  # the first is right
+        items = data.draw(st.sampled_from([[*held[:1], wrong], "en", 1, None]))  # the first is right
         with pytest.raises((TypeError, ValueError, IndexError)):
-            change(held, at, part, wrong, data.draw(st.sampled_from([some, "en", 1, None])))
+            exec(compiled(WITH_ITEMS[index % 6]),
+                 {"held": held, "at": at, "part": part, "item": wrong, "items": items})
         held, *_ = self.draw(data, dict)
-        change = data.draw(st.sampled_from(DICT_CHANGES[:5]))
-        wrong_key = data.draw(st.sampled_from([1, None, "\ud800"]))
-        if not (change is DICT_CHANGES[1] and key in held):
+        right = next(iter(held.values()), [] if isinstance(held, TextLists) else "")
+        for one, value in [(key, wrong), (data.draw(st.sampled_from([1, None, "\ud800"])), right)]:
             with pytest.raises((TypeError, ValueError)):
-                change(held, key, wrong, {})
-        with pytest.raises((TypeError, ValueError)):
-            held.update({"de": "right", wrong_key: "right"})
-        with pytest.raises((TypeError, ValueError)):
-            held[wrong_key] = next(iter(held.values()), "")
+                exec(compiled(WITH_VALUES[index % 4]),
+                     {"held": held, "key": one, "item": value, "more": {"de": right}})
 
     @rule(index=st.integers(0, 3), value=TEXTS)
     def change_a_behavior(self, index, value):
@@ -153,7 +131,7 @@ class Containers(RuleBasedStateMachine):
     @rule(again=st.sampled_from([
         copy.copy, copy.deepcopy, lambda one: pickle.loads(pickle.dumps(one)),
         lambda one: type(one).from_dict(one.to_dict()),
-        lambda one: type(one).from_variant(one.to_variant())]))  # fmt: skip
+        lambda one: type(one).from_variant(one.to_variant())]))
     def go_through_cpp(self, again):
         for _, record, field, model, _ in self.kept:
             other = again(record)
@@ -174,7 +152,7 @@ TestContainers = Containers.TestCase
 
 def test_containers_are_pythons_own_for_others():
     samples = {Texts: {"en": "a"}, TextLists: {"en": ["a", "b"]}, TextList: ["b", "a", "b"],
-               UniqueTexts: ["b", "a"], Permissions: ["canStandUp"]}  # fmt: skip
+               UniqueTexts: ["b", "a"], Permissions: ["canStandUp"]}
     wrong_ones = [1, "en", [1], ["\ud800"], {1: "en"}, {"\ud800": "en"}]
     for container, plain in samples.items():
         held = container(plain)
@@ -195,54 +173,43 @@ def test_containers_are_pythons_own_for_others():
 class Lifetimes(RuleBasedStateMachine):
     """What has been taken out of a package lives, whatever happens to the package."""
 
-    FIELDS = st.sampled_from(
-        ["behaviors", "dialogs", "names", "tags", "topics", "permissions", "web"]
-    )
+    INDEXES = st.integers(0)
+    FIELDS = st.sampled_from(["behaviors", "dialogs", "names", "tags", "topics", "permissions", "web"])
+    MANIFEST = Package(
+        names={"en_US": "n", "fr": "m"}, description_languages=["en"], dialogs=[veskpackage.Dialog()] * 2,
+        behaviors=[Behavior(path="b", tags={"en": ["t"], "de": ["u"]})] * 3,
+        web=veskpackage.WebContent(path="w")).dumps()
 
     def __init__(self):
         super().__init__()
-        self.held = [self.package()]
+        self.held = [veskpackage.loads(self.MANIFEST)]
 
-    def package(self):
-        dialog = veskpackage.Dialog(topic_name="d", topics={"en": "t"})
-        return veskpackage.loads(Package(
-            names={"en_US": "n", "fr": "m"}, description_languages=["en"], dialogs=[dialog] * 2,
-            behaviors=[Behavior(path="b", tags={"en": ["t"], "de": ["u"]})] * 3,
-            web=veskpackage.WebContent(path="w"),
-        ).dumps())  # fmt: skip
-
-    @rule(index=st.integers(0), field=FIELDS)
+    @rule(index=INDEXES, field=FIELDS)
     def take(self, index, field):
         source = self.held[index % len(self.held)]
-        if isinstance(source, list):
-            self.held += [*source, iter(source)]
-        elif isinstance(source, dict):
-            self.held += [*source.values(), source.items(), iter(source.values())]
+        if isinstance(source, (list, dict)):
+            self.held += [*source, iter(source), *getattr(source, "values", list)()]
         elif hasattr(source, field):
             self.held.append(getattr(source, field))
 
-    @rule(index=st.integers(0), field=FIELDS, way=st.integers(0, 4))
+    @rule(index=INDEXES, field=FIELDS, way=st.sampled_from(["trim", "clear", "assign", "drop"]))
     def change(self, index, field, way):
         source = self.held[index % len(self.held)]
-        if way == 0 and hasattr(source, "trim"):
-            source.trim(*[["en"], []][: 2 * isinstance(source, Behavior)])
-        elif way == 1 and hasattr(source, "clear"):
+        if way == "trim" and isinstance(source, (Package, Behavior)):
+            source.trim(*[["en"], []] if isinstance(source, Behavior) else [])
+        elif way == "clear" and hasattr(source, "clear"):
             source.clear()
-        elif way == 2 and isinstance(source, Package):
-            source.behaviors, source.dialogs, source.web = source.behaviors[:1] * 2, [], None
-        elif way == 3 and hasattr(source, field):
-            setattr(source, field, getattr(self.package(), field, {}))
-        elif way == 4 and len(self.held) > 1:
+        elif way == "assign" and hasattr(source, field):
+            setattr(source, field, getattr(veskpackage.loads(self.MANIFEST), field, {}))
+        elif way == "drop" and len(self.held) > 1:
             del self.held[index % len(self.held)], source
             gc.collect(0)
 
     @invariant()
     def all_can_be_used(self):
-        for held in self.held:
-            assert repr(held) and held == held
-            if isinstance(held, veskpackage.Package):
-                assert held.dumps() and str(held)
         self.held = self.held[:40]
+        for held in self.held:
+            assert repr(held) and held == held and getattr(held, "dumps", str)() is not None
 
     def teardown(self):
         while self.held:

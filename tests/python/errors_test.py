@@ -2,10 +2,10 @@
 """What is raised for what cannot be read, set or written, and what is logged then."""
 
 import errno
-import itertools
 import logging
+import os
 import pickle
-import threading
+from concurrent.futures import ThreadPoolExecutor
 
 import pytest
 import veskpackage
@@ -44,21 +44,17 @@ def travelled(error):
 def test_malformed_manifests(tmp_path, text, line, column, message, is_beyond_limits):
     path = tmp_path / "é𐐷 manifest.xml"
     path.write_text(text, "utf-8")
-    for read, source in [
-        (lambda: veskpackage.loads(text), None),
-        (lambda: veskpackage.loads(text.encode()), None),
-        (lambda: veskpackage.loads(bytearray(text.encode("utf-16"))), None),
-        (lambda: edit(text, {"version": "2"}), None),
-        (lambda: veskpackage.load(path), path),
-        (lambda: veskpackage.load(str(path).encode()), path),
+    for call, given, source in [
+        (veskpackage.loads, text, None), (veskpackage.loads, text.encode(), None),
+        (veskpackage.loads, bytearray(text.encode("utf-16")), None), (edit, text, None),
+        (veskpackage.load, path, path), (veskpackage.load, os.fsencode(path), path),
     ]:
         with pytest.raises(ManifestError) as raised:
-            read()
+            call(*[given, {"version": "2"}][: 1 + (call is edit)])
         error = travelled(raised.value)
-        assert type(error) is ManifestError
-        assert error.path == (source and str(source))
-        assert (error.line, error.column) == (line, column)
-        assert (error.message, error.is_beyond_limits) == (message, is_beyond_limits)
+        assert type(error) is ManifestError and error.path == (source and str(source))
+        assert (error.line, error.column, error.message) == (line, column, message)
+        assert error.is_beyond_limits == is_beyond_limits
         assert str(error) == f"{f'{source}:' if source else ''}{line}:{column}: {message}"
     (loaded,) = veskpackage.load_many([path])
     assert str(loaded.error) == str(error) and loaded.package is None and loaded.path is path
@@ -108,7 +104,7 @@ def test_values_of_no_use():
         (lambda: Package.from_variant([["uuid", 5]]), TypeError, "^a list, str, bool or None"),
         (lambda: Package.from_variant(endless), RecursionError, "variant"),
         (lambda: Package(nams={}), TypeError, "nams"),
-    ]:  # fmt: skip
+    ]:
         endless = []
         endless.append(endless)
         with pytest.raises(error, match=message) as raised:
@@ -132,7 +128,7 @@ COMMENTED = "<package version='1'>𐐷<names><!-- -->\n<name lang='en'>a</name><
     ({1: "x"}, TypeError, "a str is wanted, not int", None),
     ({"version": "\ud800"}, UnicodeEncodeError, "surrogates", None),
     ({"version": b"2"}, TypeError, "JSON", None),
-])  # fmt: skip
+])
 def test_edits_that_cannot_be_made(changes, error, message, place):
     for text in (COMMENTED, COMMENTED.encode()):
         with pytest.raises(error, match=message) as raised:
@@ -142,57 +138,34 @@ def test_edits_that_cannot_be_made(changes, error, message, place):
         assert place is None or (raised.value.line, raised.value.column) == place
 
 
-def test_the_log_is_pythons_when_asked_for(caplog, tmp_path):
-    path = tmp_path / "bad.xml"
-    path.write_text("<a></b>")
-    reads = [lambda: veskpackage.loads("<a></b>"), lambda: veskpackage.load(path),
-             lambda: next(veskpackage.load_many([path])).error]  # fmt: skip
-
-    def read_all():
-        for read in reads:
-            try:
-                read()
-            except ManifestError:
-                pass
+def test_the_log_is_pythons_when_asked_for(caplog, capfd):
+    def read():
+        with pytest.raises(ManifestError):
+            veskpackage.loads("<a></b>")
+        assert next(veskpackage.load_many([__file__])).error  # on another thread
 
     def logged():
+        read()
         records = [(one.name, one.levelno, one.getMessage()) for one in caplog.records]
         caplog.clear()
         return records
 
-    expected = [f"{source}:1:7: tag mismatch" for source in ("a manifest", path, path)]
-    read_all()
+    messages = ["a manifest:1:7: tag mismatch", f"{__file__}:1:1: error occurred while parsing element"]
     assert logged() == []
-    veskpackage.forward_log()
     try:
-        read_all()
-        assert logged() == [("veskpackage.veskpackage", logging.ERROR, text) for text in expected]
-        other = threading.Thread(target=read_all)
-        other.start()
-        other.join()
-        assert [text for _, _, text in logged()] == expected
-
-        veskpackage.forward_log(logging.getLogger("mine"))  # instead of, not beside, the first
-        read_all()
-        assert {name for name, _, _ in logged()} == {"mine.veskpackage"}
-        stopped = threading.Event()
-
-        def read_until_stopped():
-            while not stopped.is_set():
-                read_all()
-
-        threads = [threading.Thread(target=read_until_stopped) for _ in range(3)]
-        for thread in threads:
-            thread.start()
-        for _ in itertools.repeat(None, 100):
-            veskpackage.forward_log()
-            veskpackage.stop_forwarding_log()
-        stopped.set()
-        for thread in threads:
-            thread.join()
+        for logger in (None, logging.getLogger("mine")):  # instead of, not beside, the first
+            veskpackage.forward_log(logger)
+            category = f"{logger.name if logger else 'veskpackage'}.veskpackage"
+            assert logged() == [(category, logging.ERROR, message) for message in messages]
+        with ThreadPoolExecutor(3) as pool:  # which log while this one starts and stops
+            running = [pool.submit(lambda: [read() for _ in range(50)]) for _ in range(3)]
+            while not all(one.done() for one in running):
+                veskpackage.forward_log()
+                veskpackage.stop_forwarding_log()
+            assert all(one.result() for one in running)
+        capfd.readouterr()  # where a message goes that comes in between is open
     finally:
         veskpackage.stop_forwarding_log()
         veskpackage.stop_forwarding_log()
     caplog.clear()
-    read_all()
     assert logged() == []

@@ -69,27 +69,23 @@ def test_copies_are_equal_and_share_nothing(record):
     made = sample(record)
     before = made.to_dict()
     for again in (
-        copy.copy,
-        copy.deepcopy,
-        type(made).copy,
+        copy.copy, copy.deepcopy, type(made).copy,
         lambda one: pickle.loads(pickle.dumps(one, 2)),
         lambda one: pickle.loads(pickle.dumps(one)),
         lambda one: type(one).from_dict(one.to_dict()),
         lambda one: type(one)(**{field.name: getattr(one, field.name) for field in one._fields}),
         lambda one: eval(repr(one), vars(veskpackage)) if record != "Package" else copy.copy(one),
     ):
-        other = again(made)
-        assert type(other) is type(made) and other == made and other.to_dict() == before
-        for member, kind in RECORD_TYPES[record]:
-            mine, others = getattr(made, snake(member)), getattr(other, snake(member))
+        for name in map(snake, dict(RECORD_TYPES[record])):
+            other = again(made)
+            assert type(other) is type(made) and other == made and other.to_dict() == before
+            mine, others = getattr(made, name), getattr(other, name)
             assert mine is not others or isinstance(mine, (str, bool, veskpackage.WebContent))
             if hasattr(others, "clear"):
                 others.clear()
             else:
-                setattr(other, snake(member), getattr(type(made)(), snake(member)))
-            assert other != made
-            other = again(made)
-        assert made.to_dict() == before
+                setattr(other, name, getattr(type(made)(), name))
+            assert other != made and made.to_dict() == before
 
 
 def test_a_manifest_holds_every_field_that_has_a_place_in_it(tool, tmp_path):
