@@ -31,7 +31,10 @@ def test_results_come_in_the_order_of_the_paths(many, jobs, tmp_path):
     assert [outcome(one) for one in results] == [alone[path] for path in paths]
     malformed = {ManifestError} if many is load_many else set()
     assert {type(one.error) for one in results} == malformed | {
-        type(None), IsADirectoryError, FileNotFoundError}
+        type(None),
+        IsADirectoryError,
+        FileNotFoundError,
+    }
     assert list(many([], jobs=jobs)) == []
 
 
@@ -53,7 +56,7 @@ def test_paths_are_asked_for_as_they_are_needed(many):
 
 @MANY
 def test_an_end_in_the_middle_leaves_no_thread(many):
-    for wrong, error in [((1 // number for number in (1, 0)), ZeroDivisionError), ([None], TypeError)]:
+    for wrong, error in [((1 // zero for zero in [0]), ZeroDivisionError), ([None], TypeError)]:
         with pytest.raises(error):
             list(many(chain(EXAMPLES * 50, wrong)))
     results = many(EXAMPLES * 100)
@@ -63,9 +66,16 @@ def test_an_end_in_the_middle_leaves_no_thread(many):
     assert not pool_threads()
 
 
-@pytest.mark.parametrize("read", [
-    load, veskpackage.check, veskpackage.fix,
-    lambda path: next(load_many([path])), lambda path: next(check_many([path]))])
+@pytest.mark.parametrize(
+    "read",
+    [
+        load,
+        veskpackage.check,
+        veskpackage.fix,
+        lambda path: next(load_many([path])),
+        lambda path: next(check_many([path])),
+    ],
+)
 def test_others_run_while_a_file_is_read(read, tmp_path):
     """A pipe gives nothing until another thread has written to it."""
     faulthandler.dump_traceback_later(60, exit=True)
@@ -92,8 +102,11 @@ def test_several_threads_read_one_package():
         def read(number):
             start.wait()
             assert number % 2 or package.dumps() == expected.dumps()
-            parts = [getattr(one, field.name)
-                     for one in (package, *package.behaviors) for field in one._fields]
+            parts = [
+                getattr(one, field.name)
+                for one in (package, *package.behaviors)
+                for field in one._fields
+            ]
             assert package == expected and package.copy() == expected
             return parts
 
