@@ -65,7 +65,7 @@ class Containers(RuleBasedStateMachine):
             (TextLists, self.behavior, "tags", {}, lists),
             (TextLists, self.behavior, "conditions", {}, lists),
             (TextList, self.package, "executable_files", [], TEXTS),
-            (UniqueTexts, self.package, "supported_languages", [], TEXTS | KEYS),
+            (UniqueTexts, self.package, "supported_languages", [], KEYS),
             (Permissions, self.behavior, "permissions", [], st.sampled_from(Permissions.supported)),
             (list, self.package, "behaviors", [self.behavior], st.sampled_from(self.others)),
         ]
@@ -87,29 +87,26 @@ class Containers(RuleBasedStateMachine):
             ]
         return data.draw(st.sampled_from(choices))
 
-    @rule(data=st.data(), change=st.sampled_from(LIST_CHANGES), at=PLACES, part=SLICES)
-    def change_a_list(self, data, change, at, part):
+    @rule(data=st.data(), changes=st.lists(st.sampled_from(LIST_CHANGES)), at=PLACES, part=SLICES)
+    def change_a_list(self, data, changes, at, part):
         held, model, items, is_unique = self.draw(data, list)
-        names = {
-            "at": at,
-            "part": part,
-            "item": data.draw(items),
-            "items": data.draw(st.lists(items, max_size=4)),
-        }
-        assert outcome(change, held, **names) == outcome(change, model, **names)
-        if is_unique:
-            model[:] = dict.fromkeys(model)
+        names = {"at": at, "part": part, "item": data.draw(items)}
+        names["items"] = data.draw(st.lists(items, max_size=4))
+        for change in changes:
+            assert outcome(change, held, **names) == outcome(change, model, **names)
+            if is_unique:
+                model[:] = dict.fromkeys(model)
+            assert held == model
 
-    @rule(data=st.data(), change=st.sampled_from(DICT_CHANGES), key=KEYS)
-    def change_a_dict(self, data, change, key):
+    @rule(data=st.data(), changes=st.lists(st.sampled_from(DICT_CHANGES)), key=KEYS)
+    def change_a_dict(self, data, changes, key):
         held, model, items, _ = self.draw(data, dict)
-        names = {
-            "key": key,
-            "item": data.draw(items),
-            "more": data.draw(st.dictionaries(KEYS, items, max_size=2)),
-        }
-        # What is put in is copied, so that no list of the model's is in two places.
-        assert outcome(change, held, **names) == outcome(change, model, **copy.deepcopy(names))
+        names = {"key": key, "item": data.draw(items)}
+        names["more"] = data.draw(st.dictionaries(KEYS, items, max_size=2))
+        for change in changes:
+            # What is put in is copied, so that no list of the model's is in two places.
+            expected = outcome(change, model, **copy.deepcopy(names))
+            assert outcome(change, held, **names) == expected
 
     @rule(data=st.data(), at=st.integers(0, 7))
     def assign(self, data, at):
