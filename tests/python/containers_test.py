@@ -180,6 +180,9 @@ def test_containers_are_pythons_own_for_others():
                 container(wrong)
     with pytest.raises(ValueError, match="no permission: 'canFly'; there are canRunInSleep, "):
         Behavior().permissions.append("canFly")
+    newer = Behavior.from_dict({"permissions": ["canFly"]})
+    newer.permissions = [*newer.permissions, "canStandUp"]  # what is there stays
+    assert newer.permissions == ["canFly", "canStandUp"]
     with pytest.raises(TypeError, match="Package.behaviors: a Behavior is wanted, not Dialog"):
         Package().behaviors = [veskpackage.Dialog()]
     with pytest.raises(TypeError, match="Package.names: a str is wanted, not int"):
