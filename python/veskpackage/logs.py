@@ -21,13 +21,13 @@ _LEVELS = {
 
 
 def forward_log(logger: logging.Logger | None = None) -> None:
-    """Gives what the runtime logs to a logger, "veskpackage" unless one is given, instead of standard error:
-    to its children by category, with the level there. From then on manifests that cannot be read are
-    logged, beside the exception. Messages can come on any thread."""
-    target = logger or logging.getLogger("veskpackage")
+    """Gives what the runtime logs to Python's loggers, instead of standard error: each category to the
+    logger of its name, such as "veskpackage", or to a child of the one that is given. From then on
+    manifests that cannot be read are logged, beside the exception. Messages can come on any thread."""
+    logger_of = logger.getChild if logger else logging.getLogger
 
     def receive(level: int, category: str, text: str, function: str) -> None:
-        target.getChild(category).log(_LEVELS.get(level, logging.DEBUG), "%s", text)
+        logger_of(category).log(_LEVELS.get(level, logging.DEBUG), "%s", text)
 
     _core.forward_log(receive)
     atexit.register(stop_forwarding_log)  # no message may come when the interpreter is gone

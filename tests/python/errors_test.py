@@ -159,7 +159,7 @@ def test_the_log_is_pythons_when_asked_for(caplog, capfd):
     try:
         for logger in (None, logging.getLogger("mine")):  # instead of, not beside, the first
             veskpackage.forward_log(logger)
-            category = f"{logger.name if logger else 'veskpackage'}.veskpackage"
+            category = f"{logger.name}.veskpackage" if logger else "veskpackage"
             assert logged() == [(category, logging.ERROR, message) for message in messages]
         with ThreadPoolExecutor(3) as pool:  # which log while this one starts and stops
             running = [pool.submit(lambda: [read() for _ in range(50)]) for _ in range(3)]
