@@ -8,6 +8,7 @@ Exit codes: 0 nothing worse than a hint, 1 something worse, 2 wrong usage, 3 a f
 read.
 """
 
+import io
 import sys
 from collections.abc import Iterator
 from pathlib import Path
@@ -30,6 +31,8 @@ def main(folders: list[str]) -> int:
     if not folders:
         print("usage: check_store.py FOLDER...", file=sys.stderr)
         return 2
+    if isinstance(sys.stdout, io.TextIOWrapper):
+        sys.stdout.reconfigure(errors="backslashreplace")  # names of files are not always text
     code = 0
     paths_by_uuid: dict[str, object] = {}
     for checked in veskpackage.check_many(

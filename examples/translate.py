@@ -11,8 +11,8 @@ Exit codes: 0 done, 1 there are texts without a translation, which are printed, 
 file that cannot be read or is not as it should be.
 """
 
+import io
 import json
-import os
 import sys
 from collections.abc import Iterator, Mapping
 from pathlib import Path
@@ -20,48 +20,52 @@ from pathlib import Path
 import veskpackage
 
 SOURCE = "en_US"
+FieldPath = tuple[str | int, ...]
 
 
-def names_by_field(package: veskpackage.Package) -> Iterator[tuple[str, Mapping[str, str]]]:
+def names_by_field(package: veskpackage.Package) -> Iterator[tuple[FieldPath, Mapping[str, str]]]:
     """All names of a package, each with the path of its field."""
-    yield "names", package.names
+    yield ("names",), package.names
     for i, behavior in enumerate(package.behaviors):
-        yield f"behaviors[{i}].names", behavior.names
+        yield ("behaviors", i, "names"), behavior.names
     for i, pack in enumerate(package.languages):
-        yield f"languages[{i}].names", pack.names
+        yield ("languages", i, "names"), pack.names
 
 
-def missing_names(package: veskpackage.Package, language: str) -> dict[str, str]:
-    """The English text for each field that is empty in a language, such as "names.fr_FR"."""
+def missing_names(package: veskpackage.Package, language: str) -> dict[FieldPath, str]:
+    """The English text for each field that is empty in a language, such as ("names", "fr_FR")."""
     return {
-        f"{field}.{language}": names[SOURCE]
+        (*field, language): names[SOURCE]
         for field, names in names_by_field(package)
         if names.get(SOURCE) and not names.get(language)
     }
 
 
-def replace(path: Path, data: bytes) -> None:
-    """Gives a file other content, so that nobody ever sees a part of it."""
-    fresh = path.with_name(f"{path.name}.new")
-    fresh.write_bytes(data)
-    fresh.chmod(path.stat().st_mode)
-    os.replace(fresh, path)
+def read_translations(path: Path) -> dict[str, str]:
+    translations = json.loads(path.read_bytes())
+    if not isinstance(translations, dict) or not all(
+        isinstance(text, str) for text in translations.values()
+    ):
+        raise ValueError(f"{path} is no object of texts")
+    return translations
 
 
 def main(arguments: list[str]) -> int:
     if len(arguments) != 3:
         print("usage: translate.py MANIFEST LANGUAGE TRANSLATIONS", file=sys.stderr)
         return 2
+    if isinstance(sys.stdout, io.TextIOWrapper):
+        sys.stdout.reconfigure(errors="backslashreplace")  # names of files are not always text
     manifest, language = Path(arguments[0]), arguments[1]
     try:
-        translations: dict[str, str] = json.loads(Path(arguments[2]).read_bytes())
+        translations = read_translations(Path(arguments[2]))
         data = manifest.read_bytes()
         missing = missing_names(veskpackage.loads(data), language)
         changes = {
             field: translations[text] for field, text in missing.items() if text in translations
         }
         if changes:
-            replace(manifest, veskpackage.edit(data, changes))
+            veskpackage.replace_file(manifest, veskpackage.edit(data, changes))
     except (veskpackage.ManifestError, ValueError, OSError) as error:
         print(f"{manifest}: {error}", file=sys.stderr)
         return 3

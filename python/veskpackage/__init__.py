@@ -7,10 +7,12 @@
 >>> package.save("manifest.xml")
 
 Beside this, `check` finds what the readers pass over, `fix` mends it, and `edit` changes fields of a text in
-place, keeping all else. `load_many` and `check_many` work on several processors.
+place, keeping all else; `replace_file` writes what they give. `load_many` and `check_many` work on several
+processors.
 """
 
 from ._core import version as __version__
+from ._files import replace_file
 from .checking import (
     Checked,
     Edit,
@@ -81,6 +83,7 @@ __all__ = [
     "load",
     "load_many",
     "loads",
+    "replace_file",
     "rules",
     "stop_forwarding_log",
 ]

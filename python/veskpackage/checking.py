@@ -37,27 +37,47 @@ Severity: TypeAlias = Literal["error", "warning", "hint", "off"]
 
 @dataclass(frozen=True)
 class Rule:
-    """One thing that a manifest is checked for."""
+    """One thing that a manifest is checked for.
 
-    tag: str  #: its name, such as "unknown-element"; it does not change between versions
-    severity: Severity  #: unless the options say otherwise
-    is_lost: bool  #: whether what it finds is lost when the manifest is read and written
-    explanation: str  #: what is wrong, what the readers do with it, and how to mend it
+    Attributes:
+        tag: its name, such as "unknown-element"; it does not change between versions
+        severity: unless the options say otherwise
+        is_lost: whether what it finds is lost when the manifest is read and written
+        explanation: what is wrong, what the readers do with it, and how to mend it
+    """
+
+    tag: str
+    severity: Severity
+    is_lost: bool
+    explanation: str
 
 
 @dataclass(frozen=True, order=True)
 class Position:
-    """A place in the text of a manifest. All are 0 where something is nowhere in the text."""
+    """A place in the text of a manifest. All are 0 where something is nowhere in the text.
 
-    line: int  #: from 1
-    column: int  #: from 1, in characters
-    utf16_column: int  #: from 1, in UTF-16 code units
-    offset: int  #: from 0, in bytes of the text in UTF-8
+    Attributes:
+        line: from 1
+        column: from 1, in characters
+        utf16_column: from 1, in UTF-16 code units
+        offset: from 0, in bytes of the text in UTF-8
+    """
+
+    line: int
+    column: int
+    utf16_column: int
+    offset: int
 
 
 @dataclass(frozen=True)
 class Edit:
-    """A part of a text, as offsets (see Position), and what shall stand there instead."""
+    """A part of a text, and what shall stand there instead.
+
+    Attributes:
+        begin: where the part begins, as the offset of a Position
+        end: where it has ended, the same
+        text: what shall stand there
+    """
 
     begin: int
     end: int
@@ -66,42 +86,70 @@ class Edit:
 
 @dataclass(frozen=True)
 class Mend:
-    """How a fault can surely be mended."""
+    """How a fault can surely be mended.
 
-    title: str  #: what it does, such as `write "lang"`
-    edits: tuple[Edit, ...]  #: to be made at once
+    Attributes:
+        title: what it does, such as `write "lang"`
+        edits: to be made at once
+    """
+
+    title: str
+    edits: tuple[Edit, ...]
 
 
 @dataclass(frozen=True)
 class Finding:
-    """One fault of one manifest."""
+    """One fault of one manifest.
 
-    rule: str  #: the tag of a Rule
-    severity: Severity  #: never "off"
-    message: str  #: one line, without the place
-    begin: Position  #: where the element, attribute or text begins that it is about
-    end: Position  #: where that has ended; equal to the beginning where no more is known
-    place: str  #: the path of that as XPath has it; empty when the manifest could not be parsed
-    mend: Mend | None  #: None where it is for people to judge what was meant
+    Attributes:
+        rule: the tag of a Rule
+        severity: never "off"
+        message: one line, without the place
+        begin: where the element, attribute or text begins that it is about
+        end: where that has ended; equal to the beginning where no more is known
+        place: the path of that as XPath has it; empty when the manifest could not be parsed
+        mend: None where it is for people to judge what was meant
+    """
+
+    rule: str
+    severity: Severity
+    message: str
+    begin: Position
+    end: Position
+    place: str
+    mend: Mend | None
 
 
 @dataclass(frozen=True)
 class Fixed:
-    """A manifest after its faults have been mended."""
+    """A manifest after its faults have been mended.
 
-    data: bytes  #: of the file; what was given where there was nothing to mend
-    count: int  #: of the faults that were mended
-    mended: tuple[Finding, ...]  #: the first of these, with places in the text as it was then
+    Attributes:
+        data: of the file; what was given where there was nothing to mend
+        count: of the faults that were mended
+        mended: the first of these, with places in the text as it was then
+    """
+
+    data: bytes
+    count: int
+    mended: tuple[Finding, ...]
 
 
 @dataclass(frozen=True)
 class Checked:
-    """What checking one of many files gave."""
+    """What checking one of many files gave.
 
-    path: Path  #: as it was given
-    findings: tuple[Finding, ...]  #: in the order of the text
-    uuid: str  #: of the package; empty where it has none
-    error: Exception | None = None  #: why the file could not be read, if it could not
+    Attributes:
+        path: as it was given
+        findings: in the order of the text
+        uuid: of the package; empty where it has none
+        error: why the file could not be read, if it could not
+    """
+
+    path: Path
+    findings: tuple[Finding, ...]
+    uuid: str
+    error: Exception | None = None
 
 
 @cache

@@ -4,10 +4,10 @@
 from __future__ import annotations
 
 import json
-from collections.abc import Mapping
+from collections.abc import Iterable, Mapping
 from dataclasses import dataclass
 from functools import cache
-from typing import Any, TypeVar
+from typing import Any, Protocol, TypeAlias, TypeVar
 
 from . import _core
 from .containers import checked_text
@@ -15,17 +15,34 @@ from .containers import checked_text
 __all__ = ["FieldDescription", "edit", "fields"]
 
 Text = TypeVar("Text", str, bytes)
+FieldPath: TypeAlias = str | tuple[str | int, ...]
+Value: TypeAlias = str | bool | list[Any] | tuple[Any, ...] | Mapping[str, Any] | None
+
+
+class Changes(Protocol):
+    """Any mapping from paths to values. Mapping itself would refuse, for its keys, a dict[str, str]."""
+
+    def items(self) -> Iterable[tuple[FieldPath, Value]]:
+        ...
 
 
 @dataclass(frozen=True)
 class FieldDescription:
-    """A field that `edit` can change."""
+    """A field that `edit` can change.
 
-    path: str  #: as in "behaviors[*].names.LANGUAGE", where the word in capitals stands for a key
-    type: str  #: as in "map from language to text"
-    place: str  #: the element or attribute; empty when a manifest does not hold the field
-    meaning: str  #: in a sentence or two; empty where the place is
-    absent: str  #: what it means that there is none; empty where the place is
+    Attributes:
+        path: as in "behaviors[*].names.LANGUAGE", where the word in capitals stands for a key
+        type: as in "map from language to text"
+        place: the element or attribute; empty when a manifest does not hold the field
+        meaning: in a sentence or two; empty where the place is
+        absent: what it means that there is none; empty where the place is
+    """
+
+    path: str
+    type: str
+    place: str
+    meaning: str
+    absent: str
 
 
 @cache
@@ -34,16 +51,20 @@ def fields() -> tuple[FieldDescription, ...]:
     return tuple(FieldDescription(*field) for field in _core.fields())
 
 
-def edit(text: Text, changes: Mapping[str, Any], *, keep_comments: bool = False) -> Text:
+def edit(text: Text, changes: Changes, *, keep_comments: bool = False) -> Text:
     """A manifest with some fields changed: what is not changed keeps every character, with comments, unknown
-    elements and layout. Takes and gives a str, or the bytes of a file in any encoding.
+    elements and layout. Takes and gives the text of a manifest, or the bytes of one in any encoding; it opens
+    no files, and `replace_file` writes what it gives.
 
-    >>> edit(text, {"version": "1.3", "names.fr_FR": None})
+    >>> edit(text, {"version": "1.3", "names.fr_FR": None, ("behaviors", 0, "names", language): name})
 
     The keys are paths as the command-line tool has them: `names.en_US`, `behaviors[0].tags.en_US[1]`,
-    `behaviors[*].nature`; `fields()` lists them. A value is a str, bool, list or dict; None removes an
-    entry of a list or mapping, and makes a text empty. What is set is set first, in the order of the
-    changes; then the rest is removed, by the indexes of before.
+    `behaviors[*].nature`; `fields()` lists them. Or they are tuples of the names and indexes of a path, which
+    may hold any character, where text would have to be put in quotes: `names."a.b"`.
+
+    A value is a str, bool, list or dict; None removes an entry of a list or mapping, and makes a text empty.
+    A str for what is no text is JSON, such as "true" or '["en_US"]'. What is set is set first, in the order
+    of the changes; then the rest is removed, by the indexes of before.
 
     Among the entries of a list or mapping, readers take a comment for an empty one. To remove such an entry
     is refused, or, with `keep_comments`, it stays.
@@ -53,7 +74,7 @@ def edit(text: Text, changes: Mapping[str, Any], *, keep_comments: bool = False)
     """
     wanted = [
         _core.Wanted(
-            checked_text(path),
+            _path_text(path),
             None if value is None else _written(value),
             not isinstance(value, str),
         )
@@ -67,5 +88,17 @@ def edit(text: Text, changes: Mapping[str, Any], *, keep_comments: bool = False)
     return _core.edit(data, wanted, keep_comments).decode()
 
 
-def _written(value: Any) -> str:
+def _path_text(path: FieldPath) -> str:
+    if not isinstance(path, tuple):
+        return checked_text(path)
+    text = ""
+    for step in path:
+        if isinstance(step, int):
+            text += f"[{step}]"
+        else:
+            text += "." * bool(text) + json.dumps(checked_text(step))
+    return text
+
+
+def _written(value: Value) -> str:
     return checked_text(value) if isinstance(value, str) else json.dumps(value)

@@ -12,18 +12,20 @@ class ManifestError(Exception):
     """A manifest that cannot be read, and where the fault is.
 
     A file that the system does not give is no ManifestError but an OSError, such as FileNotFoundError.
+
+    Attributes:
+        path: of the file; None for a manifest that came from bytes or a text
+        message: one line, without the path and the place
+        line: from 1; 0 where no line is to blame
+        column: from 1, in UTF-16 code units; 0 where the line is 0
+        is_beyond_limits: whether the manifest would cost too much to parse, rather than being malformed
     """
 
     path: Optional[str]
-    """Of the file; None for a manifest that came from bytes or a text."""
     message: str
-    """One line, without the path and the place."""
     line: int
-    """From 1; 0 where no line is to blame."""
     column: int
-    """From 1, in UTF-16 code units; 0 where the line is 0."""
     is_beyond_limits: bool
-    """Whether the manifest would cost too much to parse, rather than being malformed."""
 
     def __init__(
         self,

@@ -17,9 +17,15 @@ __all__ = ["Loaded", "load", "load_many", "loads"]
 
 @dataclass(frozen=True)
 class Loaded:
-    """What loading one of many files gave: a package, or why there is none."""
+    """What loading one of many files gave: a package, or why there is none.
 
-    path: Path  #: as it was given
+    Attributes:
+        path: as it was given
+        package: None where there is an error
+        error: why there is no package; None where there is one
+    """
+
+    path: Path
     package: Package | None
     error: Exception | None
 

@@ -158,7 +158,8 @@ class Package(VariantRecord):
 
     def save(self, path: Path) -> None:
         """Writes the manifest to a file, in UTF-8. Whatever goes wrong, the file has all of the new
-        manifest or all of what it had before; an OSError says what went wrong.
+        manifest or all of what it had before; an OSError says what went wrong. What stays of a file that
+        is there, and what becomes of links, `veskpackage.replace_file` says, which does the writing.
 
         It is written afresh: comments and what the format does not know are not in it. To change a
         manifest that people wrote, there is `veskpackage.edit`.

@@ -115,6 +115,12 @@ def test_edits_keep_all_else(path, encoding):
             edit(text, changes)
 
 
+@pytest.mark.parametrize("key", ["fr", "a.b", 'a "b" = [c]', "", "\\\n\x7f é𐐷"])
+def test_steps_of_paths_hold_any_character(key):
+    text = "<package><names><name lang='en'>a</name></names></package>"
+    assert loads(edit(text, {("names", key): "b"})).names == {"en": "a", key: "b"}
+
+
 def test_a_comment_among_entries_stays_when_asked_for():
     text = "<package><names><!-- --><name lang='en'>a</name></names></package>"
     with pytest.raises(veskpackage.EditError):

@@ -20,6 +20,8 @@ def test_everything_public_is_documented():
         assert public.__doc__ and not public.__doc__.startswith(
             f"{name}("
         ), name  # as of dataclasses
+        for field in vars(public).get("__annotations__", ()) if isinstance(public, type) else []:
+            assert f"    {field}: " in public.__doc__, (name, field)
         for member in vars(public) if isinstance(public, type) else []:
             value = getattr(public, member)
             if not member.startswith("_") and (callable(value) or hasattr(value, "__get__")):

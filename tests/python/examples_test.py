@@ -22,7 +22,12 @@ def python(folder, *arguments):
     done = subprocess.run(
         [sys.executable, *arguments],
         cwd=folder,
-        env={**os.environ, "PYTHONPATH": PACKAGE, "MYPYPATH": PACKAGE},
+        env={
+            **os.environ,
+            "PYTHONIOENCODING": "utf-8:strict",
+            "PYTHONPATH": PACKAGE,
+            "MYPYPATH": PACKAGE,
+        },
         stdout=subprocess.PIPE,
         stderr=subprocess.STDOUT,
         encoding="utf-8",
@@ -35,13 +40,13 @@ def run(folder, name, *arguments):
 
 
 def test_check_store(tmp_path):
-    for folder in ("a", "b/c"):
+    for folder in ("a", "b/\udcff"):
         (tmp_path / folder).mkdir(parents=True)
         (tmp_path / folder / "manifest.xml").write_bytes(MANIFEST)
     assert run(tmp_path, "check_store", "a") == (0, "")
     assert run(tmp_path, "check_store", ".") == (
         1,
-        "b/c/manifest.xml: warning: a/manifest.xml has the same uuid\n",
+        "b/\\udcff/manifest.xml: warning: a/manifest.xml has the same uuid\n",
     )
     (tmp_path / "a/manifest.xml").write_text("<package>")
     (tmp_path / "b/manifest.xml").mkdir()
@@ -52,9 +57,10 @@ def test_check_store(tmp_path):
 
 
 def test_translate(tmp_path):
-    manifest = tmp_path / "greeting.xml"
+    manifest = tmp_path / "whole.xml"
     manifest.write_bytes(MANIFEST)
     manifest.chmod(0o640)
+    (tmp_path / "greeting.xml").symlink_to("whole.xml")
     translations = tmp_path / "french.json"
     translations.write_text(json.dumps({"Friendly Greeting": "Salut", "unused": ""}))
     arguments = ("translate", "greeting.xml", "fr_FR", "french.json")
@@ -69,7 +75,14 @@ def test_translate(tmp_path):
     assert manifest.stat().st_mode & 0o777 == 0o640
     manifest.write_text("<package>")
     assert run(tmp_path, *arguments) == (3, "greeting.xml: 1:10: unexpected end of file\n")
-    assert sorted(path.name for path in tmp_path.iterdir()) == ["french.json", "greeting.xml"]
+    for wrong in ("3", '{"Say hello": 3}'):
+        translations.write_text(wrong)
+        assert run(tmp_path, *arguments) == (
+            3,
+            "greeting.xml: french.json is no object of texts\n",
+        )
+    left = {path.name for path in tmp_path.iterdir()}
+    assert left == {"french.json", "greeting.xml", "whole.xml"}
 
 
 def test_examples_are_typed(tmp_path):

@@ -4,6 +4,8 @@
 import errno
 import os
 import stat
+import subprocess
+import sys
 import threading
 
 import pytest
@@ -33,19 +35,49 @@ def test_what_is_saved_is_loaded(folder, name):
         assert load(given) == PACKAGE and path.read_bytes() == PACKAGE.dumps().encode()
 
 
-def test_mode_and_links_stay(folder):
+def test_mode_owner_and_links_stay(folder):
     path, link, dangling = (folder(name) / name for name in ("manifest.xml", "link", "dangling"))
     link.symlink_to("manifest.xml")
     dangling.symlink_to("new.xml")
-    for mode in (0o600, 0o664, 0o444):
+    if os.getuid() == 0:  # else not permitted
+        os.chown(path, 12345, 54321)
+    for mode in (0o600, 0o664, 0o444, 0o6640):
         path.chmod(mode)
+        before = path.stat()
         PACKAGE.save(link)
-        assert stat.S_IMODE(path.stat().st_mode) == mode and link.is_symlink()
+        after = path.stat()
+        assert stat.S_IMODE(after.st_mode) == mode and link.is_symlink()
+        assert (after.st_uid, after.st_gid) == (before.st_uid, before.st_gid)
         assert load(path) == PACKAGE
     PACKAGE.save(dangling)
     umask = os.umask(0)
     os.umask(umask)
     assert stat.S_IMODE((folder("new.xml") / "new.xml").stat().st_mode) == 0o666 & ~umask
+
+
+@pytest.mark.parametrize("name", ["/dev/stdout", "/dev/fd/1", "/proc/self/fd/1", "link"])
+def test_standard_output_goes_on(folder, name):
+    """Wherever it is redirected to."""
+    (folder("link") / "link").symlink_to("/dev/stdout")
+    program = (
+        "import sys, veskpackage; print('a', flush=True)\n"
+        "veskpackage.replace_file(sys.argv[1], b'b\\n'); print('c')"
+    )
+
+    def run(output):
+        subprocess.run(
+            [sys.executable, "-c", program, name], cwd=folder(), stdout=output, check=True
+        )
+
+    with open(folder() / "manifest.xml", "w+") as file:
+        run(file)
+        file.seek(0)
+        assert file.read() == "a\nb\nc\n"
+    inlet, outlet = os.pipe()
+    with os.fdopen(inlet) as reader, os.fdopen(outlet, "w") as writer:
+        run(writer)
+        writer.close()
+        assert reader.read() == "a\nb\nc\n"
 
 
 @pytest.mark.parametrize("fault", ["fsync", "replace"])
@@ -60,19 +92,35 @@ def test_after_a_fault_all_is_as_before(folder, monkeypatch, fault, error):
     assert (folder() / "manifest.xml").read_text() == OLD
 
 
+def test_an_interrupt_after_the_replacement_is_raised(folder, monkeypatch):
+    def replaced(*paths, replace=os.replace):
+        replace(*paths)
+        raise KeyboardInterrupt
+
+    monkeypatch.setattr(os, "replace", replaced)
+    with pytest.raises(KeyboardInterrupt):
+        PACKAGE.save(folder() / "manifest.xml")
+
+
 def test_what_is_no_file_stays_what_it_is(folder):
-    for place, error in [
-        ("", IsADirectoryError),
-        ("x\0", ValueError),
-        ("manifest.xml/x", NotADirectoryError),
-        ("x" * 256, OSError),
+    (folder("loop") / "loop").symlink_to("loop")
+    for place, error, number in [
+        ("", IsADirectoryError, errno.EISDIR),
+        ("missing/x", FileNotFoundError, errno.ENOENT),
+        ("missing/../x", FileNotFoundError, errno.ENOENT),
+        ("missing/", FileNotFoundError, errno.ENOENT),
+        ("manifest.xml/", NotADirectoryError, errno.ENOTDIR),
+        ("x" * 256, OSError, errno.ENAMETOOLONG),
+        ("loop", OSError, errno.ELOOP),
+        ("/dev/full", OSError, errno.ENOSPC),
     ]:
-        with pytest.raises(error):
-            PACKAGE.save(f"{folder()}/{place}")
-    for path, number in ((folder() / "missing/x", errno.ENOENT), ("/dev/full", errno.ENOSPC)):
-        with pytest.raises(OSError) as raised:
+        path = os.path.join(folder(), place)
+        with pytest.raises(OSError) as caught:
             PACKAGE.save(path)
-        assert (raised.value.errno, raised.value.filename) == (number, str(path))
+        wanted = error(number, os.strerror(number), path)
+        assert type(caught.value) is error and str(caught.value) == str(wanted)
+    with pytest.raises(ValueError):
+        PACKAGE.save("x\0")
     pipe = folder("pipe") / "pipe"
     os.mkfifo(pipe)
     writer = threading.Thread(target=PACKAGE.save, args=[pipe])

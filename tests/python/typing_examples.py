@@ -38,6 +38,9 @@ assert_type(veskpackage.load_many(["p", Path("p")]), Generator[veskpackage.Loade
 assert_type(veskpackage.check(b"")[0].begin.line, int)
 assert_type(veskpackage.edit("text", {"version": "2"}), str)
 assert_type(veskpackage.edit(b"text", {"version": "2"}), bytes)
+changes: dict[tuple[str | int, ...], str] = {("behaviors", 0, "names", "en"): "n"}
+veskpackage.edit("text", changes)
+veskpackage.edit("text", {"version": "2", ("names", "en"): None, "supportedLanguages": ["en"]})
 assert_type(veskpackage.fix("path").data, bytes)
 assert_type(Package.uuid.name, str)
 
@@ -61,4 +64,6 @@ Package("u")  # type: ignore[misc]
 Package(uuid=None)  # type: ignore[arg-type]
 package.copy().web.path  # type: ignore[union-attr]
 veskpackage.check(b"", severities={"root-name": "bad"})  # type: ignore[dict-item]
+veskpackage.edit("text", {"version": 2})  # type: ignore[dict-item]
+veskpackage.edit("text", {1: "2"})  # type: ignore[dict-item]
 veskpackage.load(5)  # type: ignore[arg-type]
