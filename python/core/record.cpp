@@ -137,10 +137,12 @@ std::string Record::toJson() const
   return unlocked([this] { return edit::toJson(value.reference(), -1, edit::friendlyName); });
 }
 
-Record Record::fromJson(const std::string& typeName, const std::string& json)
+Record Record::fromJson(const std::string& typeName, const std::string& json,
+                        const std::string& name)
 {
+  const edit::FieldPath place = name.empty() ? edit::FieldPath() : edit::FieldPath{name};
   const TypeInterface& type = typeNamed(typeName);
-  return Record(unlocked([&] { return edit::valueFromText(type, json, {}); }));
+  return Record(unlocked([&] { return edit::valueFromText(type, json, place); }));
 }
 
 py::object Record::toVariant() const
@@ -221,7 +223,8 @@ void defineRecord(py::module_& module)
            [](const Record& left, const Record& right) { return left.value == right.value; })
       .def("report", [](const Record& record) { return toText(record.report()); })
       .def("to_json", [](const Record& record) { return toText(record.toJson()); })
-      .def_static("from_json", &Record::fromJson, py::arg("type_name"), py::arg("json"))
+      .def_static("from_json", &Record::fromJson, py::arg("type_name"), py::arg("json"),
+                  py::arg("name"))
       .def("to_variant", &Record::toVariant)
       .def_static("from_variant", &Record::fromVariant, py::arg("type_name"), py::arg("variant"))
       .def("trim_package", &Record::trimPackage)

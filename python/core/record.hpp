@@ -33,7 +33,9 @@ public:
   std::string report() const;
   /// As the tool writes it, on one line. No other thread may use the record meanwhile.
   std::string toJson() const;
-  static Record fromJson(const std::string& typeName, const std::string& json);
+  /// Throws FieldError, which calls the record by \p name unless that is empty.
+  static Record fromJson(const std::string& typeName, const std::string& json,
+                         const std::string& name);
 
   /// The variant form. Throws TypeError where the type has none.
   py::object toVariant() const;

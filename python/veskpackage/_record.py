@@ -212,11 +212,16 @@ class Record:
 
     @classmethod
     def from_dict(cls, fields: Mapping[str, Any]) -> Self:
-        """A record from what `to_dict` gives; fields that are not there are empty.
+        """A record from what `to_dict` gives; fields that are not there are empty. Like the variant form,
+        it may hold permissions that no robot knows, and languages several times.
 
         Raises FieldError for a field that is unknown or of another kind.
         """
-        return cls._of(_core.Record.from_json(cls._type_name, json.dumps(fields)))
+        return cls._from_json(fields, cls.__name__)
+
+    @classmethod
+    def _from_json(cls, fields: Mapping[str, Any], name: str) -> Self:
+        return cls._of(_core.Record.from_json(cls._type_name, json.dumps(fields), name))
 
     def __repr__(self) -> str:
         empty = self._of(_core.Record(self._type_name))

@@ -176,14 +176,12 @@ class Package(VariantRecord):
             behavior.trim(self.description_languages, self.supported_languages)
 
     @classmethod
-    def from_dict(cls, fields: Mapping[str, Any]) -> Self:
+    def _from_json(cls, fields: Mapping[str, Any], name: str) -> Self:
         fields = dict(fields)
         web = fields.pop("web", None)
-        package = super().from_dict(fields)
-        package.web = None if web is None else WebContent.from_dict(web)
+        package = super()._from_json(fields, "")
+        package.web = None if web is None else WebContent._from_json(web, "web")
         return package
-
-    from_dict.__func__.__doc__ = Record.from_dict.__doc__  # type: ignore[attr-defined]
 
     def __repr__(self) -> str:
         lists = [field.name for field in self._fields if isinstance(field, RecordsField)]

@@ -103,7 +103,7 @@ def test_files_that_cannot_be_read(tmp_path):
     (lambda: Package.from_dict({"behaviors": [{"tags": {"en": "x"}}]}), FieldError,
      r"^behaviors\[0\].tags.en: takes a JSON array"),
     (lambda: Package.from_dict({"uuid": None}), FieldError, "^uuid: takes a JSON string"),
-    (lambda: Package.from_dict({"web": {"path": 1}}), FieldError, "path: takes"),
+    (lambda: Package.from_dict({"web": {"path": 1}}), FieldError, r"^web\.path: takes"),
     (lambda: Behavior.from_dict({"path": object()}), TypeError, "JSON"),
     (lambda: Package.from_variant([["uuid", 5]]), TypeError, "^a list, str, bool or None"),
     (lambda: Package.from_variant(ENDLESS), RecursionError, "variant"),
