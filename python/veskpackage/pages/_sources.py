@@ -26,25 +26,38 @@ class Source:
     """A manifest that was found."""
 
     path: str  #: to open it
-    shown: str  #: from the folder that holds all that was named; the same wherever that lies
+    shown: str  #: from what was named; the same wherever that lies
 
 
 def find(named: Iterable[Path]) -> list[Source]:
     """The manifests in files and folders: in the order in which they are named, those of a folder
     in the order of their names, each once. Raises NoManifest where there is none."""
-    given = [os.fsdecode(path) for path in named]
-    folders = [path if os.path.isdir(path) else os.path.dirname(path) or "." for path in given]
-    top = os.path.commonpath([os.path.abspath(folder) for folder in folders]) if folders else ""
-    found: dict[str, str] = {}
-    for path in given:
+    given = list(dict.fromkeys(map(os.fsdecode, named)))
+    found: dict[str, Source] = {}
+    for path, name in zip(given, _names(given)):
         for manifest in _manifests(path):
-            found.setdefault(os.path.abspath(manifest), manifest)
+            shown = os.path.normpath(os.path.join(name, os.path.relpath(manifest, path)))
+            found.setdefault(os.path.abspath(manifest), Source(manifest, shown))
     if not found:
         raise NoManifest(
-            f"no manifest in {', '.join(given) or 'nothing'}: looked for manifest.xml, and for "
-            ".xml files whose root is package"
+            f"no manifest in {', '.join(given) or 'nothing'}: looked for manifest.xml, and for .xml "
+            "files whose root is package"
         )
-    return [Source(path, os.path.relpath(absolute, top)) for absolute, path in found.items()]
+    return list(found.values())
+
+
+def _names(given: list[str]) -> list[str]:
+    """What stands for each place in the paths that are shown: as many of its last parts as tell all
+    of them apart; for a single folder, none."""
+    if len(given) == 1 and os.path.isdir(given[0]):
+        return [""]
+    places = [os.path.abspath(path) for path in given]
+    parts = [place.split(os.sep) for place in places]
+    for count in range(1, max(map(len, parts), default=0)):
+        ends = [os.sep.join(path[-count:]) for path in parts]
+        if len(set(ends)) == len(set(places)):
+            return ends
+    return places
 
 
 def _manifests(path: str) -> Iterator[str]:

@@ -1,0 +1,104 @@
+# SPDX-License-Identifier: Apache-2.0
+"""Stores of made packages, for tests of what works on many."""
+
+from __future__ import annotations
+
+from collections.abc import Iterator
+from pathlib import Path
+from typing import Any
+
+import veskpackage
+from veskpackage import _core
+
+_SUBJECTS = ["Lobby", "Museum", "Kitchen", "Garden", "Library", "Night", "Lesson", "Story"]
+_KINDS = ["guide", "helper", "games", "songs", "watch"]
+_WORDS = {
+    "en_US": "{} {}",
+    "de_DE": "{}-{}",
+    "ar_EG": "دليل {} {}",
+    "ja_JP": "{}の{}",
+    "he_IL": "מדריך {} {}",
+}
+
+
+def package(number: int) -> veskpackage.Package:
+    """One of any number, each another."""
+    subject, kind = _SUBJECTS[number % 8], _KINDS[number % 5]
+    languages = list(_WORDS)[number % 3 : number % 3 + 1 + number % 4]
+    names = {code: _WORDS[code].format(subject, kind) + f" {number}" for code in languages}
+    behaviors = [
+        veskpackage.Behavior(
+            path=f"{kind}/part{part}",
+            nature="interactive",
+            user_requestable=part == 0,
+            names=names,
+            trigger_sentences={
+                code: [f"{names[code]}, go", "go"] for code in languages[part % 2 :]
+            },
+            conditions={"start": ["people.count > 0 && clock.hour < 18"]},
+            permissions=["canStandUp"],
+        )
+        for part in range(number % 4)
+    ]
+    return veskpackage.Package(
+        uuid=f"made-{number if number % 50 else 0}",
+        version=f"{number % 7}.{number % 11}",
+        channel=["stable", "beta", ""][number % 3],
+        author=f"Team {number % 13}",
+        names=names,
+        supported_languages=languages,
+        description_languages=languages,
+        behaviors=behaviors,
+        dialogs=[
+            veskpackage.Dialog(
+                topic_name=kind, topics={code: f"dialogs/{code}" for code in languages[1:]}
+            )
+        ],
+        services=[
+            veskpackage.Service(name=kind, exec_start=f"bin/{kind}", auto_run=number % 9 == 0)
+        ],
+        robot_requirements=[
+            veskpackage.RobotRequirement(
+                model=["tall", "small"][number % 2], min_head_version=f"{number % 4}.1"
+            )
+        ],
+        mirel_requirements=[
+            veskpackage.MirelRequirement(
+                min_version=f"2.{number % 12}", max_version="" if number % 2 else "3.9"
+            )
+        ],
+    )
+
+
+def make(folder: Path, count: int) -> None:
+    """Writes a store of packages, each 20th with a fault and each 100th broken."""
+    for number in range(count):
+        text = package(number).dumps()
+        if number % 20 == 19:
+            text = text.replace("<requirements>", "<requirments/><requirements>")
+        if number % 100 == 99:
+            text = text.replace("</package>", "")
+        (folder / f"{number % 100:02}").mkdir(parents=True, exist_ok=True)
+        (folder / f"{number % 100:02}" / f"{number}.xml").write_text(text, "utf-8")
+
+
+def filled(texts: Iterator[str], type_name: str = "Package") -> dict[str, Any]:
+    """A record in which every text is the next of those that are given: fields, keys and items."""
+
+    def value(kind: str) -> Any:
+        if kind == "str":
+            return next(texts)
+        if kind == "bool":
+            return True
+        if kind.startswith("dict[str, "):
+            return {next(texts): value(kind[10:-1]) for _ in range(2)}
+        if kind.startswith("list["):
+            return [value(kind[5:-1]) for _ in range(2)]
+        return filled(texts, kind.removesuffix(" | None"))
+
+    fields = {
+        name: value(kind) for name, kind in _core.record_types()[type_name] if name != "permissions"
+    }
+    if type_name == "Behavior":
+        fields["permissions"] = ["canStandUp"]  # there are no others
+    return fields
