@@ -7,8 +7,15 @@ from collections.abc import Iterator
 from pathlib import Path
 from typing import Any
 
-import veskpackage
-from veskpackage import _core
+from veskpackage import (
+    Behavior,
+    Dialog,
+    MirelRequirement,
+    Package,
+    RobotRequirement,
+    Service,
+    _core,
+)
 
 _SUBJECTS = ["Lobby", "Museum", "Kitchen", "Garden", "Library", "Night", "Lesson", "Story"]
 _KINDS = ["guide", "helper", "games", "songs", "watch"]
@@ -21,53 +28,31 @@ _WORDS = {
 }
 
 
-def package(number: int) -> veskpackage.Package:
-    """One of any number, each another."""
-    subject, kind = _SUBJECTS[number % 8], _KINDS[number % 5]
-    languages = list(_WORDS)[number % 3 : number % 3 + 1 + number % 4]
-    names = {code: _WORDS[code].format(subject, kind) + f" {number}" for code in languages}
+def package(number: int) -> Package:
+    """One of any number, each another; every 50th has the same uuid."""
+    kind = _KINDS[number % 5]
+    codes = list(_WORDS)[number % 3 : number % 3 + 1 + number % 4]
+    names = {code: f"{_WORDS[code].format(_SUBJECTS[number % 8], kind)} {number}" for code in codes}
     behaviors = [
-        veskpackage.Behavior(
-            path=f"{kind}/part{part}",
-            nature="interactive",
-            user_requestable=part == 0,
-            names=names,
-            trigger_sentences={
-                code: [f"{names[code]}, go", "go"] for code in languages[part % 2 :]
-            },
-            conditions={"start": ["people.count > 0 && clock.hour < 18"]},
-            permissions=["canStandUp"],
+        Behavior(
+            path=f"{kind}/{part}", nature="interactive", user_requestable=part == 0, names=names,
+            trigger_sentences={code: [f"{names[code]}, go", "go"] for code in codes[part % 2 :]},
+            conditions={"start": ["people.count > 0"]}, permissions=["canStandUp"],
         )
         for part in range(number % 4)
-    ]
-    return veskpackage.Package(
-        uuid=f"made-{number if number % 50 else 0}",
-        version=f"{number % 7}.{number % 11}",
-        channel=["stable", "beta", ""][number % 3],
-        author=f"Team {number % 13}",
-        names=names,
-        supported_languages=languages,
-        description_languages=languages,
-        behaviors=behaviors,
-        dialogs=[
-            veskpackage.Dialog(
-                topic_name=kind, topics={code: f"dialogs/{code}" for code in languages[1:]}
-            )
-        ],
-        services=[
-            veskpackage.Service(name=kind, exec_start=f"bin/{kind}", auto_run=number % 9 == 0)
-        ],
+    ]  # fmt: skip
+    highest = "" if number % 2 else "3.9"
+    return Package(
+        uuid=f"made-{number if number % 50 else 0}", version=f"{number % 7}.{number % 11}",
+        channel=["stable", "beta", ""][number % 3], author=f"Team {number % 13}", names=names,
+        supported_languages=codes, description_languages=codes, behaviors=behaviors,
+        dialogs=[Dialog(topic_name=kind, topics={code: f"dialogs/{code}" for code in codes[1:]})],
+        services=[Service(name=kind, exec_start=f"bin/{kind}", auto_run=number % 9 == 0)],
         robot_requirements=[
-            veskpackage.RobotRequirement(
-                model=["tall", "small"][number % 2], min_head_version=f"{number % 4}.1"
-            )
+            RobotRequirement(model=["tall", "small"][number % 2], min_head_version=str(number % 4))
         ],
-        mirel_requirements=[
-            veskpackage.MirelRequirement(
-                min_version=f"2.{number % 12}", max_version="" if number % 2 else "3.9"
-            )
-        ],
-    )
+        mirel_requirements=[MirelRequirement(min_version=f"2.{number % 12}", max_version=highest)],
+    )  # fmt: skip
 
 
 def make(folder: Path, count: int) -> None:
@@ -78,12 +63,13 @@ def make(folder: Path, count: int) -> None:
             text = text.replace("<requirements>", "<requirments/><requirements>")
         if number % 100 == 99:
             text = text.replace("</package>", "")
-        (folder / f"{number % 100:02}").mkdir(parents=True, exist_ok=True)
-        (folder / f"{number % 100:02}" / f"{number}.xml").write_text(text, "utf-8")
+        place = folder / f"{number % 100:02}"
+        place.mkdir(parents=True, exist_ok=True)
+        (place / f"{number}.xml").write_text(text, "utf-8")
 
 
 def filled(texts: Iterator[str], type_name: str = "Package") -> dict[str, Any]:
-    """A record in which every text is the next of those that are given: fields, keys and items."""
+    """The fields of a record in which every text, also in lists and as key, is the next one."""
 
     def value(kind: str) -> Any:
         if kind == "str":
@@ -96,9 +82,6 @@ def filled(texts: Iterator[str], type_name: str = "Package") -> dict[str, Any]:
             return [value(kind[5:-1]) for _ in range(2)]
         return filled(texts, kind.removesuffix(" | None"))
 
-    fields = {
-        name: value(kind) for name, kind in _core.record_types()[type_name] if name != "permissions"
-    }
-    if type_name == "Behavior":
-        fields["permissions"] = ["canStandUp"]  # there are no others
-    return fields
+    members = _core.record_types()[type_name]
+    fields = {name: value(kind) for name, kind in members if name != "permissions"}
+    return fields | ({"permissions": ["canStandUp"]} if type_name == "Behavior" else {})
