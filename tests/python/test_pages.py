@@ -100,6 +100,7 @@ def test_what_is_not_seen_stands_as_its_code() -> None:
         "a\u200bd\u200da": "a[U+200B]d[U+200D]a",
     }
     joined = "\u0646\u200c\u062e \U0001f469\u200d\U0001f52c"
+    assert len(_text.shown("\u202e" * 1_000_000)) < 400_000  # badges do not grow without bound
     for text, expected in {**shown, joined: joined}.items():
         assert _text.shown(text) == re.sub(r"\[(.*?)]", r'<span class="code">\1</span>', expected)
 
@@ -147,6 +148,7 @@ def test_scales() -> None:
     texts = ["2.10", "2.9", "1", "1.0.0", "4.0", "x", "", "1." * 20, "9" * 10, "\u0663"]
     scale = _scales.Scale(filter(None, map(_scales.version, texts)))
     assert scale.labels == ["1", "2.9", "2.10", "4"] and _scales.Scale([(3,)]).at(0) == 0.5
+    assert len(_scales.Scale((number,) for number in range(1000)).marks) == 2
     bars = {("1", "4"): (0, 1), ("", "2.9"): (None, 1 / 3), ("2.10.0", ""): (2 / 3, None),
             ("", ""): (None, None), ("4", "4.0"): (1, 1), ("2.10", "2.9"): None, ("x", ""): None,
             ("1", "9.x"): None}  # fmt: skip
@@ -182,6 +184,13 @@ def test_bytes_are_the_same_wherever_and_whenever(tmp_path: Path) -> None:
         sites.append({path.relative_to(site): path.read_bytes() for path in files})
     assert sites[0] == sites[1] and len(sites[0]) == 32
     assert str(tmp_path).encode() not in b"".join(sites[0].values())
+
+
+def test_the_package_needs_no_jinja() -> None:
+    command = "import sys, veskpackage; assert 'jinja2' not in sys.modules"
+    modules = str(Path(veskpackage.__file__).absolute().parents[1])
+    variables = {**os.environ, "PYTHONPATH": modules}
+    subprocess.run([sys.executable, "-c", command], env=variables, check=True)
 
 
 def test_names_of_pages_stay_in_the_folder(tmp_path: Path) -> None:

@@ -68,7 +68,7 @@ def _positive(text: str) -> int:
 
 
 def _complain(message: str) -> None:
-    print(plain(message), file=sys.stderr)
+    print(plain(message).replace("\n", "<U+000A>"), file=sys.stderr)
 
 
 if __name__ == "__main__":

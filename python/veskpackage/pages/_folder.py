@@ -42,7 +42,6 @@ class Folder:
             )
         if os.path.islink(packages):
             raise NotOurs(f"{packages} is a link, and would lead the pages elsewhere")
-        os.makedirs(packages, exist_ok=True)
 
     def _at(self, name: str) -> str:
         return os.path.join(self._path, *name.split("/"))
@@ -57,6 +56,8 @@ class Folder:
     def begin(self, names: Iterable[str]) -> None:
         """Lists what will be written, so that the folder is known even if the run is broken off."""
         self._names = set(names)
+        if any(name.startswith(PACKAGES) for name in self._names):
+            os.makedirs(self._at(PACKAGES), exist_ok=True)
         self._write_list(self._names | self._earlier)
 
     def end(self) -> None:

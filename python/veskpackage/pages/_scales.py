@@ -57,15 +57,34 @@ class Bar:
     end: float | None
 
 
+@dataclass(frozen=True, slots=True)
+class Mark:
+    """A version on a scale."""
+
+    at: float  #: from 0 to 1
+    label: str  #: empty where there is no room for it
+    anchor: str  #: which part of the label is at the mark: "start", "middle" or "end"
+
+
 class Scale:
     """All versions of one kind."""
 
     def __init__(self, versions: Iterable[Version]) -> None:
         self.versions = sorted(set(versions))
+        self.labels = [".".join(map(str, version)) for version in self.versions]
+        self.marks = self._marks()
 
-    @property
-    def labels(self) -> list[str]:
-        return [".".join(map(str, version)) for version in self.versions]
+    def _marks(self) -> list[Mark]:
+        """Labels as far as there is room for them; of very many versions only the ends have marks."""
+        last = len(self.labels) - 1
+        is_roomy = last < 10 and sum(map(len, self.labels)) <= 45
+        anchors = {last: "end", 0: "start"}
+        return [
+            Mark(self.at(rank), label if is_roomy or rank in anchors else "",
+                 "middle" if is_roomy else anchors.get(rank, ""))
+            for rank, label in enumerate(self.labels)
+            if last < 40 or rank in anchors
+        ]
 
     def rank(self, text: str) -> int | None:
         """The place of a version that is on the scale, from 0; None for what is no number."""

@@ -40,8 +40,8 @@ def find(named: Iterable[Path]) -> list[Source]:
             found.setdefault(os.path.abspath(manifest), Source(manifest, shown))
     if not found:
         raise NoManifest(
-            f"no manifest in {', '.join(given) or 'nothing'}: looked for manifest.xml, and for .xml "
-            "files whose root is package"
+            f"no manifest in {', '.join(given) or 'nothing'}: looked for manifest.xml, and for "
+            ".xml files whose root is package"
         )
     return list(found.values())
 

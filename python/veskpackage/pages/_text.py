@@ -12,6 +12,8 @@ from markupsafe import Markup, escape
 # As the command-line tool shows characters: controls, those that turn the direction of writing,
 # private and unassigned ones, and separators of lines.
 _UNSEEN = frozenset(["Cc", "Cf", "Cs", "Co", "Cn", "Zl", "Zp"])
+# Of one text. A badge takes more room than the character that it stands for.
+_MOST = 10_000
 _JOINERS = "\u200c\u200d"
 
 # The languages of two letters that ISO 639 has.
@@ -62,6 +64,9 @@ def shown(value: Any) -> Any:
     """What a template prints: of a text markup, in which what is not seen stands as its code."""
     if not isinstance(value, str) or isinstance(value, Markup):
         return value
+    if len(value) > _MOST:
+        rest = Markup('<span class="muted"> … and {:,} more characters</span>')
+        return shown(value[:_MOST]) + rest.format(len(value) - _MOST)
     if value.isprintable():
         return escape(value)
     code = Markup('<span class="code">{}</span>')

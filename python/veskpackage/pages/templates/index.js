@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Search, order and filters of the table of packages. Without this the table is whole, in the order
 // of names.
 "use strict";
