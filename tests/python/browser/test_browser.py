@@ -83,6 +83,7 @@ def test_everybody_can_read_a_page(
     assert opened.evaluate("document.documentElement.scrollWidth") <= width
     opened.set_viewport_size({"width": 720, "height": 1000})
     opened.emulate_media(media="print")
+    assert opened.evaluate("getComputedStyle(document.body).color") == "rgb(27, 35, 48)"
     # No paper has room for a column for each of some forty languages.
     assert start == "hostile" or opened.evaluate("document.documentElement.scrollWidth") <= 720
 
