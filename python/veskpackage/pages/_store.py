@@ -34,6 +34,8 @@ INDEX = "index.html"
 
 #: Of a rule, how many findings a page shows.
 MOST_OF_A_RULE = 50
+#: How many others with its uuid.
+MOST_DOUBLES = 20
 
 
 @dataclass(frozen=True)
@@ -110,6 +112,7 @@ def write(
             share = coverage.add(package)
             entries.append(entry_of(package, page, shown, checked.findings, share))
             doubles = outline.doubles.get(package.uuid, [])
+            others = [other for other in doubles[: MOST_DOUBLES + 1] if other != number]
             context = {
                 "package": package,
                 "order": _order(package),
@@ -118,9 +121,9 @@ def write(
                 "scales": scales,
                 "doubles": [
                     (outline.pages[other], manifests[other].shown)
-                    for other in doubles
-                    if other != number
+                    for other in others[:MOST_DOUBLES]
                 ],
+                "doubles_left_out": max(0, len(doubles) - 1 - MOST_DOUBLES),
             }
         entry = entries[-1]
         title = title_of(package, shown) if package is not None else entry.title
