@@ -1,0 +1,107 @@
+# SPDX-License-Identifier: Apache-2.0
+"""Texts of strangers as they are shown: escaped, and with nothing in them that nobody sees."""
+
+from __future__ import annotations
+
+import re
+import unicodedata
+from typing import Any
+
+from markupsafe import Markup, escape
+
+# As the command-line tool shows characters: controls, those that turn the direction of writing,
+# private and unassigned ones, and separators of lines.
+_UNSEEN = frozenset(["Cc", "Cf", "Cs", "Co", "Cn", "Zl", "Zp"])
+# Of one text. A badge takes more room than the character that it stands for.
+_MOST = 10_000
+_JOINERS = "\u200c\u200d"
+
+# The languages of two letters that ISO 639 has.
+_KNOWN = frozenset(
+    "aa ab ae af ak am an ar as av ay az ba be bg bh bi bm bn bo br bs ca ce ch co cr cs cu cv "
+    "cy da de dv dz ee el en eo es et eu fa ff fi fj fo fr fy ga gd gl gn gu gv ha he hi ho hr "
+    "ht hu hy hz ia id ie ig ii ik io is it iu ja jv ka kg ki kj kk kl km kn ko kr ks ku kv kw "
+    "ky la lb lg li ln lo lt lu lv mg mh mi mk ml mn mr ms mt my na nb nd ne ng nl nn no nr nv "
+    "ny oc oj om or os pa pi pl ps pt qu rm rn ro ru rw sa sc sd se sg sh si sk sl sm sn so sq "
+    "sr ss st su sv sw ta te tg th ti tk tl tn to tr ts tt tw ty ug uk ur uz ve vi vo wa wo xh "
+    "yi yo za zh zu".split()
+)
+_TAG = re.compile(
+    "([A-Za-z]{2,3})(-[A-Za-z]{4})?(-(?:[A-Za-z]{2}|[0-9]{3}))?"
+    "((?:-(?:[A-Za-z0-9]{5,8}|[0-9][A-Za-z0-9]{3}))*)"
+)
+
+
+def _is_unseen(text: str, index: int) -> bool:
+    character = text[index]
+    if character in "\n\t" or unicodedata.category(character) not in _UNSEEN:
+        return False
+    # Joiners shape the letters of some scripts, and pictures; among others they only hide.
+    around = text[index - 1 : index] + text[index + 1 : index + 2]
+    return not (character in _JOINERS and len(around) == 2 and all(map(_is_joined, around)))
+
+
+def _is_joined(character: str) -> bool:
+    return ord(character) > 0x2FF and unicodedata.category(character) not in _UNSEEN
+
+
+def _pieces(text: str) -> list[tuple[str, bool]]:
+    """The text in pieces, and which of them are single characters that are not seen."""
+    pieces: list[tuple[str, bool]] = []
+    begin = 0
+    for index in range(len(text)):
+        if _is_unseen(text, index):
+            pieces += [(text[begin:index], False), (text[index], True)]
+            begin = index + 1
+    return [*pieces, (text[begin:], False)]
+
+
+def _code(character: str) -> str:
+    return f"U+{ord(character):04X}"
+
+
+def shown(value: Any) -> Any:
+    """What a template prints: of a text markup, in which what is not seen stands as its code."""
+    if not isinstance(value, str) or isinstance(value, Markup):
+        return value
+    if len(value) > _MOST:
+        rest = Markup('<span class="muted"> … and {:,} more characters</span>')
+        return shown(value[:_MOST]) + rest.format(len(value) - _MOST)
+    if value.isprintable():
+        return escape(value)
+    code = Markup('<span class="code">{}</span>')
+    return Markup("").join(
+        code.format(_code(piece)) if is_unseen else piece for piece, is_unseen in _pieces(value)
+    )
+
+
+def plain(text: str) -> str:
+    """The same without markup, as for titles and attributes."""
+    if text.isprintable():
+        return text
+    return "".join(
+        f"<{_code(piece)}>" if is_unseen else piece for piece, is_unseen in _pieces(text)
+    )
+
+
+def cut(text: str, most: int) -> str:
+    """The text, or its beginning where it is long."""
+    return text if len(text) <= most else text[: most - 1] + "…"
+
+
+def language_tag(code: str) -> str:
+    """The tag of BCP 47 for a language as manifests have it, such as "en-US" for "en_US"; empty,
+    which stands for an unknown language, where there is none."""
+    match = _TAG.fullmatch(code.replace("_", "-"))
+    if not match:
+        return ""
+    language, script, region, variants = match.groups("")
+    known = (
+        language.lower() in _KNOWN if len(language) == 2 else not language.lower().startswith("q")
+    )
+    return language.lower() + script.title() + region.upper() + variants.lower() if known else ""
+
+
+def slug(text: str) -> str:
+    """A part of a file's name that is harmless everywhere; empty where nothing of the text is."""
+    return re.sub("[^a-z0-9]+", "-", text[:200].lower()).strip("-")[:40].strip("-")
