@@ -56,9 +56,9 @@ def _struct(members: _Members) -> Any:
 
 
 #: Of a file, its package, or why there is none.
-PACKAGES = _struct([("file", "str"), ("package", "Package"), ("error", "ManifestError")])
+PACKAGES = pa.schema(_struct([("file", "str"), ("package", "Package"), ("error", "ManifestError")]))
 #: Of a finding, and of a file that cannot be read.
-FINDINGS = _struct([("file", "str"), *_RECORDS["Finding"]])
+FINDINGS = pa.schema(_struct([("file", "str"), *_RECORDS["Finding"]]))
 
 
 def read_batches(batches: Iterable[Any]) -> Iterator[Any]:
@@ -74,7 +74,7 @@ def check_batches(
     return _in_batches(_findings(batches, options), FINDINGS)
 
 
-# Rows are tuples in the order of their struct, each after the bytes of text that it has about.
+# Rows are tuples in the order of their schema, each after the bytes of text that it has about.
 _Rows = Iterator[tuple[int, tuple[Any, ...]]]
 
 
@@ -124,18 +124,22 @@ def _failure(error: ManifestError | OSError) -> tuple[Any, ...]:
     return (error.strerror, 0, 0, False)
 
 
-def _in_batches(rows: _Rows, struct: Any) -> Iterator[Any]:
+def _in_batches(rows: _Rows, schema: Any) -> Iterator[Any]:
     portion: list[tuple[Any, ...]] = []
     size = 0
     for row_size, row in rows:
         portion.append(row)
         size += row_size
         if len(portion) == _MOST_ROWS or size > _MOST_BYTES:
-            yield pa.RecordBatch.from_struct_array(_array(portion, struct))
+            yield _batch(portion, schema)
             portion = []
             size = 0
     if portion:
-        yield pa.RecordBatch.from_struct_array(_array(portion, struct))
+        yield _batch(portion, schema)
+
+
+def _batch(rows: Sequence[Any], schema: Any) -> Any:
+    return pa.RecordBatch.from_struct_array(_array(rows, pa.struct(schema)))
 
 
 def _array(values: Sequence[Any], of: Any) -> Any:

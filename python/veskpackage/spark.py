@@ -50,8 +50,8 @@ def check_packages(
     return _mapped(files, check, FINDINGS)
 
 
-def _mapped(files: DataFrame, work: Callable[..., Any], row: Any) -> DataFrame:
-    from pyspark.sql.pandas.types import from_arrow_type  # type: ignore[import]
+def _mapped(files: DataFrame, work: Callable[..., Any], schema: Any) -> DataFrame:
+    from pyspark.sql.pandas.types import from_arrow_schema  # type: ignore[import]
 
     columns = [name for name in files.columns if name == "content"]
-    return files.select("path", *columns).mapInArrow(work, from_arrow_type(row))
+    return files.select("path", *columns).mapInArrow(work, from_arrow_schema(schema))

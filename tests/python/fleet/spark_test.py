@@ -5,6 +5,7 @@ from __future__ import annotations
 
 import json
 import os
+import shutil
 import subprocess
 import time
 from collections.abc import Callable, Iterator
@@ -12,8 +13,10 @@ from pathlib import Path
 from threading import Thread
 from typing import Any
 
+import duckdb
 import pytest
 from cluster import Cluster
+from document import ROOT, blocks
 from manifests import make_store
 from pyspark.sql import DataFrame
 from pyspark.sql.functions import to_json
@@ -133,3 +136,13 @@ def test_a_job_goes_on(
     job.join()
     packages = cluster.spark.read.parquet(f"file:{tmp_path}/packages")
     assert not assert_shown(packages, shown, unreadable=2)
+
+
+def test_the_document_runs(cluster: Cluster) -> None:
+    shutil.copytree(ROOT / "examples/manifests", "store")  # in the folder in which Spark has started
+    known: dict[str, Any] = {}
+    exec("\n".join(blocks("python")), known)
+    assert known["packages"].count() == 5
+    # The questions about one machine are answered from what Spark has written as well.
+    services = duckdb.sql(blocks("sql")[-1]).fetchall()
+    assert [name for name, *_ in services] == ["OfficeCalendar", "VisitorNotifier"]
