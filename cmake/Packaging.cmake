@@ -62,6 +62,24 @@ veskpackage handles the manifest of a robot's application package from a shell:
 the XML file that says what the package is called, which languages it speaks,
 what it needs, and what it holds.")
 
+# The module is made for one version of Python, whose own tools compile the Python code where it is
+# installed.
+math(EXPR next_minor "${Python_VERSION_MINOR} + 1")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-veskpackage)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+set(CPACK_COMPONENT_PYTHON_DEPENDS library)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
+    "python3 (>= 3.${Python_VERSION_MINOR}~), python3 (<< 3.${next_minor})")
+set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA ${PROJECT_SOURCE_DIR}/cmake/debian/python/postinst
+                                              ${PROJECT_SOURCE_DIR}/cmake/debian/python/prerm)
+set(CPACK_DEBIAN_PYTHON_DESCRIPTION
+    "manifests of robot application packages, Python 3 package
+veskpackage reads, edits, checks, mends and writes the manifest of a robot's
+application package: the XML file that says what the package is called, which
+languages it speaks, what it needs, and what it holds.
+
+This package is for programs in Python. It is typed.")
+
 # What Debian keeps beside every package; installed with a package only.
 set(debian ${PROJECT_BINARY_DIR}/debian)
 set(version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
@@ -70,7 +88,11 @@ configure_file(${PROJECT_SOURCE_DIR}/cmake/debian/changelog.in ${debian}/changel
 configure_file(${PROJECT_SOURCE_DIR}/CHANGELOG.md ${debian}/changelog COPYONLY)
 execute_process(COMMAND gzip -9 --no-name --keep --force changelog changelog.Debian
                 WORKING_DIRECTORY ${debian})
-foreach(component IN ITEMS LIBRARY DEVELOPMENT TOOL)
+set(components LIBRARY DEVELOPMENT TOOL)
+if(VESKPACKAGE_PYTHON)
+  list(APPEND components PYTHON)
+endif()
+foreach(component IN LISTS components)
   string(TOLOWER ${component} component_name)
   install(
     FILES ${PROJECT_SOURCE_DIR}/cmake/debian/copyright ${debian}/changelog.gz

@@ -56,6 +56,22 @@ std::optional<Manifest> manifestRead(Read read)
   }
   return manifest;
 }
+
+std::string packageWritten(const PackageInfo& package)
+{
+  MemoryFile file;
+  package.saveToManifestFile(file);
+  return file.content.toStdString();
+}
+
+/// A text without what XML cannot carry, as a package that is written keeps it.
+std::string asWritten(const std::string& text)
+{
+  PackageInfo carrier;
+  carrier.setUuid(text);
+  LoadError error;
+  return readManifest(packageWritten(carrier), error).value().package.uuid();
+}
 } // namespace
 
 std::optional<Manifest> readManifest(const std::string& bytes, LoadError& error)
@@ -75,17 +91,25 @@ std::optional<Manifest> readManifestText(const std::string& text, LoadError& err
 
 std::string writeManifest(const PackageInfo& package, const AnyValue& web)
 {
-  MemoryFile file;
-  package.saveToManifestFile(file);
-  std::string bytes = file.content.toStdString();
+  std::string bytes = packageWritten(package);
   LoadError error; // never set: what a package writes can be read
   std::optional<Manifest> written = web.isValid() ? readManifest(bytes, error) : std::nullopt;
   if (!written)
   {
     return bytes;
   }
-  const Manifest wanted{written->package, web};
+  const Manifest wanted{written->package, WebInfo{asWritten(web.as<WebInfo>().path)}};
   return changed(bytes, *written, wanted);
+}
+
+std::ostream& operator<<(std::ostream& out, const Manifest& manifest)
+{
+  out << manifest.package;
+  if (manifest.web.isValid())
+  {
+    out << "Web content\n***********\nPath: " << manifest.web.as<WebInfo>().path << '\n';
+  }
+  return out;
 }
 
 void setField(Manifest& manifest, const FieldPath& path, const std::string& text)

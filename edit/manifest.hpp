@@ -10,6 +10,7 @@
 #include <vesk/typesystem.hpp>
 
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -38,9 +39,12 @@ VESKPACKAGE_EDIT_EXPORT std::optional<Manifest> readManifestText(const std::stri
                                                                  LoadError& error);
 
 /// The bytes of a new manifest file: what PackageInfo::saveToManifestFile() writes, and the web content,
-/// where \p web is some.
+/// where \p web is some. What XML cannot carry is left out of both.
 VESKPACKAGE_EDIT_EXPORT std::string writeManifest(const PackageInfo& package,
                                                   const AnyValue& web = {});
+
+/// Writes the package's report, and the web content where there is some.
+VESKPACKAGE_EDIT_EXPORT std::ostream& operator<<(std::ostream& out, const Manifest& manifest);
 
 /// Sets each part that \p path stands for, as setAt() does; a step to web content that is not there
 /// makes it. Throws FieldError, and may have set some of the parts then.

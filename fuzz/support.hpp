@@ -2,8 +2,8 @@
 #ifndef FUZZ_SUPPORT_HPP
 #define FUZZ_SUPPORT_HPP
 
-#include <package/packageinfo.hpp>
 #include <edit/memoryfile.hpp>
+#include <package/packageinfo.hpp>
 #include <vesk/anyvalue.hpp>
 
 #include <cstddef>

@@ -6,6 +6,7 @@
 
 #include <edit/changes.hpp>
 #include <edit/fieldvalue.hpp>
+#include <package/manifest2/loadmanifest.hpp>
 #include <source/edits.hpp>
 
 #include <QRegularExpression>
@@ -228,4 +229,34 @@ TEST(Changes, MakeAnyManifestAnyOther)
       testing::ElementsAre(
           R"(document-type.xml: this comes out of the entity "product", within which nothing is changed)",
           testing::StartsWith("latin-1.xml: names.el_GR: a manifest cannot hold this value;")));
+}
+
+TEST(WebContent, IsReadBesideAPackageAsTheSecondReaderStoresIt)
+{
+  for (const std::string manifest :
+       {"<package/>", "<package uuid='u'><contents/></package>",
+        "<package><contents><webContent path='a'/><webContent path='b'/></contents></package>",
+        "<package><contents><webContent/></contents></package>",
+        "<package><contents><webContent path='a'/></contents><contents/></package>",
+        "<package><contents/><contents><webContent path='a'/></contents></package>"})
+  {
+    vesk::PackageInfo2 info;
+    vesk::PackageInfo package;
+    vesk::LoadError error;
+    ASSERT_TRUE(vesk::readManifestText(manifest, info, error));
+    std::optional<vesk::WebInfo> web = vesk::WebInfo{"of before"};
+    ASSERT_TRUE(vesk::readManifestText(manifest, package, web, error));
+    const vesk::AnyValue stored = info.contents()["web"];
+    ASSERT_EQ(web.has_value(), stored.isValid()) << manifest;
+    EXPECT_EQ(web ? web->path : "", stored.isValid() ? stored.as<vesk::WebInfo>().path : "")
+        << manifest;
+    EXPECT_EQ(package.uuid(), info.uuid);
+    const std::string rewritten =
+        writeManifest(package, web ? vesk::AnyValue(*web) : vesk::AnyValue());
+    EXPECT_EQ(rewritten.find("webContent") != std::string::npos, web.has_value()) << rewritten;
+    const auto read = readManifest(rewritten, error);
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->web.isValid(), web.has_value());
+    EXPECT_EQ(read->web.isValid() ? read->web.as<vesk::WebInfo>().path : "", web ? web->path : "");
+  }
 }

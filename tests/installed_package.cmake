@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 # Builds and runs examples against the library that is installed in PREFIX, as a CMake project and with
-# pkg-config; the runtime libraries may be installed elsewhere, in RUNTIME. Without a PREFIX the build is installed into a folder first.
+# pkg-config; the runtime libraries may be installed elsewhere, in RUNTIME. With a PYTHON, also uses the
+# Python package that is installed in PYTHON_DIR. Without a PREFIX the build is installed into a folder first.
 if(SANITIZE)
   set(flags "-fsanitize=${SANITIZE}")
 endif()
@@ -53,3 +54,8 @@ int main() { return vesk::arePackageTypesRegistered() && vesk::getStruct("::vesk
 run(${CXX} -std=c++17 -fPIC ${WORK_DIR}/names.cpp -o ${WORK_DIR}/names -Wl,--as-needed ${options}
     -Wl,-rpath,${PREFIX}/${LIB_DIR})
 run(${WORK_DIR}/names)
+
+if(PYTHON)
+  set(ENV{PYTHONPATH} ${PREFIX}/${PYTHON_DIR})
+  run(${PYTHON} -B ${CMAKE_CURRENT_LIST_DIR}/installed_package.py ${EXAMPLES_DIR}/manifests ${PREFIX})
+endif()

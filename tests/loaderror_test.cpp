@@ -4,8 +4,8 @@
 #include "manifestpattern.hpp"
 #include "support.hpp"
 
-#include <package/manifest2/loadmanifest.hpp>
 #include <edit/memoryfile.hpp>
+#include <package/manifest2/loadmanifest.hpp>
 
 #include <QBuffer>
 
@@ -56,6 +56,7 @@ TEST(LoadErrors, AreTheSameOfEveryOperation)
     device.open(QIODevice::ReadOnly);
     EXPECT_FALSE(file.rename(file.fileName())); // an error, which is of no concern
     const CapturedLog captured;
+    std::optional<WebInfo> web;
     for (const auto& [pathInError, read, uuidOfPackage, uuidOfSections] :
          std::vector<Operation>{
              {path, [&](auto&p, auto&, auto&e) { return p.readManifestFile(path, e); }, "", uuid},
@@ -70,7 +71,13 @@ TEST(LoadErrors, AreTheSameOfEveryOperation)
               { return device.seek(0) && readManifestDevice(device, i, e); },
               uuid, ""},
              {path, [&](auto&p, auto&i, auto&e) { return readManifestDevice(file, p, i, e); }, "",
-              ""}})
+              ""},
+             {"",
+              [&](auto&p, auto&, auto&e)
+              { return device.seek(0) && readManifestDevice(device, p, web, e); },
+              "", uuid},
+             {"", [&](auto&p, auto&, auto&e) { return readManifestText(manifest, p, web, e); }, "u",
+              uuid}})
     {
       auto package = filled<PackageInfo>();
       package.setUuid(uuid);

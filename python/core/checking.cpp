@@ -89,6 +89,17 @@ check::Options optionsFrom(const std::map<std::string, std::string>& severities,
   return options;
 }
 
+/// Without the lock, since a pipe's other end may be a thread of the same interpreter.
+py::bytes fileBytesUnlocked(const std::string& path)
+{
+  std::string bytes;
+  {
+    const py::gil_scoped_release unlocked;
+    bytes = fileBytes(path);
+  }
+  return bytes;
+}
+
 py::tuple checkBytes(const std::string& bytes, const check::Options& options)
 {
   check::Checked checked;
@@ -176,9 +187,7 @@ void defineChecking(py::module_& module)
   module.def("check_bytes", &checkBytes, py::arg("data"), py::arg("options"));
   module.def("check_all", &checkAll, py::arg("paths"), py::arg("options"));
   module.def("fix_bytes", &fixBytes, py::arg("data"), py::arg("options"));
-  module.def(
-      "file_bytes", [](const std::string& path) { return py::bytes(fileBytes(path)); },
-      py::arg("path"));
+  module.def("file_bytes", &fileBytesUnlocked, py::arg("path"));
   module.def("rules", &rules);
 }
 

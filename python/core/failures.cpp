@@ -46,8 +46,8 @@ void translate(std::exception_ptr thrown)
   }
   catch (const BadEdit& failure)
   {
-    const source::Place place = failure.place.value_or(source::Place{});
-    raise(errors("EditError")(toText(failure.message), py::none(), place.line, place.column));
+    const source::Place place = failure.place.value_or(source::Place{0, 0, 0});
+    raise(errors("EditError")(toText(failure.message), py::none(), place.line, place.utf16Column));
   }
   catch (const edit::FieldError& failure)
   {

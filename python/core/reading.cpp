@@ -27,9 +27,14 @@ constexpr std::size_t mostBytes = std::size_t(1) << 30;
 class OpenFile
 {
 public:
-  explicit OpenFile(const std::string& filePath)
-      : path(filePath), descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC))
+  explicit OpenFile(const std::string& filePath) : path(filePath)
   {
+    // The system would open what the part before it names.
+    if (path.find('\0') != std::string::npos)
+    {
+      throw BadFile(ENOENT, path);
+    }
+    descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (descriptor < 0)
     {
       throw BadFile(errno, path);
@@ -67,7 +72,7 @@ public:
 
 private:
   const std::string& path;
-  int descriptor;
+  int descriptor = -1;
 };
 
 void requireSize(std::size_t size, const std::string& path)

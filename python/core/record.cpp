@@ -115,14 +115,16 @@ std::string Record::typeName() const { return kindOf(*value.type()); }
 
 py::object Record::get(std::size_t index) const { return toPython(value.member(index)); }
 
-void Record::clear(std::size_t index) { value.member(index).clear(); }
-
 void Record::set(std::size_t index, py::handle given) { fromPython(value.member(index), given); }
 
 std::string Record::report() const
 {
   std::ostringstream out;
-  if (!withHandle(value, [&out](const auto& handle) { out << handle; }))
+  if (value.is<edit::Manifest>())
+  {
+    out << value.as<edit::Manifest>();
+  }
+  else if (!withHandle(value, [&out](const auto& handle) { out << handle; }))
   {
     out << value.reference();
   }
@@ -211,7 +213,6 @@ void defineRecord(py::module_& module)
       .def(py::init<const std::string&>(), py::arg("type_name"))
       .def_property_readonly("type_name", &Record::typeName)
       .def("get", &Record::get, py::arg("index"))
-      .def("clear", &Record::clear, py::arg("index"))
       .def("set", &Record::set, py::arg("index"), py::arg("value"))
       .def("copy", [](const Record& record) { return Record(record.value); })
       .def("__eq__",

@@ -26,8 +26,6 @@ public:
 
   /// A copy of a member, as toPython() makes it. Throws IndexError.
   py::object get(std::size_t index) const;
-  /// Empties a list or map.
-  void clear(std::size_t index);
   /// Throws TypeError for what is no value of the member; a list or map may be half changed then.
   void set(std::size_t index, py::handle given);
 

@@ -16,7 +16,6 @@ from . import _core
 from .containers import (
     CheckedDict,
     CheckedList,
-    Permissions,
     TextList,
     TextLists,
     Texts,
@@ -43,9 +42,13 @@ class Field(Generic[Held, Given]):
         self.index = members.index(self.json_name)
 
     @overload
-    def __get__(self, record: None, owner: Any = None) -> Self: ...
+    def __get__(self, record: None, owner: Any = None) -> Self:
+        ...
+
     @overload
-    def __get__(self, record: Record, owner: Any = None) -> Held: ...
+    def __get__(self, record: Record, owner: Any = None) -> Held:
+        ...
+
     def __get__(self, record: Record | None, owner: Any = None) -> Any:
         return self if record is None else self._get(record)
 
@@ -67,11 +70,11 @@ class Field(Generic[Held, Given]):
 
 
 class TextField(Field[str, str]):
-    pass
+    """A text."""
 
 
 class FlagField(Field[bool, bool]):
-    pass
+    """True or false."""
 
 
 class PartField(Field[Held, Given]):
@@ -84,20 +87,17 @@ class PartField(Field[Held, Given]):
         try:
             return record._parts[self.name]
         except KeyError:
-            # Another thread may do the same, and be first: in this order nothing is lost.
+            # Another thread may do the same, and be first. What C++ has stays there, out of date.
             made = self._from_core(record._held.get(self.index))
-            part = record._parts.setdefault(self.name, made)
-            self._let_go(record)
-            return part
-
-    def _let_go(self, record: Record) -> None:
-        record._held.clear(self.index)
+            return record._parts.setdefault(self.name, made)
 
 
 class ContainerField(PartField[Container, Given]):
     """A field whose container stays the same object: what is assigned becomes its content."""
 
-    container: ClassVar[type[CheckedList[Any] | CheckedDict[Any]]]
+    def __init__(self, container: type[Container], doc: str) -> None:
+        super().__init__(doc)
+        self.container: Any = container
 
     def _from_core(self, value: Any) -> Any:
         return self.container._trusted(value)
@@ -106,24 +106,20 @@ class ContainerField(PartField[Container, Given]):
         self._get(record)._become(value)
 
 
-class TextsField(ContainerField[Texts, Mapping[str, str]]):
-    container = Texts
+def texts(doc: str) -> ContainerField[Texts, Mapping[str, str]]:
+    return ContainerField(Texts, doc)
 
 
-class TextListsField(ContainerField[TextLists, Mapping[str, Iterable[str]]]):
-    container = TextLists
+def text_lists(doc: str) -> ContainerField[TextLists, Mapping[str, Iterable[str]]]:
+    return ContainerField(TextLists, doc)
 
 
-class TextListField(ContainerField[TextList, Iterable[str]]):
-    container = TextList
+def text_list(doc: str) -> ContainerField[TextList, Iterable[str]]:
+    return ContainerField(TextList, doc)
 
 
-class UniqueTextsField(ContainerField[UniqueTexts, Iterable[str]]):
-    container = UniqueTexts
-
-
-class PermissionsField(ContainerField[Permissions, Iterable[str]]):
-    container = Permissions
+def unique_texts(doc: str) -> ContainerField[UniqueTexts, Iterable[str]]:
+    return ContainerField(UniqueTexts, doc)
 
 
 class Record:
@@ -157,7 +153,7 @@ class Record:
         self._parts = {}
         for field in self._fields:
             value = given[field.name]
-            if value not in ((), {}, None):
+            if not (isinstance(field, ContainerField) and value in ((), {})):
                 field.__set__(self, value)
 
     @classmethod
@@ -168,34 +164,31 @@ class Record:
         return record
 
     def _whole(self) -> _core.Record:
-        """The C++ record with all that is Python's; only to be read."""
-        if not self._parts:
-            return self._held
-        whole = self._held.copy()  # before the parts are looked at, since another thread may make one
+        """A copy of the C++ record with all that is Python's."""
+        whole = self._held.copy()
         for field in self._fields:
             if field.name in self._parts:
                 whole.set(field.index, field._for_core(self._parts[field.name]))
         return whole
 
-    def _change(self, change: Callable[[_core.Record], None]) -> None:
-        """Changes the C++ record, and then what Python has of its texts."""
-        parts = [(field, self._parts[field.name]) for field in self._fields
-                 if field.name in self._parts and not isinstance(field, RecordsField)]
-        for field, part in parts:
-            self._held.set(field.index, field._for_core(part))
-        change(self._held)
-        for field, part in parts:
-            part._become(self._held.get(field.index))
-            self._held.clear(field.index)
+    def _trim(self, trim: Callable[[_core.Record], None]) -> None:
+        """Trims the C++ record, and the mappings that are Python's like those in it."""
+        self._held = self._whole()
+        trim(self._held)
+        for field in self._fields:
+            part = self._parts.get(field.name)
+            if isinstance(part, CheckedDict):
+                for key in part.keys() - self._held.get(field.index).keys():
+                    del part[key]
 
     def __eq__(self, other: object) -> bool:
         if not isinstance(other, Record) or self._type_name != other._type_name:
             return NotImplemented
-        return self._whole() == other._whole()
+        return bool(self._whole() == other._whole())
 
     def copy(self) -> Self:
         """A record with the same fields, which shares nothing with this one."""
-        return self._of(self._whole().copy())
+        return self._of(self._whole())
 
     def __copy__(self) -> Self:
         return self.copy()
@@ -221,11 +214,10 @@ class Record:
         return cls._of(_core.Record.from_json(cls._type_name, json.dumps(fields)))
 
     def __repr__(self) -> str:
-        empty = type(self)()
-        values = ((field.name, getattr(self, field.name), getattr(empty, field.name))
-                  for field in self._fields)
-        shown = ", ".join(f"{name}={value!r}" for name, value, default in values if value != default)
-        return f"{type(self).__name__}({shown})"
+        empty = self._of(_core.Record(self._type_name))
+        values = [(field.name, getattr(self, field.name)) for field in self._fields]
+        shown = (f"{name}={value!r}" for name, value in values if value != getattr(empty, name))
+        return f"{type(self).__name__}({', '.join(shown)})"
 
     def __str__(self) -> str:
         return self._whole().report()
@@ -237,7 +229,8 @@ class VariantRecord(Record):
     __slots__ = ()
 
     def to_variant(self) -> list[Any]:
-        """The variant form: a list of pairs [name, value], of lists, str, bool and None."""
+        """The variant form: a list of pairs [name, value], of lists, str, bool and None. A package without
+        a uuid has none: the list is empty."""
         return self._whole().to_variant()
 
     @classmethod
@@ -250,24 +243,20 @@ class RecordList(CheckedList[Held]):
     """A list of records of one type. They stay the same objects."""
 
     __slots__ = ()
-    record_type: ClassVar[type[Record]]
+    _record_type: ClassVar[type[Record]]
 
     def _checked(self, item: Any) -> Held:
-        if not isinstance(item, self.record_type):
-            raise TypeError(f"a {self.record_type.__name__} is wanted, not {type(item).__name__}")
+        if not isinstance(item, self._record_type):
+            raise TypeError(f"a {self._record_type.__name__} is wanted, not {type(item).__name__}")
         return item  # type: ignore[return-value]
 
 
 class RecordsField(ContainerField[RecordList[Held], Iterable[Held]]):
-    """A list of records, in the class of lists that is given."""
-
-    def __init__(self, container: type[RecordList[Held]], doc: str) -> None:
-        super().__init__(doc)
-        self.container = container  # type: ignore[misc]
+    """A list of records, in a class of lists."""
 
     def _from_core(self, value: Any) -> Any:
-        record_type = self.container.record_type  # type: ignore[attr-defined]
-        return self.container._trusted([record_type._of(core) for core in value])
+        records: list[Any] = [self.container._record_type._of(core) for core in value]
+        return self.container._trusted(records)
 
     def _for_core(self, part: Any) -> Any:
         return [record._whole() for record in part]

@@ -7,16 +7,31 @@ import os
 from collections.abc import Iterable, Iterator, Mapping
 from dataclasses import dataclass
 from functools import cache
-from typing import Any, Literal
+from typing import Any, Literal, TypeAlias, cast
 
 from . import _core
 from ._batches import in_order
 from ._files import Path
 from .errors import ManifestError
 
+__all__ = [
+    "Checked",
+    "Edit",
+    "Finding",
+    "Fixed",
+    "Mend",
+    "Position",
+    "Rule",
+    "Severity",
+    "check",
+    "check_many",
+    "fix",
+    "rules",
+]
+
 #: How grave a finding is. "error": no reader gets anything of the manifest; "warning": surely not meant so;
 #: "hint": read as it is meant, but better mended; "off", in options and rules only: not reported.
-Severity = Literal["error", "warning", "hint", "off"]
+Severity: TypeAlias = Literal["error", "warning", "hint", "off"]
 
 
 @dataclass(frozen=True)
@@ -29,7 +44,7 @@ class Rule:
     explanation: str  #: what is wrong, what the readers do with it, and how to mend it
 
 
-@dataclass(frozen=True, order=True)
+@dataclass(frozen=True)
 class Position:
     """A place in the text of a manifest. All are 0 where something is nowhere in the text."""
 
@@ -91,7 +106,7 @@ class Checked:
 @cache
 def rules() -> tuple[Rule, ...]:
     """Everything that manifests are checked for."""
-    return tuple(Rule(*rule) for rule in _core.rules())
+    return tuple(Rule(*rule) for rule in cast(Any, _core.rules()))
 
 
 def check(
@@ -132,7 +147,7 @@ def check_many(
         return _core.check_all([os.fsencode(path) for path in batch], options)
 
     for path, result in in_order(check_all, paths, jobs):
-        if isinstance(result, Exception):
+        if isinstance(result, (ManifestError, OSError)):
             yield Checked(path, (), "", result)
         else:
             findings, uuid = result

@@ -13,6 +13,16 @@ from typing import Any, Self, SupportsIndex, TypeVar, overload
 
 from . import _core
 
+__all__ = [
+    "CheckedDict",
+    "CheckedList",
+    "Permissions",
+    "TextList",
+    "TextLists",
+    "Texts",
+    "UniqueTexts",
+]
+
 Item = TypeVar("Item")
 
 
@@ -44,8 +54,8 @@ class CheckedList(list[Item]):
     @classmethod
     def _trusted(cls, items: list[Item]) -> Self:
         """With items that come out of a record."""
-        made = cls()
-        list.extend(made, items)
+        made = cls.__new__(cls)
+        super(CheckedList, made).extend(items)
         return made
 
     def _become(self, items: Iterable[Item]) -> None:
@@ -71,18 +81,24 @@ class CheckedList(list[Item]):
         self.extend(items)
         return self
 
-    def __imul__(self, times: SupportsIndex) -> Self:  # type: ignore[override, misc]
+    def __imul__(self, times: SupportsIndex) -> Self:
         super().__imul__(times)
         self._settle()
         return self
 
     @overload
-    def __setitem__(self, index: SupportsIndex, item: Item) -> None: ...
+    def __setitem__(self, index: SupportsIndex, item: Item) -> None:
+        ...
+
     @overload
-    def __setitem__(self, index: slice, item: Iterable[Item]) -> None: ...
+    def __setitem__(self, index: slice, item: Iterable[Item]) -> None:
+        ...
+
     def __setitem__(self, index: Any, item: Any) -> None:
-        several = isinstance(index, slice)
-        super().__setitem__(index, self._all_checked(item) if several else self._checked(item))
+        if isinstance(index, slice):
+            super().__setitem__(index, self._all_checked(item))
+        else:
+            super().__setitem__(index, self._checked(item))
         self._settle()
 
 
@@ -131,14 +147,15 @@ class CheckedDict(dict[str, Item]):
     @classmethod
     def _trusted(cls, items: dict[str, Any]) -> Self:
         """With items that come out of a record."""
-        made = cls()
-        dict.update(made, items)
+        made = cls.__new__(cls)
+        super(CheckedDict, made).update(items)
         return made
 
     def _become(self, items: Mapping[str, Any]) -> None:
-        given = type(self)(items)  # which may be this very mapping
-        self.clear()
-        dict.update(self, given)
+        if items is not self:
+            given = type(self)(items)
+            self.clear()
+            super().update(given)
 
     def __init__(self, items: Any = (), **more: Any) -> None:
         super().__init__()

@@ -10,6 +10,9 @@ from functools import cache
 from typing import Any, TypeVar
 
 from . import _core
+from .containers import checked_text
+
+__all__ = ["FieldDescription", "edit", "fields"]
 
 Text = TypeVar("Text", str, bytes)
 
@@ -49,13 +52,20 @@ def edit(text: Text, changes: Mapping[str, Any], *, keep_comments: bool = False)
     a value that is none for it, and EditError where more would have to be changed.
     """
     wanted = [
-        _core.Wanted(path, value if value is None or isinstance(value, str) else json.dumps(value),
-                     not isinstance(value, str))
+        _core.Wanted(
+            checked_text(path),
+            None if value is None else _written(value),
+            not isinstance(value, str),
+        )
         for path, value in changes.items()
     ]
-    if isinstance(text, bytes):
-        return _core.edit(text, wanted, keep_comments)
+    if not isinstance(text, str):
+        return _core.edit(bytes(memoryview(text)), wanted, keep_comments)
     data = text.encode()
     if not _core.is_utf8(data):
         raise ValueError("the text names another encoding than UTF-8; give the bytes of the file")
     return _core.edit(data, wanted, keep_comments).decode()
+
+
+def _written(value: Any) -> str:
+    return checked_text(value) if isinstance(value, str) else json.dumps(value)

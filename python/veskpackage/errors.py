@@ -5,6 +5,8 @@ from __future__ import annotations
 
 from typing import Optional, Tuple
 
+__all__ = ["EditError", "FieldError", "ManifestError"]
+
 
 class ManifestError(Exception):
     """A manifest that cannot be read, and where the fault is.

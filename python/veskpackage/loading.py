@@ -14,6 +14,8 @@ from ._files import Path
 from .errors import ManifestError
 from .package import Package
 
+__all__ = ["Loaded", "load", "load_many", "loads"]
+
 
 @dataclass(frozen=True)
 class Loaded:
@@ -43,7 +45,7 @@ def loads(manifest: bytes | bytearray | memoryview | str) -> Package:
     """
     if isinstance(manifest, str):
         return Package._of(_core.read_text(manifest))
-    return Package._of(_core.read_bytes(bytes(manifest)))
+    return Package._of(_core.read_bytes(bytes(memoryview(manifest))))
 
 
 def load_many(paths: Iterable[Path], *, jobs: int | None = None) -> Iterator[Loaded]:
@@ -55,7 +57,7 @@ def load_many(paths: Iterable[Path], *, jobs: int | None = None) -> Iterator[Loa
         return _core.load_all([os.fsencode(path) for path in batch])
 
     for path, result in in_order(load_all, paths, jobs):
-        if isinstance(result, Exception):
+        if isinstance(result, (ManifestError, OSError)):
             yield Loaded(path, None, result)
         else:
             yield Loaded(path, Package._of(result), None)

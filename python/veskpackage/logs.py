@@ -8,6 +8,8 @@ import logging
 
 from . import _core
 
+__all__ = ["forward_log", "stop_forwarding_log"]
+
 # By the runtime's numbers: fatal, error, warning, info, debug.
 _LEVELS = {
     1: logging.CRITICAL,

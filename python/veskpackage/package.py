@@ -14,10 +14,10 @@ from ._record import (
     RecordList,
     RecordsField,
     TextField,
-    TextListField,
-    TextsField,
-    UniqueTextsField,
     VariantRecord,
+    text_list,
+    texts,
+    unique_texts,
 )
 from .records import (
     Behavior,
@@ -29,42 +29,50 @@ from .records import (
     WebContent,
 )
 
+__all__ = [
+    "Behaviors",
+    "Dialogs",
+    "LanguagePacks",
+    "MirelRequirements",
+    "Package",
+    "RobotRequirements",
+    "Services",
+]
+
+
 class Behaviors(RecordList[Behavior]):
     __slots__ = ()
-    record_type = Behavior
+    _record_type = Behavior
 
 
 class Dialogs(RecordList[Dialog]):
     __slots__ = ()
-    record_type = Dialog
+    _record_type = Dialog
 
 
 class LanguagePacks(RecordList[LanguagePack]):
     __slots__ = ()
-    record_type = LanguagePack
+    _record_type = LanguagePack
 
 
 class Services(RecordList[Service]):
     __slots__ = ()
-    record_type = Service
+    _record_type = Service
 
 
 class RobotRequirements(RecordList[RobotRequirement]):
     __slots__ = ()
-    record_type = RobotRequirement
+    _record_type = RobotRequirement
 
 
 class MirelRequirements(RecordList[MirelRequirement]):
     __slots__ = ()
-    record_type = MirelRequirement
+    _record_type = MirelRequirement
 
 
 class _WebField(PartField[WebContent | None, WebContent | None]):
     def _from_core(self, value: Any) -> WebContent | None:
         return None if value is None else WebContent._of(value)
-
-    def _let_go(self, record: Record) -> None:
-        record._held.set(self.index, None)
 
     def _set(self, record: Record, value: Any) -> None:
         if value is not None and not isinstance(value, WebContent):
@@ -92,19 +100,19 @@ class Package(VariantRecord):
     uuid = TextField("The package's identifier.")
     version = TextField("Its version, a free text.")
     type_version = TextField("The version of the manifest's format.")
-    names = TextsField("What it is called, by language.")
-    descriptions = TextsField("What it is for, by language.")
+    names = texts("What it is called, by language.")
+    descriptions = texts("What it is for, by language.")
     author = TextField("Who made it.")
     organization = TextField("For whom it was made.")
     channel = TextField("The channel through which it is distributed.")
     date = TextField("When it was made, a free text.")
-    supported_languages = UniqueTextsField("The languages of its content, each once.")
-    description_languages = UniqueTextsField("The languages of its texts, each once.")
+    supported_languages = unique_texts("The languages of its content, each once.")
+    description_languages = unique_texts("The languages of its texts, each once.")
     behaviors = RecordsField(Behaviors, "What it can do.")
     dialogs = RecordsField(Dialogs, "What it can talk about.")
     languages = RecordsField(LanguagePacks, "The language packs that it brings.")
     services = RecordsField(Services, "The services that it provides.")
-    executable_files = TextListField("Paths of executable files, relative to the package.")
+    executable_files = text_list("Paths of executable files, relative to the package.")
     robot_requirements = RecordsField(RobotRequirements, "The robots that it runs on.")
     mirel_requirements = RecordsField(
         MirelRequirements, "The versions of the robot's system software that it runs on."
@@ -162,7 +170,7 @@ class Package(VariantRecord):
         descriptions whose language begins with none of `description_languages`, and trims every behavior
         by these and `supported_languages`."""
         behaviors = self._parts.get("behaviors", ())
-        self._change(lambda core: core.trim_package())
+        self._trim(lambda core: core.trim_package())
         for behavior in behaviors:
             behavior.trim(self.description_languages, self.supported_languages)
 
@@ -177,6 +185,6 @@ class Package(VariantRecord):
     from_dict.__func__.__doc__ = Record.from_dict.__doc__  # type: ignore[attr-defined]
 
     def __repr__(self) -> str:
-        counts = [f"{len(getattr(self, field.name))} {field.name}" for field in self._fields
-                  if isinstance(field, RecordsField) and getattr(self, field.name)]
-        return f"<{', '.join([f'Package {self.uuid!r} {self.version!r}', *counts])}>"
+        lists = [field.name for field in self._fields if isinstance(field, RecordsField)]
+        counts = [f" {name}={len(getattr(self, name))}" for name in lists if getattr(self, name)]
+        return f"<Package uuid={self.uuid!r} version={self.version!r}{''.join(counts)}>"

@@ -6,14 +6,27 @@ from __future__ import annotations
 from collections.abc import Iterable, Mapping
 
 from ._record import (
+    ContainerField,
     FlagField,
-    PermissionsField,
     Record,
     TextField,
-    TextListsField,
-    TextsField,
     VariantRecord,
+    text_lists,
+    texts,
 )
+from .containers import Permissions
+
+__all__ = [
+    "NATURE_INTERACTIVE",
+    "NATURE_SOLITARY",
+    "Behavior",
+    "Dialog",
+    "LanguagePack",
+    "MirelRequirement",
+    "RobotRequirement",
+    "Service",
+    "WebContent",
+]
 
 #: The natures of behaviors that are known so far; a behavior takes any text.
 NATURE_INTERACTIVE = "interactive"
@@ -29,13 +42,15 @@ class Behavior(VariantRecord):
     path = TextField("Where it lies, relative to the package.")
     nature = TextField('"interactive", "solitary" or any other text.')
     user_requestable = FlagField("Whether a user can ask for it.")
-    names = TextsField("What it is called, by language.")
-    descriptions = TextsField("What it does, by language.")
-    tags = TextListsField("Words to find it by, in lists by language.")
-    trigger_sentences = TextListsField("What a user can say to start it, in lists by language.")
-    loading_responses = TextListsField("What is said while it is loaded, in lists by language.")
-    conditions = TextListsField("When it is launched, in lists by purpose.")
-    permissions = PermissionsField('What it may do, such as "canStandUp".')
+    names = texts("What it is called, by language.")
+    descriptions = texts("What it does, by language.")
+    tags = text_lists("Words to find it by, in lists by language.")
+    trigger_sentences = text_lists("What a user can say to start it, in lists by language.")
+    loading_responses = text_lists("What is said while it is loaded, in lists by language.")
+    conditions = text_lists("When it is launched, in lists by purpose.")
+    permissions = ContainerField[Permissions, Iterable[str]](
+        Permissions, 'What it may do, such as "canStandUp".'
+    )
     categories = TextField("A text that is carried along; no manifest holds it.")
 
     def __init__(
@@ -61,7 +76,7 @@ class Behavior(VariantRecord):
         """Drops the names and descriptions whose language begins with none of the first, and the tags,
         loading responses and trigger sentences whose language begins with none of the second: "en" keeps
         "en_US", and an empty list drops all."""
-        self._change(
+        self._trim(
             lambda core: core.trim_behavior(list(description_languages), list(supported_languages))
         )
 
@@ -73,7 +88,7 @@ class Dialog(VariantRecord):
 
     topic_name = TextField("The name of the topic.")
     type_version = TextField("The version of the topic's type.")
-    topics = TextsField("The paths of the topic files, relative to the package, by language.")
+    topics = texts("The paths of the topic files, relative to the package, by language.")
 
     def __init__(
         self, *, topic_name: str = "", type_version: str = "1.0", topics: Mapping[str, str] = {}
@@ -90,7 +105,7 @@ class LanguagePack(VariantRecord):
     locale = TextField("The language that it is for, as an ISO 639 code.")
     engine_name = TextField("The engine that it is made for.")
     engine_version = TextField("The version of that engine.")
-    names = TextsField("What it is called, by language.")
+    names = texts("What it is called, by language.")
 
     def __init__(
         self,

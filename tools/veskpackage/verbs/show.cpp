@@ -4,7 +4,6 @@
 
 #include <edit/json.hpp>
 #include <edit/membername.hpp>
-#include <package/manifest2/webinfo.hpp>
 #include <xovalue/xovalue.hpp>
 
 namespace tool
@@ -32,12 +31,7 @@ void printManifest(Manifest& manifest, Format format, bool isOneOfMany, std::ost
   }
   else
   {
-    out << (isOneOfMany ? "== " + manifest.name + " ==\n" : "") << manifest.fields.package;
-    if (manifest.fields.web.isValid())
-    {
-      out << "Web content\n***********\nPath: " << manifest.fields.web.as<vesk::WebInfo>().path
-          << '\n';
-    }
+    out << (isOneOfMany ? "== " + manifest.name + " ==\n" : "") << manifest.fields;
   }
 }
 } // namespace

@@ -1,0 +1,129 @@
+# SPDX-License-Identifier: Apache-2.0
+"""Many files at once, and Python's threads beside them."""
+
+import faulthandler
+import gc
+import os
+import threading
+from concurrent.futures import ThreadPoolExecutor
+from itertools import chain, count, islice, repeat
+
+import pytest
+import veskpackage
+from conftest import BROKEN, EXAMPLES
+from veskpackage import ManifestError, Package, check_many, load, load_many, loads
+
+MANY = pytest.mark.parametrize("many", [load_many, check_many])
+
+
+def outcome(one):
+    """What came of one file, in what can be compared."""
+    rest = one.package if isinstance(one, veskpackage.Loaded) else (one.findings, one.uuid)
+    return one.path, rest, type(one.error), str(one.error)
+
+
+@MANY
+@pytest.mark.parametrize("jobs", [None, 1, 7])
+def test_results_come_in_the_order_of_the_paths(many, jobs, tmp_path):
+    paths = [*EXAMPLES, tmp_path, *BROKEN, str(tmp_path / "missing"), os.fsencode(EXAMPLES[0])] * 9
+    results = list(many(iter(paths), jobs=jobs))
+    alone = {path: outcome(next(many([path]))) for path in set(paths)}
+    assert [outcome(one) for one in results] == [alone[path] for path in paths]
+    malformed = {ManifestError} if many is load_many else set()
+    assert {type(one.error) for one in results} == malformed | {
+        type(None), IsADirectoryError, FileNotFoundError}
+    assert list(many([], jobs=jobs)) == []
+
+
+def pool_threads():
+    return [thread for thread in threading.enumerate() if thread.name.startswith("veskpackage")]
+
+
+@MANY
+def test_paths_are_asked_for_as_they_are_needed(many):
+    asked = count()
+    results = many((EXAMPLES[next(asked) % len(EXAMPLES)] for _ in repeat(None)), jobs=2)
+    assert next(asked) == 0  # not before the first result is wanted
+    for number, one in enumerate(islice(results, 500), 1):
+        assert one.path is EXAMPLES[number % len(EXAMPLES)]
+    assert next(asked) < 1000
+    results.close()
+    assert list(results) == [] and not pool_threads()
+
+
+@MANY
+def test_an_end_in_the_middle_leaves_no_thread(many):
+    for wrong, error in [((1 // number for number in (1, 0)), ZeroDivisionError), ([None], TypeError)]:
+        with pytest.raises(error):
+            list(many(chain(EXAMPLES * 50, wrong)))
+    results = many(EXAMPLES * 100)
+    next(results)
+    del results
+    gc.collect()
+    assert not pool_threads()
+
+
+@pytest.mark.parametrize("read", [
+    load, veskpackage.check, veskpackage.fix,
+    lambda path: next(load_many([path])), lambda path: next(check_many([path]))])
+def test_others_run_while_a_file_is_read(read, tmp_path):
+    """A pipe gives nothing until another thread has written to it."""
+    faulthandler.dump_traceback_later(60, exit=True)
+    pipe = tmp_path / "pipe"
+    os.mkfifo(pipe)
+    reader = threading.Thread(target=read, args=[pipe])
+    reader.start()
+    with open(pipe, "wb") as end:  # opens when the reader is there, too
+        end.write(b"<package")
+        end.flush()
+        assert reader.is_alive()
+        end.write(b"/>")
+    reader.join()
+    faulthandler.cancel_dump_traceback_later()
+
+
+def test_several_threads_read_one_package():
+    """What is Python's from the first reading on is the same for all."""
+    expected = load(EXAMPLES[-1])
+    for _ in range(30):
+        package = load(EXAMPLES[-1])
+        start = threading.Barrier(8)
+
+        def read(number):
+            start.wait()
+            assert number % 2 or package.dumps() == expected.dumps()
+            parts = [getattr(one, field.name)
+                     for one in (package, *package.behaviors) for field in one._fields]
+            assert package == expected and package.copy() == expected
+            return parts
+
+        with ThreadPoolExecutor(8) as pool:
+            for parts in zip(*pool.map(read, range(8)), strict=True):
+                assert all(one is parts[0] or isinstance(one, str) for one in parts)
+
+
+def test_one_thread_compares_what_another_reads_for_the_first_time():
+    package = load(EXAMPLES[-1])
+
+    class ReadInBetween(Package):
+        __slots__ = ()
+
+        def _whole(self):  # where the interpreter may turn to the other thread
+            assert package.names and package.behaviors
+            return super()._whole()
+
+    assert Package.__eq__(package, ReadInBetween.from_dict(package.to_dict()))
+
+
+def test_threads_work_with_packages_of_their_own(tmp_path):
+    def work(path):
+        for example in EXAMPLES:
+            package = load(example)
+            package.names["de"] = path.name
+            package.save(path)
+            assert load(path) == loads(package.dumps()) == package == package.copy()
+            text = veskpackage.edit(path.read_text("utf-8"), {"names.de": "edited"})
+            assert loads(text).names["de"] == "edited" and not veskpackage.fix(path).count
+
+    with ThreadPoolExecutor(6) as pool:
+        list(pool.map(work, [tmp_path / str(number) for number in range(24)]))
