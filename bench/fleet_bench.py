@@ -37,7 +37,10 @@ def processes(root: int) -> list[Path]:
 
 def busy() -> float:
     """How long processors have worked for this process and all below it, also for those that have ended."""
-    fields = [(process / "stat").read_text().rpartition(")")[2].split() for process in processes(os.getpid())]
+    fields = [
+        (process / "stat").read_text().rpartition(")")[2].split()
+        for process in processes(os.getpid())
+    ]
     return sum(int(ticks) for field in fields for ticks in field[11:15]) / os.sysconf("SC_CLK_TCK")
 
 
@@ -45,7 +48,9 @@ def peaks(root: int) -> dict[str, int]:
     """The peak memory in MiB, summed by program."""
     sums: dict[str, int] = {}
     for process in processes(root):
-        found = re.search(r"^Name:\t(.*)\n(?s:.*)^VmHWM:\s*(\d+)", (process / "status").read_text(), re.MULTILINE)
+        found = re.search(
+            r"^Name:\t(.*)\n(?s:.*)^VmHWM:\s*(\d+)", (process / "status").read_text(), re.MULTILINE
+        )
         if found:
             sums[found[1]] = sums.get(found[1], 0) + int(found[2]) // 1024
     return sums
@@ -58,15 +63,37 @@ def cost(work: Callable[[], object]) -> Cost:
 
 
 def by_tool(folder: Path, count: int, jobs: int) -> Cost:
-    command = ["veskpackage", "show", "--format", "json", "--jobs", str(jobs), "--files-from", f"{count}.txt"]
+    command = [
+        "veskpackage",
+        "show",
+        "--format",
+        "json",
+        "--jobs",
+        str(jobs),
+        "--files-from",
+        f"{count}.txt",
+    ]
     with open(folder / "packages.jsonl", "w") as out:
-        return cost(lambda: subprocess.run(command, cwd=folder, stdout=out, stderr=subprocess.DEVNULL))
+        return cost(
+            lambda: subprocess.run(command, cwd=folder, stdout=out, stderr=subprocess.DEVNULL)
+        )
 
 
 def peak_of_tool(folder: Path) -> dict[str, int]:
     """What it has taken when it has printed half of the packages, which does not grow from there."""
-    command = ["veskpackage", "show", "--format", "json", "--jobs", "2", "--files-from", f"{COUNTS[0]}.txt"]
-    with subprocess.Popen(command, cwd=folder, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL) as tool:
+    command = [
+        "veskpackage",
+        "show",
+        "--format",
+        "json",
+        "--jobs",
+        "2",
+        "--files-from",
+        f"{COUNTS[0]}.txt",
+    ]
+    with subprocess.Popen(
+        command, cwd=folder, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL
+    ) as tool:
         assert tool.stdout
         for _ in range(COUNTS[0] // 2):
             tool.stdout.readline()
@@ -108,6 +135,7 @@ def main(folder: Path) -> None:
         (folder / f"{workers}").mkdir()
         began = time.monotonic()
         with Cluster(folder / f"{workers}", workers) as cluster:
+
             def listed(count: int) -> DataFrame:
                 files = cluster.spark.read.text(f"file:{folder}/{count}.txt")
                 return files.withColumnRenamed("value", "path").repartition(4 * workers)
@@ -119,8 +147,10 @@ def main(folder: Path) -> None:
             by_spark(listed(COUNTS[0]), folder)  # all code is compiled then
             print(f"the first has ended after {time.monotonic() - began:.1f}")
             for name, files in ("paths", listed), ("content", with_content):
-                report(f"Spark, {workers} workers, {name}",
-                       [by_spark(files(count), folder) for count in COUNTS])
+                report(
+                    f"Spark, {workers} workers, {name}",
+                    [by_spark(files(count), folder) for count in COUNTS],
+                )
             print("peak MiB of a worker", peaks(cluster.processes[1].pid))
 
 

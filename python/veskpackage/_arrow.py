@@ -23,10 +23,14 @@ _PLAIN = {"str": pa.string(), "Severity": pa.string(), "bool": pa.bool_(), "int"
 
 _Members = Iterable[tuple[str, str]]
 _ERROR = {name: kind for name, kind in ManifestError.__annotations__.items() if name != "path"}
-_FINDING = {record.__name__: [(field.name, str(field.type)) for field in fields(record)]
-            for record in (Finding, Position, Mend, Edit)}
+_FINDING = {
+    record.__name__: [(field.name, str(field.type)) for field in fields(record)]
+    for record in (Finding, Position, Mend, Edit)
+}
 _RECORDS: Mapping[str, _Members] = {
-    **_core.record_types(), **_FINDING, "ManifestError": _ERROR.items()
+    **_core.record_types(),
+    **_FINDING,
+    "ManifestError": _ERROR.items(),
 }
 
 # Enough rows that making columns of them costs little, and no more text than fits anywhere.
@@ -146,8 +150,10 @@ def _array(values: Sequence[Any], of: Any) -> Any:
     """Values as an array, column by column, which takes a fifth of the time of `pyarrow.array`. A struct is a
     dict or a tuple."""
     if pa.types.is_struct(of):
-        columns = [_array([None if value is None else value[key] for value in values], field.type)
-                   for key, field in zip(_keys(values, of), of)]
+        columns = [
+            _array([None if value is None else value[key] for value in values], field.type)
+            for key, field in zip(_keys(values, of), of)
+        ]
         missing = pa.array([value is None for value in values], pa.bool_())
         return pa.StructArray.from_arrays(columns, fields=list(of), mask=missing)
     if pa.types.is_map(of):

@@ -23,6 +23,8 @@ from .checking import Severity, _options
 if TYPE_CHECKING:
     from pyspark.sql import DataFrame  # type: ignore[import]
 
+__all__ = ["check_packages", "read_packages"]
+
 
 def read_packages(files: DataFrame) -> DataFrame:
     """A row for each file: `file`, its path; `package`, a struct with the fields under their names in JSON; and

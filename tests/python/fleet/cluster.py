@@ -22,14 +22,26 @@ class Cluster:
 
     def __init__(self, folder: Path, workers: int) -> None:
         self.folder = folder
-        os.environ.update(SPARK_LOCAL_IP="127.0.0.1", SPARK_LOCAL_DIRS=str(folder / "local"),
-                          SPARK_DAEMON_MEMORY="256m", PYSPARK_PYTHON=sys.executable)
+        os.environ.update(
+            SPARK_LOCAL_IP="127.0.0.1",
+            SPARK_LOCAL_DIRS=str(folder / "local"),
+            SPARK_DAEMON_MEMORY="256m",
+            PYSPARK_PYTHON=sys.executable,
+        )
         self.processes: list[subprocess.Popen[bytes]] = []
         self.start("master", "--port", "0")
         self.url = self.said(folder / "master.log", r"Starting Spark master at (spark://\S+)")
         for number in range(workers):
-            self.start(f"worker{number}", "--cores", "1", "--memory", "1g",
-                       "--work-dir", str(folder / "work"), self.url)
+            self.start(
+                f"worker{number}",
+                "--cores",
+                "1",
+                "--memory",
+                "1g",
+                "--work-dir",
+                str(folder / "work"),
+                self.url,
+            )
         self.spark: SparkSession = self.session(workers)
 
     def start(self, name: str, *arguments: str) -> None:
@@ -37,10 +49,20 @@ class Cluster:
         kind = name.rstrip("0123456789")
         with open(self.folder / f"{name}.log", "wb") as log:
             process = subprocess.Popen(
-                [home / "bin/spark-class", f"org.apache.spark.deploy.{kind}.{kind.capitalize()}",
-                 "--host", "127.0.0.1", "--webui-port", "0", *arguments],
+                [
+                    home / "bin/spark-class",
+                    f"org.apache.spark.deploy.{kind}.{kind.capitalize()}",
+                    "--host",
+                    "127.0.0.1",
+                    "--webui-port",
+                    "0",
+                    *arguments,
+                ],
                 env={**os.environ, "SPARK_HOME": str(home)},
-                stdout=log, stderr=log, start_new_session=True)
+                stdout=log,
+                stderr=log,
+                start_new_session=True,
+            )
         self.processes.append(process)
         with open(self.folder / "groups", "a") as groups:
             print(process.pid, file=groups)
@@ -53,13 +75,21 @@ class Cluster:
         raise TimeoutError(log.read_text())
 
     def session(self, workers: int) -> SparkSession:
-        local = {"spark.driver.host": "127.0.0.1", "spark.driver.bindAddress": "127.0.0.1",
-                 "spark.ui.enabled": "false",
-                 "spark.sql.warehouse.dir": self.folder / "warehouse"}
-        job = {"spark.cores.max": workers, "spark.executor.memory": "768m", "spark.driver.memory": "1g",
-               "spark.sql.files.openCostInBytes": "64k",
-               "spark.scheduler.minRegisteredResourcesRatio": "1", "spark.ui.showConsoleProgress": "false",
-               "spark.executorEnv.PYTHONPATH": os.environ["PYTHONPATH"]}
+        local = {
+            "spark.driver.host": "127.0.0.1",
+            "spark.driver.bindAddress": "127.0.0.1",
+            "spark.ui.enabled": "false",
+            "spark.sql.warehouse.dir": self.folder / "warehouse",
+        }
+        job = {
+            "spark.cores.max": workers,
+            "spark.executor.memory": "768m",
+            "spark.driver.memory": "1g",
+            "spark.sql.files.openCostInBytes": "64k",
+            "spark.scheduler.minRegisteredResourcesRatio": "1",
+            "spark.ui.showConsoleProgress": "false",
+            "spark.executorEnv.PYTHONPATH": os.environ["PYTHONPATH"],
+        }
         builder: Any = SparkSession.builder
         session: SparkSession = builder.master(self.url).config(map=local | job).getOrCreate()
         session.sparkContext.setLogLevel("OFF")

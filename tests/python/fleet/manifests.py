@@ -38,30 +38,47 @@ def manifest(number: int) -> bytes:
     languages = random.sample(list(WORDS), random.randrange(1, 5))
 
     def texts(element: str, child: str, key: str = "lang") -> str:
-        children = (f"<{child} {key}={quoteattr(language)}>{escape(random.choice(WORDS[language]))}</{child}>"
-                    for language in languages for _ in range(random.choice([0, 1, 1, 2])))
+        children = (
+            f"<{child} {key}={quoteattr(language)}>{escape(random.choice(WORDS[language]))}</{child}>"
+            for language in languages
+            for _ in range(random.choice([0, 1, 1, 2]))
+        )
         return f"<{element}>{''.join(children)}</{element}>"
 
     def version() -> str:
         return random.choice(["", "2", "2.10", "2.9.1", "10.0-beta"])
 
     def behavior(number: int) -> str:
-        parts = [texts("names", "name"), texts("descriptions", "description"), texts("tags", "tag"),
-                 texts("triggerSentences", "sentence"), texts("loadingResponses", "sentence"),
-                 texts("autonomous", "condition", "purpose"), "<userRequestable/>", "<unknown/>",
-                 "<nature>solitary</nature>", "<permissions><canStandUp/><cannot/></permissions>"]
+        parts = [
+            texts("names", "name"),
+            texts("descriptions", "description"),
+            texts("tags", "tag"),
+            texts("triggerSentences", "sentence"),
+            texts("loadingResponses", "sentence"),
+            texts("autonomous", "condition", "purpose"),
+            "<userRequestable/>",
+            "<unknown/>",
+            "<nature>solitary</nature>",
+            "<permissions><canStandUp/><cannot/></permissions>",
+        ]
         chosen = random.sample(parts, random.randrange(len(parts)))
         return f'<behaviorContent path="b/{number}">{"".join(chosen)}</behaviorContent>'
 
     contents = [behavior(number) for number in range(random.choice([0, 1, 1, 2, 3, 12]))]
-    contents += random.sample([
-        '<dialogContent topicName="t"><topic language="en_US" path="d/en"/></dialogContent>',
-        f'<languageContent path="l"><engine name="e" version="1"/>{texts("names", "name")}</languageContent>',
-        '<webContent path="web"/>', "<!-- a comment -->",
-    ], random.randrange(4))
+    contents += random.sample(
+        [
+            '<dialogContent topicName="t"><topic language="en_US" path="d/en"/></dialogContent>',
+            f'<languageContent path="l"><engine name="e" version="1"/>{texts("names", "name")}</languageContent>',
+            '<webContent path="web"/>',
+            "<!-- a comment -->",
+        ],
+        random.randrange(4),
+    )
     sections = [
-        texts("names", "name"), texts("descriptions", "description"),
-        texts("supportedLanguages", "language"), texts("descriptionLanguages", "language"),
+        texts("names", "name"),
+        texts("descriptions", "description"),
+        texts("supportedLanguages", "language"),
+        texts("descriptionLanguages", "language"),
         f"<contents>{''.join(contents)}</contents>",
         f'<requirements><mirelRequirement minVersion="{version()}" maxVersion="{version()}"/>'
         f'<robotRequirement model="m" minHeadVersion="{version()}"/></requirements>',
@@ -69,8 +86,11 @@ def manifest(number: int) -> bytes:
         '<executableFiles><file path="bin/s"/><file path=""/></executableFiles>',
     ]
     random.shuffle(sections)
-    text = f'<package uuid="{number:08}" version="{version()}" author="Zoë">\n' + random.choice(
-        ["\n", "\r\n", "\n  "]).join(sections[random.randrange(4):]) + "\n</package>\n"
+    text = (
+        f'<package uuid="{number:08}" version="{version()}" author="Zoë">\n'
+        + random.choice(["\n", "\r\n", "\n  "]).join(sections[random.randrange(4) :])
+        + "\n</package>\n"
+    )
     if random.random() < 0.03:
         text = random.choice(BROKEN)(text, random)
     encoding = random.choice(ENCODINGS) if random.random() < 0.1 else "utf-8"
