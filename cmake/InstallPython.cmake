@@ -40,11 +40,8 @@ function(vesk_install_python name)
     DIRECTORY ${name}
     DESTINATION ${VESKPACKAGE_PYTHON_DIR}
     COMPONENT python
-    FILES_MATCHING
-    PATTERN "*.py"
-    PATTERN "*.pyi"
-    PATTERN py.typed
-    PATTERN __pycache__ EXCLUDE)
+    PATTERN __pycache__ EXCLUDE
+    PATTERN "*.so" EXCLUDE)
 
   # By which Python's tools know of the package. pip writes its own.
   if(NOT SKBUILD)

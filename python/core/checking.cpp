@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "checking.hpp"
 
-#include "failures.hpp"
+#include "batch.hpp"
 #include "reading.hpp"
+#include "unlocked.hpp"
 #include "values.hpp"
 
 #include <check/fixing.hpp>
@@ -12,7 +13,6 @@
 #include <pybind11/stl.h>
 #include <string>
 #include <utility>
-#include <variant>
 #include <vector>
 
 namespace vesk::python
@@ -89,81 +89,29 @@ check::Options optionsFrom(const std::map<std::string, std::string>& severities,
   return options;
 }
 
-/// Without the lock, since a pipe's other end may be a thread of the same interpreter.
-py::bytes fileBytesUnlocked(const std::string& path)
+py::bytes bytesOfFile(const std::string& path)
 {
-  std::string bytes;
-  {
-    const py::gil_scoped_release unlocked;
-    bytes = fileBytes(path);
-  }
-  return bytes;
+  return unlocked([&] { return fileBytes(path); });
 }
 
 py::tuple checkBytes(const std::string& bytes, const check::Options& options)
 {
-  check::Checked checked;
-  {
-    const py::gil_scoped_release unlocked;
-    checked = check::checkBytes(bytes, options);
-  }
-  return toPython(checked);
-}
-
-using CheckedFile = std::variant<check::Checked, BadManifest, BadFile>;
-
-CheckedFile tryToCheck(const std::string& path, const check::Options& options)
-{
-  try
-  {
-    return check::checkBytes(fileBytes(path), options);
-  }
-  catch (BadManifest& failure)
-  {
-    return std::move(failure);
-  }
-  catch (BadFile& failure)
-  {
-    return std::move(failure);
-  }
+  return toPython(unlocked([&] { return check::checkBytes(bytes, options); }));
 }
 
 /// For each path what was found, or the exception for a file that cannot be read.
-py::list checkAll(const std::vector<std::string>& paths, const check::Options& options)
+py::list checkAll(const std::vector<std::string>& paths, const check::Options& options,
+                  const Stop& stop)
 {
-  std::vector<CheckedFile> all;
-  {
-    const py::gil_scoped_release unlocked;
-    all.reserve(paths.size());
-    for (const std::string& path : paths)
-    {
-      all.push_back(tryToCheck(path, options));
-    }
-  }
-  py::list results;
-  for (const CheckedFile& checked : all)
-  {
-    if (const auto* const found = std::get_if<check::Checked>(&checked))
-    {
-      results.append(toPython(*found));
-    }
-    else
-    {
-      const auto* const malformed = std::get_if<BadManifest>(&checked);
-      results.append(malformed != nullptr ? toException(*malformed)
-                                          : toException(std::get<BadFile>(checked)));
-    }
-  }
-  return results;
+  return forEachPath(
+      paths, stop,
+      [&options](const std::string& path) { return check::checkBytes(fileBytes(path), options); },
+      [](const check::Checked& checked) -> py::object { return toPython(checked); });
 }
 
 py::tuple fixBytes(const std::string& bytes, const check::Options& options)
 {
-  check::Fixed fixed;
-  {
-    const py::gil_scoped_release unlocked;
-    fixed = check::fix(bytes, options);
-  }
+  const check::Fixed fixed = unlocked([&] { return check::fix(bytes, options); });
   return py::make_tuple(py::bytes(fixed.bytes), fixed.count, toPython(fixed.mended));
 }
 
@@ -185,9 +133,9 @@ void defineChecking(py::module_& module)
       .def(py::init(&optionsFrom), py::arg("severities"), py::arg("package_folder"),
            py::arg("most_of_a_rule"));
   module.def("check_bytes", &checkBytes, py::arg("data"), py::arg("options"));
-  module.def("check_all", &checkAll, py::arg("paths"), py::arg("options"));
+  module.def("check_all", &checkAll, py::arg("paths"), py::arg("options"), py::arg("stop"));
   module.def("fix_bytes", &fixBytes, py::arg("data"), py::arg("options"));
-  module.def("file_bytes", &fileBytesUnlocked, py::arg("path"));
+  module.def("file_bytes", &bytesOfFile, py::arg("path"));
   module.def("rules", &rules);
 }
 

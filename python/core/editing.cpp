@@ -2,6 +2,7 @@
 #include "editing.hpp"
 
 #include "failures.hpp"
+#include "unlocked.hpp"
 
 #include <edit/changes.hpp>
 #include <edit/fieldlist.hpp>
@@ -86,14 +87,9 @@ std::string editBytes(const std::string& bytes, const std::vector<Wanted>& chang
 py::bytes edit(const std::string& bytes, const std::vector<Wanted>& changes,
                bool isCommentEntryKept)
 {
-  std::string edited;
-  {
-    const py::gil_scoped_release unlocked;
-    edited =
-        editBytes(bytes, changes,
-                  isCommentEntryKept ? edit::CommentEntries::Stay : edit::CommentEntries::Refuse);
-  }
-  return edited;
+  const auto comments =
+      isCommentEntryKept ? edit::CommentEntries::Stay : edit::CommentEntries::Refuse;
+  return unlocked([&] { return editBytes(bytes, changes, comments); });
 }
 
 py::list fields()
@@ -115,7 +111,8 @@ void defineEditing(py::module_& module)
   module.def("edit", &edit, py::arg("data"), py::arg("changes"), py::arg("keep_comments"));
   module.def(
       "is_utf8",
-      [](const std::string& bytes) { return source::Document::parse(bytes).encoding().isUtf8(); },
+      [](const std::string& bytes)
+      { return unlocked([&] { return source::Document::parse(bytes).encoding().isUtf8(); }); },
       py::arg("data"));
   module.def("fields", &fields);
 }

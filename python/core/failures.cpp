@@ -7,6 +7,7 @@
 #include <edit/fieldpath.hpp>
 
 #include <cstring>
+#include <new>
 
 namespace vesk::python
 {
@@ -25,50 +26,59 @@ py::object pathOrNone(const std::string& path)
   return py::reinterpret_steal<py::object>(decoded);
 }
 
-void raise(const py::object& exception)
+py::object toManifestError(const LoadError& error)
 {
-  PyErr_SetObject(py::type::handle_of(exception).ptr(), exception.ptr());
-}
-
-void translate(std::exception_ptr thrown)
-{
-  try
-  {
-    std::rethrow_exception(std::move(thrown));
-  }
-  catch (const BadManifest& failure)
-  {
-    raise(toException(failure));
-  }
-  catch (const BadFile& failure)
-  {
-    raise(toException(failure));
-  }
-  catch (const BadEdit& failure)
-  {
-    const source::Place place = failure.place.value_or(source::Place{0, 0, 0});
-    raise(errors("EditError")(toText(failure.message), py::none(), place.line, place.utf16Column));
-  }
-  catch (const edit::FieldError& failure)
-  {
-    raise(errors("FieldError")(toText(failure.what())));
-  }
-}
-} // namespace
-
-py::object toException(const BadManifest& failure)
-{
-  const LoadError& error = failure.error;
   logFailure(error);
   return errors("ManifestError")(toText(error.message), pathOrNone(error.path), error.line,
                                  error.column, error.isBeyondLimits);
 }
 
-py::object toException(const BadFile& failure)
+py::object toOsError(const BadFile& failure)
 {
   // Called so, it makes a FileNotFoundError and the like.
   return py::reinterpret_borrow<py::object>(PyExc_OSError)(
       failure.number, toText(std::strerror(failure.number)), pathOrNone(failure.path));
+}
+
+py::object toEditError(const BadEdit& failure)
+{
+  const source::Place place = failure.place.value_or(source::Place{0, 0, 0});
+  return errors("EditError")(toText(failure.message), py::none(), place.line, place.utf16Column);
+}
+
+void translate(std::exception_ptr thrown)
+{
+  const py::object exception = toException(thrown);
+  PyErr_SetObject(py::type::handle_of(exception).ptr(), exception.ptr());
+}
+} // namespace
+
+py::object toException(const std::exception_ptr& thrown)
+{
+  try
+  {
+    std::rethrow_exception(thrown);
+  }
+  catch (const BadManifest& failure)
+  {
+    return toManifestError(failure.error);
+  }
+  catch (const BadFile& failure)
+  {
+    return toOsError(failure);
+  }
+  catch (const BadEdit& failure)
+  {
+    return toEditError(failure);
+  }
+  catch (const edit::FieldError& failure)
+  {
+    return errors("FieldError")(toText(failure.what()));
+  }
+  catch (const std::bad_alloc&)
+  {
+    return py::reinterpret_borrow<py::object>(PyExc_MemoryError)();
+  }
 }
 
 void defineFailures(py::module_&) { py::register_exception_translator(&translate); }

@@ -41,10 +41,9 @@ struct BadEdit : std::exception
   std::optional<source::Place> place;
 };
 
-/// The exception that would be raised, as an object. \{
-py::object toException(const BadManifest& failure);
-py::object toException(const BadFile& failure);
-/// \}
+/// The exception of Python's for one of these, or for memory that ran out, as an object. Throws on any
+/// other.
+py::object toException(const std::exception_ptr& thrown);
 
 void defineFailures(py::module_& module);
 

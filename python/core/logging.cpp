@@ -39,6 +39,10 @@ void forwardLog(const py::function& receive)
     }
     catch (py::error_already_set& error)
     {
+      if (error.matches(PyExc_KeyboardInterrupt))
+      {
+        PyErr_SetInterrupt(); // to be raised where Python goes on
+      }
       error.discard_as_unraisable("a handler of veskpackage's log");
     }
   };

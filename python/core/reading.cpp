@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "reading.hpp"
 
+#include "batch.hpp"
 #include "failures.hpp"
 #include "record.hpp"
+#include "unlocked.hpp"
 #include "values.hpp"
 
 #include <edit/manifest.hpp>
@@ -15,7 +17,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
-#include <variant>
 #include <vector>
 
 namespace vesk::python
@@ -23,6 +24,20 @@ namespace vesk::python
 namespace
 {
 constexpr std::size_t mostBytes = std::size_t(1) << 30;
+
+/// After a failure that is but an interruption by a signal, lets Python handle that, which may throw.
+void requireInterruption(const std::string& path)
+{
+  if (errno != EINTR)
+  {
+    throw BadFile(errno, path);
+  }
+  const py::gil_scoped_acquire lock;
+  if (PyErr_CheckSignals() != 0)
+  {
+    throw py::error_already_set();
+  }
+}
 
 class OpenFile
 {
@@ -34,10 +49,9 @@ public:
     {
       throw BadFile(ENOENT, path);
     }
-    descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0)
+    while ((descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC)) < 0)
     {
-      throw BadFile(errno, path);
+      requireInterruption(path);
     }
   }
   ~OpenFile() { close(descriptor); }
@@ -63,10 +77,7 @@ public:
       {
         return static_cast<std::size_t>(count);
       }
-      if (errno != EINTR)
-      {
-        throw BadFile(errno, path);
-      }
+      requireInterruption(path);
     }
   }
 
@@ -105,79 +116,43 @@ Record recordFromBytes(const std::string& bytes, const std::string& path)
   return recordOf(std::move(manifest), error, path);
 }
 
+Record recordFromFile(const std::string& path) { return recordFromBytes(fileBytes(path), path); }
+
 Record load(const std::string& path)
 {
-  const py::gil_scoped_release unlocked;
-  return recordFromBytes(fileBytes(path), path);
-}
-
-using Loaded = std::variant<Record, BadManifest, BadFile>;
-
-Loaded tryToLoad(const std::string& path)
-{
-  try
-  {
-    return recordFromBytes(fileBytes(path), path);
-  }
-  catch (BadManifest& failure)
-  {
-    return std::move(failure);
-  }
-  catch (BadFile& failure)
-  {
-    return std::move(failure);
-  }
-}
-
-py::object toPython(Loaded& loaded)
-{
-  if (auto* const record = std::get_if<Record>(&loaded))
-  {
-    return py::cast(std::move(*record));
-  }
-  const auto* const malformed = std::get_if<BadManifest>(&loaded);
-  return malformed != nullptr ? toException(*malformed) : toException(std::get<BadFile>(loaded));
+  return unlocked([&] { return recordFromFile(path); });
 }
 
 /// For each path a Record, or the exception that load() would raise.
-py::list loadAll(const std::vector<std::string>& paths)
+py::list loadAll(const std::vector<std::string>& paths, const Stop& stop)
 {
-  std::vector<Loaded> all;
-  {
-    const py::gil_scoped_release unlocked;
-    all.reserve(paths.size());
-    for (const std::string& path : paths)
-    {
-      all.push_back(tryToLoad(path));
-    }
-  }
-  py::list results;
-  for (Loaded& loaded : all)
-  {
-    results.append(toPython(loaded));
-  }
-  return results;
-}
-
-Record readText(const std::string& text)
-{
-  const py::gil_scoped_release unlocked;
-  requireSize(text.size(), {});
-  LoadError error;
-  std::optional<edit::Manifest> manifest = edit::readManifestText(text, error);
-  return recordOf(std::move(manifest), error, {});
+  return forEachPath(paths, stop, recordFromFile,
+                     [](Record record) { return py::cast(std::move(record)); });
 }
 
 Record readBytes(const std::string& bytes)
 {
-  const py::gil_scoped_release unlocked;
-  return recordFromBytes(bytes, {});
+  return unlocked([&] { return recordFromBytes(bytes, {}); });
 }
 
+Record readText(const py::str& text)
+{
+  const std::string bytes = fromText(text);
+  return unlocked(
+      [&]
+      {
+        requireSize(bytes.size(), {});
+        LoadError error;
+        std::optional<edit::Manifest> manifest = edit::readManifestText(bytes, error);
+        return recordOf(std::move(manifest), error, {});
+      });
+}
+
+/// No other thread may use the package meanwhile.
 py::bytes write(const Record& package)
 {
   const auto& manifest = package.value.as<edit::Manifest>();
-  return edit::writeManifest(manifest.package, manifest.web);
+  return unlocked([&] { return edit::writeManifest(manifest.package, manifest.web); });
 }
 } // namespace
 
@@ -206,10 +181,12 @@ std::string fileBytes(const std::string& path)
 void defineReading(py::module_& module)
 {
   module.def("load", &load, py::arg("path"));
-  module.def("load_all", &loadAll, py::arg("paths"));
+  py::class_<Stop>(module, "Stop")
+      .def(py::init<>())
+      .def("set", [](Stop& stop) { stop.isSet = true; });
+  module.def("load_all", &loadAll, py::arg("paths"), py::arg("stop"));
   module.def("read_bytes", &readBytes, py::arg("data"));
-  module.def(
-      "read_text", [](const py::str& text) { return readText(fromText(text)); }, py::arg("text"));
+  module.def("read_text", &readText, py::arg("text"));
   module.def("write", &write, py::arg("package"));
 }
 

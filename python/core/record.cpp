@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "record.hpp"
 
+#include "unlocked.hpp"
 #include "values.hpp"
 
 #include <edit/json.hpp>
@@ -133,12 +134,13 @@ std::string Record::report() const
 
 std::string Record::toJson() const
 {
-  return edit::toJson(value.reference(), -1, edit::friendlyName);
+  return unlocked([this] { return edit::toJson(value.reference(), -1, edit::friendlyName); });
 }
 
 Record Record::fromJson(const std::string& typeName, const std::string& json)
 {
-  return Record(edit::valueFromText(typeNamed(typeName), json, {}));
+  const TypeInterface& type = typeNamed(typeName);
+  return Record(unlocked([&] { return edit::valueFromText(type, json, {}); }));
 }
 
 py::object Record::toVariant() const

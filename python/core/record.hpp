@@ -31,7 +31,7 @@ public:
 
   /// What the tool prints: the report of a package or descriptor, the members of other records.
   std::string report() const;
-  /// As the tool writes it, on one line.
+  /// As the tool writes it, on one line. No other thread may use the record meanwhile.
   std::string toJson() const;
   static Record fromJson(const std::string& typeName, const std::string& json);
 

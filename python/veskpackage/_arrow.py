@@ -16,7 +16,7 @@ from typing import Any
 import pyarrow as pa  # type: ignore[import]
 
 from . import _core
-from .checking import Edit, Finding, Mend, Position
+from .checking import Edit, Finding, Mend, Position, Severity, _options
 from .errors import ManifestError
 
 _PLAIN = {"str": pa.string(), "Severity": pa.string(), "bool": pa.bool_(), "int": pa.int64()}
@@ -71,10 +71,10 @@ def read_batches(batches: Iterable[Any]) -> Iterator[Any]:
 
 
 def check_batches(
-    batches: Iterable[Any], *, severities: Mapping[str, str], most_of_a_rule: int
+    batches: Iterable[Any], *, severities: Mapping[str, Severity], most_of_a_rule: int
 ) -> Iterator[Any]:
     """The rows of FINDINGS for all files."""
-    options = _core.Options(dict(severities), b"", most_of_a_rule)
+    options = _options(severities, "", most_of_a_rule)
     return _in_batches(_findings(batches, options), FINDINGS)
 
 

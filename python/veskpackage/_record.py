@@ -24,7 +24,7 @@ from .containers import (
 
 Held = TypeVar("Held")
 Given = TypeVar("Given")
-Container = TypeVar("Container", bound="CheckedList[Any] | CheckedDict[Any]")
+Container = TypeVar("Container", bound="CheckedList[Any] | CheckedDict[Any, Any]")
 
 
 class Field(Generic[Held, Given]):
@@ -34,6 +34,8 @@ class Field(Generic[Held, Given]):
         self.__doc__ = doc
 
     def __set_name__(self, owner: type[Record], name: str) -> None:
+        if hasattr(self, "name"):
+            return  # another name in a class that stands on the owner
         self.name = name
         first, *others = name.split("_")
         self.json_name = first + "".join(word.capitalize() for word in others)
@@ -57,6 +59,9 @@ class Field(Generic[Held, Given]):
             self._set(record, value)
         except TypeError as error:
             raise TypeError(f"{type(record).__name__}.{self.name}: {error}") from None
+
+    def __delete__(self, record: Record) -> None:
+        raise AttributeError(f"{type(record).__name__}.{self.name} cannot be deleted")
 
     def _get(self, record: Record) -> Any:
         return record._held.get(self.index)
@@ -140,7 +145,7 @@ class Record:
     def __init_subclass__(cls) -> None:
         super().__init_subclass__()
         fields = [field for field in vars(cls).values() if isinstance(field, Field)]
-        if fields:
+        if fields and not cls._fields:
             cls._type_name = cls.__name__
             members = [name for name, _ in _core.record_types()[cls._type_name]]
             for field in fields:
@@ -219,14 +224,15 @@ class Record:
         shown = (f"{name}={value!r}" for name, value in values if value != getattr(empty, name))
         return f"{type(self).__name__}({', '.join(shown)})"
 
-    def __str__(self) -> str:
-        return self._whole().report()
-
 
 class VariantRecord(Record):
-    """A record that has a variant form, for modules that do not know its class."""
+    """A record that has a report, and a variant form for modules that do not know its class."""
 
     __slots__ = ()
+
+    def __str__(self) -> str:
+        """The report: labelled lines for people."""
+        return self._whole().report()
 
     def to_variant(self) -> list[Any]:
         """The variant form: a list of pairs [name, value], of lists, str, bool and None. A package without

@@ -4,15 +4,16 @@
 from __future__ import annotations
 
 import os
-from collections.abc import Iterable, Iterator, Mapping
+import sys
+from collections.abc import Generator, Iterable, Mapping
 from dataclasses import dataclass
 from functools import cache
 from typing import Any, Literal, TypeAlias, cast
 
 from . import _core
-from ._batches import in_order
+from ._batches import checked_jobs, in_order
 from ._files import Path
-from .errors import ManifestError
+from .containers import checked_text
 
 __all__ = [
     "Checked",
@@ -44,7 +45,7 @@ class Rule:
     explanation: str  #: what is wrong, what the readers do with it, and how to mend it
 
 
-@dataclass(frozen=True)
+@dataclass(frozen=True, order=True)
 class Position:
     """A place in the text of a manifest. All are 0 where something is nowhere in the text."""
 
@@ -100,7 +101,7 @@ class Checked:
     path: Path  #: as it was given
     findings: tuple[Finding, ...]  #: in the order of the text
     uuid: str  #: of the package; empty where it has none
-    error: ManifestError | OSError | None = None  #: why the file could not be read, if it could not
+    error: Exception | None = None  #: why the file could not be read, if it could not
 
 
 @cache
@@ -121,8 +122,9 @@ def check(
     `severities` sets how grave the findings of rules are, by tag. Where a `package_folder` is named, paths
     in the manifest are looked up there. At most the first `most_of_a_rule` findings of a rule are given.
 
-    A manifest that is not well-formed is a finding, too. Raises OSError where a file cannot be read, and
-    ValueError for a rule or severity that there is not.
+    A manifest that is not well-formed is a finding, too. Raises OSError where a file cannot be read,
+    ManifestError where one is larger than any manifest can be, and ValueError for a rule or severity that
+    there is not.
     """
     findings, _ = _core.check_bytes(
         _bytes_of(manifest), _options(severities, package_folder, most_of_a_rule)
@@ -137,21 +139,25 @@ def check_many(
     severities: Mapping[str, Severity] = {},
     package_folder: Path = "",
     most_of_a_rule: int = 1000,
-) -> Iterator[Checked]:
+) -> Generator[Checked, None, None]:
     """Checks files on several threads at once, as many as there are processors or `jobs`, and gives the
     results in the order of the paths, as they come. The paths are asked for as they are needed, so there
     can be any number. A file that cannot be read has an `error` and ends nothing."""
     options = _options(severities, package_folder, most_of_a_rule)
+    threads = checked_jobs(paths, jobs)
 
-    def check_all(batch: list[Path]) -> list[Any]:
-        return _core.check_all([os.fsencode(path) for path in batch], options)
+    def work(batch: list[bytes], stop: _core.Stop) -> list[Any]:
+        return _core.check_all(batch, options, stop)
 
-    for path, result in in_order(check_all, paths, jobs):
-        if isinstance(result, (ManifestError, OSError)):
-            yield Checked(path, (), "", result)
-        else:
-            findings, uuid = result
-            yield Checked(path, _findings(findings), uuid)
+    def check_all() -> Generator[Checked, None, None]:
+        for path, result in in_order(work, paths, threads):
+            if isinstance(result, Exception):
+                yield Checked(path, (), "", result)
+            else:
+                findings, uuid = result
+                yield Checked(path, _findings(findings), uuid)
+
+    return check_all()
 
 
 def fix(
@@ -180,7 +186,18 @@ def _bytes_of(manifest: Path | bytes) -> bytes:
 def _options(
     severities: Mapping[str, Severity], package_folder: Path, most_of_a_rule: int
 ) -> _core.Options:
-    return _core.Options(dict(severities), os.fsencode(package_folder), most_of_a_rule)
+    folder = os.fsencode(package_folder)
+    if b"\0" in folder:
+        raise ValueError("package_folder: no folder has a NUL in its name")
+    if not isinstance(most_of_a_rule, int):
+        raise TypeError(f"most_of_a_rule: an int is wanted, not {type(most_of_a_rule).__name__}")
+    if most_of_a_rule < 1:
+        raise ValueError(f"most_of_a_rule: {most_of_a_rule} is less than 1")
+    return _core.Options(
+        {checked_text(tag): checked_text(severity) for tag, severity in severities.items()},
+        folder,
+        min(most_of_a_rule, sys.maxsize),
+    )
 
 
 def _findings(findings: list[Any]) -> tuple[Finding, ...]:

@@ -9,7 +9,7 @@ are equal to plain lists and dicts, can be sliced, sorted, copied, pickled and g
 from __future__ import annotations
 
 from collections.abc import Iterable, Mapping
-from typing import Any, Self, SupportsIndex, TypeVar, overload
+from typing import Any, Generic, Self, SupportsIndex, TypeVar, overload
 
 from . import _core
 
@@ -24,6 +24,8 @@ __all__ = [
 ]
 
 Item = TypeVar("Item")
+Given = TypeVar("Given")
+Items = Mapping[str, Given] | Iterable[tuple[str, Given]]
 
 
 def checked_text(value: object) -> str:
@@ -47,7 +49,7 @@ class CheckedList(list[Item]):
         """Called when items have been put in."""
 
     def _all_checked(self, items: Iterable[Any]) -> list[Item]:
-        if isinstance(items, (str, bytes)):
+        if isinstance(items, (str, bytes)) or not isinstance(items, Iterable):
             raise TypeError(f"a list is wanted, not {type(items).__name__}")
         return [self._checked(item) for item in items]
 
@@ -61,9 +63,12 @@ class CheckedList(list[Item]):
     def _become(self, items: Iterable[Item]) -> None:
         self[:] = items
 
-    def __init__(self, items: Iterable[Item] = ()) -> None:
+    def __init__(self, items: Iterable[Item] = (), /) -> None:
         super().__init__(self._all_checked(items))
         self._settle()
+
+    def __reduce__(self) -> tuple[Any, ...]:
+        return self._trusted, (list(self),)
 
     def append(self, item: Item) -> None:
         super().append(self._checked(item))
@@ -116,6 +121,10 @@ class UniqueTexts(TextList):
 
     __slots__ = ()
 
+    def append(self, item: str) -> None:
+        if self._checked(item) not in self:
+            list.append(self, item)
+
     def _settle(self) -> None:
         unique = dict.fromkeys(self)
         if len(unique) != len(self):
@@ -135,8 +144,8 @@ class Permissions(UniqueTexts):
         return text
 
 
-class CheckedDict(dict[str, Item]):
-    """A dict from texts to certain values only."""
+class CheckedDict(dict[str, Item], Generic[Item, Given]):
+    """A dict from texts to certain values only, made of what is given."""
 
     __slots__ = ()
 
@@ -152,34 +161,39 @@ class CheckedDict(dict[str, Item]):
         return made
 
     def _become(self, items: Mapping[str, Any]) -> None:
+        if not isinstance(items, Mapping):
+            raise TypeError(f"a dict is wanted, not {type(items).__name__}")
         if items is not self:
             given = type(self)(items)
             self.clear()
             super().update(given)
 
-    def __init__(self, items: Any = (), **more: Any) -> None:
+    def __init__(self, items: Items[Given] = (), /, **more: Given) -> None:
         super().__init__()
         self.update(items, **more)
 
-    def __setitem__(self, key: str, value: Any) -> None:
+    def __setitem__(self, key: str, value: Given) -> None:  # type: ignore[override]
         super().__setitem__(checked_text(key), self._checked(value))
 
-    def setdefault(self, key: str, default: Any = None) -> Item:
+    def setdefault(self, key: str, default: Given) -> Item:  # type: ignore[override]
         if key not in self:
             self[key] = default
         return self[key]
 
-    def update(self, items: Any = (), **more: Any) -> None:  # type: ignore[override]
-        given = dict(items, **more)
-        checked = {checked_text(key): self._checked(value) for key, value in given.items()}
-        super().update(checked)
+    def update(self, items: Items[Given] = (), /, **more: Given) -> None:  # type: ignore[override]
+        given: dict[str, Given] = dict(items)
+        given.update(more)
+        super().update({checked_text(key): self._checked(value) for key, value in given.items()})
 
-    def __ior__(self, items: Any) -> Self:  # type: ignore[override, misc]
+    def __ior__(self, items: Items[Given]) -> Self:  # type: ignore[override, misc]
         self.update(items)
         return self
 
+    def __reduce__(self) -> tuple[Any, ...]:
+        return self._trusted, (dict(self),)
 
-class Texts(CheckedDict[str]):
+
+class Texts(CheckedDict[str, str]):
     """Texts by language, such as ``{"en_US": "Hello"}``."""
 
     __slots__ = ()
@@ -188,7 +202,7 @@ class Texts(CheckedDict[str]):
         return checked_text(value)
 
 
-class TextLists(CheckedDict[TextList]):
+class TextLists(CheckedDict[TextList, Iterable[str]]):
     """Lists of texts by language or purpose.
 
     What is put in is copied to a list of its own: ``tags["en_US"] = ["greeting"]`` and then

@@ -4,14 +4,12 @@
 from __future__ import annotations
 
 import os
-from collections.abc import Iterable, Iterator
+from collections.abc import Generator, Iterable
 from dataclasses import dataclass
-from typing import Any
 
 from . import _core
-from ._batches import in_order
+from ._batches import checked_jobs, in_order
 from ._files import Path
-from .errors import ManifestError
 from .package import Package
 
 __all__ = ["Loaded", "load", "load_many", "loads"]
@@ -23,7 +21,7 @@ class Loaded:
 
     path: Path  #: as it was given
     package: Package | None
-    error: ManifestError | OSError | None
+    error: Exception | None
 
 
 def load(path: Path) -> Package:
@@ -45,19 +43,22 @@ def loads(manifest: bytes | bytearray | memoryview | str) -> Package:
     """
     if isinstance(manifest, str):
         return Package._of(_core.read_text(manifest))
-    return Package._of(_core.read_bytes(bytes(memoryview(manifest))))
+    if not isinstance(manifest, (bytes, bytearray, memoryview)):
+        raise TypeError(f"bytes or a str are wanted, not {type(manifest).__name__}")
+    return Package._of(_core.read_bytes(bytes(manifest)))
 
 
-def load_many(paths: Iterable[Path], *, jobs: int | None = None) -> Iterator[Loaded]:
+def load_many(paths: Iterable[Path], *, jobs: int | None = None) -> Generator[Loaded, None, None]:
     """Loads files on several threads at once, as many as there are processors or `jobs`, and gives the
     results in the order of the paths, as they come. The paths are asked for as they are needed, so there
     can be any number. A file that cannot be read has an `error` and ends nothing."""
+    threads = checked_jobs(paths, jobs)
 
-    def load_all(batch: list[Path]) -> list[Any]:
-        return _core.load_all([os.fsencode(path) for path in batch])
+    def load_all() -> Generator[Loaded, None, None]:
+        for path, result in in_order(_core.load_all, paths, threads):
+            if isinstance(result, Exception):
+                yield Loaded(path, None, result)
+            else:
+                yield Loaded(path, Package._of(result), None)
 
-    for path, result in in_order(load_all, paths, jobs):
-        if isinstance(result, (ManifestError, OSError)):
-            yield Loaded(path, None, result)
-        else:
-            yield Loaded(path, Package._of(result), None)
+    return load_all()

@@ -21,19 +21,24 @@ _LEVELS = {
 
 
 def forward_log(logger: logging.Logger | None = None) -> None:
-    """Gives what the runtime logs to a logger, "veskpackage" unless one is given, instead of standard error:
-    to its children by category, with the level there. From then on manifests that cannot be read are
-    logged, beside the exception. Messages can come on any thread."""
-    target = logger or logging.getLogger("veskpackage")
+    """Gives what the runtime logs to Python's loggers, instead of standard error: each category to the
+    logger of its name, such as "veskpackage", or to a child of the one that is given. From then on
+    manifests that cannot be loaded or edited are logged, beside the exception. Messages can come on any thread.
+    """
+    if logger is not None and not isinstance(logger, logging.Logger):
+        raise TypeError(f"a Logger is wanted, not {type(logger).__name__}")
 
     def receive(level: int, category: str, text: str, function: str) -> None:
-        target.getChild(category).log(_LEVELS.get(level, logging.DEBUG), "%s", text)
+        target = logger.getChild(category) if logger else logging.getLogger(category)
+        target.log(_LEVELS.get(level, logging.DEBUG), "%s", text)
 
     _core.forward_log(receive)
-    atexit.register(stop_forwarding_log)  # no message may come when the interpreter is gone
 
 
 def stop_forwarding_log() -> None:
     """Gives what the runtime logs to standard error again, as at the start; that is nothing where this
     package reads manifests."""
     _core.stop_forwarding_log()
+
+
+atexit.register(stop_forwarding_log)  # no message may come when the interpreter is gone

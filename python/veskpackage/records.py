@@ -14,7 +14,7 @@ from ._record import (
     text_lists,
     texts,
 )
-from .containers import Permissions
+from .containers import Permissions, TextList
 
 __all__ = [
     "NATURE_INTERACTIVE",
@@ -76,9 +76,8 @@ class Behavior(VariantRecord):
         """Drops the names and descriptions whose language begins with none of the first, and the tags,
         loading responses and trigger sentences whose language begins with none of the second: "en" keeps
         "en_US", and an empty list drops all."""
-        self._trim(
-            lambda core: core.trim_behavior(list(description_languages), list(supported_languages))
-        )
+        described, supported = TextList(description_languages), TextList(supported_languages)
+        self._trim(lambda core: core.trim_behavior(described, supported))
 
 
 class Dialog(VariantRecord):

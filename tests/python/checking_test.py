@@ -24,16 +24,27 @@ def position(text, offset):
 
 def as_the_tool_says(finding, text):
     def span(begin, end):
-        return {"line": begin.line, "column": begin.column,
-                "endLine": end.line, "endColumn": end.column}
+        return {
+            "line": begin.line,
+            "column": begin.column,
+            "endLine": end.line,
+            "endColumn": end.column,
+        }
 
-    said = {"severity": finding.severity, "tag": finding.rule, "message": finding.message,
-            **span(finding.begin, finding.end), "place": finding.place}
+    said = {
+        "severity": finding.severity,
+        "tag": finding.rule,
+        "message": finding.message,
+        **span(finding.begin, finding.end),
+        "place": finding.place,
+    }
     if finding.mend:
         said["mend"] = {
             "title": finding.mend.title,
-            "edits": [{**span(position(text, one.begin), position(text, one.end)), "text": one.text}
-                      for one in finding.mend.edits],
+            "edits": [
+                {**span(position(text, one.begin), position(text, one.end)), "text": one.text}
+                for one in finding.mend.edits
+            ],
         }
     return said
 
@@ -44,7 +55,7 @@ def as_the_tool_says(finding, text):
     ({"severities": {"description-languages": "hint", "unknown-element": "off"}},
      ["--override", "description-languages=hint", "--override", "unknown-element=off"]),
     ({"package_folder": EXAMPLES[0].parent}, ["--package", EXAMPLES[0].parent]),
-], ids=["plain", "severities", "folder"])
+], ids=["plain", "severities", "folder"])  # fmt: skip
 def test_findings_are_those_of_the_tool(path, options, arguments, tool):
     data = path.read_bytes()
     text = data.decode("utf-8-sig", "replace")
@@ -52,7 +63,9 @@ def test_findings_are_those_of_the_tool(path, options, arguments, tool):
     said = tool("check", "--strict", "--format", "json", *arguments, path)["findings"]
     assert [as_the_tool_says(finding, text) for finding in found] == said
     assert check(data, **options) == check(memoryview(data), **options) == found
-    assert {one.rule for one in check(data, most_of_a_rule=1, **options)} == {one.rule for one in found}
+    assert {one.rule for one in check(data, most_of_a_rule=1, **options)} == {
+        one.rule for one in found
+    }
     (one,) = check_many([path], **options)
     (loaded,) = load_many([path])
     assert (one.path, one.findings, one.error) == (path, tuple(found), None)
@@ -124,17 +137,32 @@ LISTS = st.dictionaries(LANGUAGES, st.just(["text"]))
 )
 def test_trimming_keeps_what_begins_with_a_language(described, supported, texts, lists, read):
     def kept(texts, languages):
-        return {language: text for language, text in texts.items()
-                if any(language.startswith(one) for one in languages)}
+        return {
+            language: text
+            for language, text in texts.items()
+            if any(language.startswith(one) for one in languages)
+        }
 
     def package(keep):
         names = keep(texts, described)
         lists_kept = keep(lists, supported)
         behavior = Behavior(
-            path="b", names=names, descriptions=names, tags=lists_kept, conditions=lists,
-            trigger_sentences=lists_kept, loading_responses=lists_kept)
-        return Package(uuid="u", names=names, descriptions=names, behaviors=[behavior] * 2,
-                       supported_languages=supported, description_languages=described)
+            path="b",
+            names=names,
+            descriptions=names,
+            tags=lists_kept,
+            conditions=lists,
+            trigger_sentences=lists_kept,
+            loading_responses=lists_kept,
+        )
+        return Package(
+            uuid="u",
+            names=names,
+            descriptions=names,
+            behaviors=[behavior] * 2,
+            supported_languages=supported,
+            description_languages=described,
+        )
 
     made = Package.from_dict(package(lambda texts, _: texts).to_dict())
     held = [getattr(one, field, None) for one in (made, *made.behaviors) for field in read]

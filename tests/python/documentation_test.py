@@ -17,12 +17,16 @@ def test_everything_public_is_documented():
         if not isinstance(public, (type, type(veskpackage.load))):
             continue  # a constant or an alias of types, explained in a comment
         own = pydoc.render_doc(public, renderer=pydoc.plaintext)
-        assert public.__doc__ and not public.__doc__.startswith(f"{name}("), name  # as of dataclasses
+        assert public.__doc__ and not public.__doc__.startswith(
+            f"{name}("
+        ), name  # as of dataclasses
         for member in vars(public) if isinstance(public, type) else []:
             value = getattr(public, member)
             if not member.startswith("_") and (callable(value) or hasattr(value, "__get__")):
                 assert member in own and inspect.getdoc(value), (name, member)
-    others = {name for name in vars(veskpackage) if not name.startswith("_")} - {*veskpackage.__all__}
+    others = {name for name in vars(veskpackage) if not name.startswith("_")} - {
+        *veskpackage.__all__
+    }
     assert all(inspect.ismodule(getattr(veskpackage, name)) for name in others), others
 
 

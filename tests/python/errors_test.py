@@ -11,10 +11,12 @@ import pytest
 import veskpackage
 from veskpackage import Behavior, EditError, FieldError, ManifestError, Package, edit
 
+ENDLESS = []
+ENDLESS.append(ENDLESS)
 DEEP = "<p>" * 300
 ENTITIES = f"<!DOCTYPE p [<!ENTITY e '{104857 * 'x'}'>]>\n<p>{11 * '&e;'}</p>"
 MALFORMED = [
-    # What is read, the line and column of the fault, the message, and whether it would cost too much.
+    # What is read, the line and column of the fault, the message, and if it costs too much.
     ("", 1, 1, "unexpected end of file", False),
     ("no element", 1, 1, "error occurred while parsing element", False),
     ("<a></b>", 1, 7, "tag mismatch", False),
@@ -45,9 +47,12 @@ def test_malformed_manifests(tmp_path, text, line, column, message, is_beyond_li
     path = tmp_path / "é𐐷 manifest.xml"
     path.write_text(text, "utf-8")
     for call, given, source in [
-        (veskpackage.loads, text, None), (veskpackage.loads, text.encode(), None),
-        (veskpackage.loads, bytearray(text.encode("utf-16")), None), (edit, text, None),
-        (veskpackage.load, path, path), (veskpackage.load, os.fsencode(path), path),
+        (veskpackage.loads, text, None),
+        (veskpackage.loads, text.encode(), None),
+        (veskpackage.loads, bytearray(text.encode("utf-16")), None),
+        (edit, text, None),
+        (veskpackage.load, path, path),
+        (veskpackage.load, os.fsencode(path), path),
     ]:
         with pytest.raises(ManifestError) as raised:
             call(*[given, {"version": "2"}][: 1 + (call is edit)])
@@ -85,32 +90,30 @@ def test_files_that_cannot_be_read(tmp_path):
             assert str(one.error) == str(raised.value) and one.path is path
 
 
-def test_values_of_no_use():
-    for call, error, message in [
-        (lambda: veskpackage.loads(5), TypeError, "bytes-like"),
-        (lambda: veskpackage.loads([60]), TypeError, "bytes-like"),
-        (lambda: veskpackage.loads("\ud800"), UnicodeEncodeError, "surrogates"),
-        (lambda: veskpackage.load(None), TypeError, "PathLike"),
-        (lambda: veskpackage.check(5), TypeError, "PathLike"),
-        (lambda: veskpackage.check(b"", severities={"no": "off"}), ValueError, "^no rule: no$"),
-        (lambda: veskpackage.fix(b"", severities={"root-name": "bad"}), ValueError, "severity: bad"),
-        (lambda: next(veskpackage.load_many([], jobs=-1)), ValueError, "^jobs is -1$"),
-        (lambda: Package.from_dict({"nams": {}}), FieldError, "^nams: .*did you mean names"),
-        (lambda: Package.from_dict({"behaviors": [{"tags": {"en": "x"}}]}), FieldError,
-         r"^behaviors\[0\].tags.en: takes a JSON array"),
-        (lambda: Package.from_dict({"uuid": None}), FieldError, "^uuid: takes a JSON string"),
-        (lambda: Package.from_dict({"web": {"path": 1}}), FieldError, "path: takes"),
-        (lambda: Behavior.from_dict({"path": object()}), TypeError, "JSON"),
-        (lambda: Package.from_variant([["uuid", 5]]), TypeError, "^a list, str, bool or None"),
-        (lambda: Package.from_variant(endless), RecursionError, "variant"),
-        (lambda: Package(nams={}), TypeError, "nams"),
-    ]:
-        endless = []
-        endless.append(endless)
-        with pytest.raises(error, match=message) as raised:
-            call()
-        assert type(raised.value) is error
-        travelled(raised.value)
+@pytest.mark.parametrize("call, error, message", [
+    (lambda: veskpackage.loads(5), TypeError, "bytes or a str"),
+    (lambda: veskpackage.loads([60]), TypeError, "bytes or a str"),
+    (lambda: veskpackage.loads("\ud800"), UnicodeEncodeError, "surrogates"),
+    (lambda: veskpackage.load(None), TypeError, "PathLike"),
+    (lambda: veskpackage.check(5), TypeError, "PathLike"),
+    (lambda: veskpackage.check(b"", severities={"no": "off"}), ValueError, "^no rule: no$"),
+    (lambda: veskpackage.fix(b"", severities={"root-name": "bad"}), ValueError, "severity: bad"),
+    (lambda: next(veskpackage.load_many([], jobs=-1)), ValueError, "jobs: -1 is less than 1"),
+    (lambda: Package.from_dict({"nams": {}}), FieldError, "^nams: .*did you mean names"),
+    (lambda: Package.from_dict({"behaviors": [{"tags": {"en": "x"}}]}), FieldError,
+     r"^behaviors\[0\].tags.en: takes a JSON array"),
+    (lambda: Package.from_dict({"uuid": None}), FieldError, "^uuid: takes a JSON string"),
+    (lambda: Package.from_dict({"web": {"path": 1}}), FieldError, "path: takes"),
+    (lambda: Behavior.from_dict({"path": object()}), TypeError, "JSON"),
+    (lambda: Package.from_variant([["uuid", 5]]), TypeError, "^a list, str, bool or None"),
+    (lambda: Package.from_variant(ENDLESS), RecursionError, "variant"),
+    (lambda: Package(nams={}), TypeError, "nams"),
+])  # fmt: skip
+def test_values_of_no_use(call, error, message):
+    with pytest.raises(error, match=message) as raised:
+        call()
+    assert type(raised.value) is error
+    travelled(raised.value)
 
 
 COMMENTED = "<package version='1'>𐐷<names><!-- -->\n<name lang='en'>a</name></names></package>"
@@ -128,7 +131,7 @@ COMMENTED = "<package version='1'>𐐷<names><!-- -->\n<name lang='en'>a</name><
     ({1: "x"}, TypeError, "a str is wanted, not int", None),
     ({"version": "\ud800"}, UnicodeEncodeError, "surrogates", None),
     ({"version": b"2"}, TypeError, "JSON", None),
-])
+])  # fmt: skip
 def test_edits_that_cannot_be_made(changes, error, message, place):
     for text in (COMMENTED, COMMENTED.encode()):
         with pytest.raises(error, match=message) as raised:
@@ -150,12 +153,13 @@ def test_the_log_is_pythons_when_asked_for(caplog, capfd):
         caplog.clear()
         return records
 
-    messages = ["a manifest:1:7: tag mismatch", f"{__file__}:1:1: error occurred while parsing element"]
+    fault = "error occurred while parsing element"
+    messages = ["a manifest:1:7: tag mismatch", f"{__file__}:1:1: {fault}"]
     assert logged() == []
     try:
         for logger in (None, logging.getLogger("mine")):  # instead of, not beside, the first
             veskpackage.forward_log(logger)
-            category = f"{logger.name if logger else 'veskpackage'}.veskpackage"
+            category = f"{logger.name}.veskpackage" if logger else "veskpackage"
             assert logged() == [(category, logging.ERROR, message) for message in messages]
         with ThreadPoolExecutor(3) as pool:  # which log while this one starts and stops
             running = [pool.submit(lambda: [read() for _ in range(50)]) for _ in range(3)]

@@ -69,7 +69,9 @@ def test_copies_are_equal_and_share_nothing(record):
     made = sample(record)
     before = made.to_dict()
     for again in (
-        copy.copy, copy.deepcopy, type(made).copy,
+        copy.copy,
+        copy.deepcopy,
+        type(made).copy,
         lambda one: pickle.loads(pickle.dumps(one, 2)),
         lambda one: pickle.loads(pickle.dumps(one)),
         lambda one: type(one).from_dict(one.to_dict()),

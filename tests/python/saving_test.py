@@ -61,12 +61,18 @@ def test_after_a_fault_all_is_as_before(folder, monkeypatch, fault, error):
 
 
 def test_what_is_no_file_stays_what_it_is(folder):
-    for place, error in [("", IsADirectoryError), ("missing/x", FileNotFoundError), ("x\0", ValueError),
-                         ("manifest.xml/x", NotADirectoryError), ("x" * 256, OSError)]:
+    for place, error in [
+        ("", IsADirectoryError),
+        ("x\0", ValueError),
+        ("manifest.xml/x", NotADirectoryError),
+        ("x" * 256, OSError),
+    ]:
         with pytest.raises(error):
             PACKAGE.save(f"{folder()}/{place}")
-    with pytest.raises(OSError, match="No space left"):
-        PACKAGE.save("/dev/full")
+    for path, number in ((folder() / "missing/x", errno.ENOENT), ("/dev/full", errno.ENOSPC)):
+        with pytest.raises(OSError) as raised:
+            PACKAGE.save(path)
+        assert (raised.value.errno, raised.value.filename) == (number, str(path))
     pipe = folder("pipe") / "pipe"
     os.mkfifo(pipe)
     writer = threading.Thread(target=PACKAGE.save, args=[pipe])

@@ -4,6 +4,8 @@
 import faulthandler
 import gc
 import os
+import subprocess
+import sys
 import threading
 from concurrent.futures import ThreadPoolExecutor
 from itertools import chain, count, islice, repeat
@@ -31,7 +33,10 @@ def test_results_come_in_the_order_of_the_paths(many, jobs, tmp_path):
     assert [outcome(one) for one in results] == [alone[path] for path in paths]
     malformed = {ManifestError} if many is load_many else set()
     assert {type(one.error) for one in results} == malformed | {
-        type(None), IsADirectoryError, FileNotFoundError}
+        type(None),
+        IsADirectoryError,
+        FileNotFoundError,
+    }
     assert list(many([], jobs=jobs)) == []
 
 
@@ -52,10 +57,32 @@ def test_paths_are_asked_for_as_they_are_needed(many):
 
 
 @MANY
-def test_an_end_in_the_middle_leaves_no_thread(many):
-    for wrong, error in [((1 // number for number in (1, 0)), ZeroDivisionError), ([None], TypeError)]:
+def test_what_is_no_path_has_an_error_and_no_wrong_argument_waits(many):
+    odd = [None, "a\ud800", "a\0b"]
+    results = list(many(chain(EXAMPLES, odd, EXAMPLES)))
+    assert [type(one.error) for one in results if one.error] == [
+        TypeError,
+        UnicodeEncodeError,
+        FileNotFoundError,
+    ]
+    assert len(results) == 2 * len(EXAMPLES) + len(odd)
+    for paths, jobs, error in [
+        ("name", 1, TypeError),
+        (5, 1, TypeError),
+        ([], 0, ValueError),
+        ([], 1.5, TypeError),
+    ]:
         with pytest.raises(error):
-            list(many(chain(EXAMPLES * 50, wrong)))
+            many(paths, jobs=jobs)
+
+
+@MANY
+def test_an_end_in_the_middle_leaves_no_thread(many):
+    given = []
+    with pytest.raises(ZeroDivisionError):
+        for one in many(chain(EXAMPLES * 50, (1 // zero for zero in [0]))):
+            given.append(one)
+    assert len(given) == len(EXAMPLES) * 50  # all that came before
     results = many(EXAMPLES * 100)
     next(results)
     del results
@@ -63,9 +90,16 @@ def test_an_end_in_the_middle_leaves_no_thread(many):
     assert not pool_threads()
 
 
-@pytest.mark.parametrize("read", [
-    load, veskpackage.check, veskpackage.fix,
-    lambda path: next(load_many([path])), lambda path: next(check_many([path]))])
+@pytest.mark.parametrize(
+    "read",
+    [
+        load,
+        veskpackage.check,
+        veskpackage.fix,
+        lambda path: next(load_many([path])),
+        lambda path: next(check_many([path])),
+    ],
+)
 def test_others_run_while_a_file_is_read(read, tmp_path):
     """A pipe gives nothing until another thread has written to it."""
     faulthandler.dump_traceback_later(60, exit=True)
@@ -92,8 +126,11 @@ def test_several_threads_read_one_package():
         def read(number):
             start.wait()
             assert number % 2 or package.dumps() == expected.dumps()
-            parts = [getattr(one, field.name)
-                     for one in (package, *package.behaviors) for field in one._fields]
+            parts = [
+                getattr(one, field.name)
+                for one in (package, *package.behaviors)
+                for field in one._fields
+            ]
             assert package == expected and package.copy() == expected
             return parts
 
@@ -127,3 +164,14 @@ def test_threads_work_with_packages_of_their_own(tmp_path):
 
     with ThreadPoolExecutor(6) as pool:
         list(pool.map(work, [tmp_path / str(number) for number in range(24)]))
+
+
+def test_the_end_of_the_interpreter_is_the_end_of_daemons():
+    work = "while True: v.loads(data), v.check(data), v.edit(data, {'version': '2'})"
+    program = f"""import threading, time, veskpackage as v
+data = open({str(EXAMPLES[-1])!r}, "rb").read()
+for _ in range(4):
+    threading.Thread(target=exec, args=({work!r}, globals()), daemon=True).start()
+time.sleep(0.1)"""
+    for _ in range(4):
+        subprocess.run([sys.executable, "-c", program], check=True, timeout=60)

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 """Never run: what mypy must take, with the right types, and what it must refuse."""
 
-from collections.abc import Iterator
+from collections.abc import Generator
 from pathlib import Path
 from typing import Any, assert_type
 
@@ -34,7 +34,7 @@ assert_type(package.to_dict(), dict[str, Any])
 assert_type(Package.from_dict({}), Package)
 assert_type(Behavior.from_variant([]), Behavior)
 assert_type(veskpackage.load(Path("p")), Package)
-assert_type(veskpackage.load_many(["p", Path("p")]), Iterator[veskpackage.Loaded])
+assert_type(veskpackage.load_many(["p", Path("p")]), Generator[veskpackage.Loaded, None, None])
 assert_type(veskpackage.check(b"")[0].begin.line, int)
 assert_type(veskpackage.edit("text", {"version": "2"}), str)
 assert_type(veskpackage.edit(b"text", {"version": "2"}), bytes)
