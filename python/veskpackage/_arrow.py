@@ -97,11 +97,12 @@ def _findings(batches: Iterable[Any], options: _core.Options) -> _Rows:
     for file, content in _files(batches):
         try:
             data = _core.file_bytes(_local(file)) if content is None else content
+            findings, _ = _core.check_bytes(data, options)
         except (ManifestError, OSError) as error:
             message = _failure(error)[0]
             yield 0, (file, "unreadable", "error", message, _NOWHERE, _NOWHERE, "", None)
         else:
-            for finding in _core.check_bytes(data, options)[0]:
+            for finding in findings:
                 yield 0, (file, *finding)
 
 
