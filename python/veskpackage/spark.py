@@ -1,0 +1,59 @@
+# SPDX-License-Identifier: Apache-2.0
+"""Packages and findings as dataframes of Apache Spark, for more manifests than one machine should read.
+
+>>> from veskpackage.spark import check_packages, read_packages
+>>> files = spark.read.format("binaryFile").load("s3a://store/*/manifest.xml")
+>>> read_packages(files).select("file", "package.uuid", "package.version").show()
+
+Both functions take a dataframe with a column `path`, and one `content` with the bytes of each file, as Spark
+reads with the format "binaryFile". Without that column, or where it is null, the workers open the paths
+themselves: then these are paths that each worker has, also written as "file:/...".
+
+Needs PySpark and PyArrow; the workers need this package as well. The work is done when Spark asks for rows.
+"""
+
+from __future__ import annotations
+
+from collections.abc import Callable, Mapping
+from functools import partial
+from typing import TYPE_CHECKING, Any
+
+from .checking import Severity, _options
+
+if TYPE_CHECKING:
+    from pyspark.sql import DataFrame  # type: ignore[import]
+
+__all__ = ["check_packages", "read_packages"]
+
+
+def read_packages(files: DataFrame) -> DataFrame:
+    """A row for each file: `file`, its path; `package`, a struct with the fields under their names in JSON; and
+    `error`, null where all is well, or why there is no package: a struct of `message`, `line`, `column` and
+    `is_beyond_limits`, as ManifestError has them. Line and column are 0 where a file cannot be opened.
+    """
+    from ._arrow import PACKAGES, read_batches
+
+    return _mapped(files, read_batches, PACKAGES)
+
+
+def check_packages(
+    files: DataFrame, *, severities: Mapping[str, Severity] = {}, most_of_a_rule: int = 1000
+) -> DataFrame:
+    """A row for each finding of each file: `file`, its path, and the members of a Finding, with structs for
+    `begin`, `end` and `mend`. A file that cannot be read is a row of the rule "unreadable". The rows of a file
+    are in the order of its text. Options are those of `veskpackage.check`.
+
+    Raises ValueError for a rule or severity that there is not.
+    """
+    from ._arrow import FINDINGS, check_batches
+
+    _options(severities, "", most_of_a_rule)
+    check = partial(check_batches, severities=dict(severities), most_of_a_rule=most_of_a_rule)
+    return _mapped(files, check, FINDINGS)
+
+
+def _mapped(files: DataFrame, work: Callable[..., Any], schema: Any) -> DataFrame:
+    from pyspark.sql.pandas.types import from_arrow_schema  # type: ignore[import]
+
+    columns = [name for name in files.columns if name == "content"]
+    return files.select("path", *columns).mapInArrow(work, from_arrow_schema(schema))
