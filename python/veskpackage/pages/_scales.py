@@ -80,8 +80,11 @@ class Scale:
         is_roomy = last < 10 and sum(map(len, self.labels)) <= 45
         anchors = {last: "end", 0: "start"}
         return [
-            Mark(self.at(rank), label if is_roomy or rank in anchors else "",
-                 "middle" if is_roomy else anchors.get(rank, ""))
+            Mark(
+                self.at(rank),
+                label if is_roomy or rank in anchors else "",
+                "middle" if is_roomy else anchors.get(rank, ""),
+            )
             for rank, label in enumerate(self.labels)
             if last < 40 or rank in anchors
         ]

@@ -43,7 +43,7 @@ class Complaint:
     """A manifest that no reader takes; it has a page all the same."""
 
     path: str
-    error: ManifestError | OSError
+    error: Exception
 
     def __str__(self) -> str:
         place = ""
@@ -207,7 +207,7 @@ def _excerpts(checked: Checked) -> Excerpts | None:
         return None
 
 
-def _message(error: ManifestError | OSError) -> str:
+def _message(error: Exception) -> str:
     """Without the path, which would say where the manifest lies."""
     if isinstance(error, ManifestError):
         return error.message
