@@ -211,7 +211,8 @@ def _message(error: Exception) -> str:
     """Without the path, which would say where the manifest lies."""
     if isinstance(error, ManifestError):
         return error.message
-    return error.strerror or type(error).__name__
+    reason = error.strerror if isinstance(error, OSError) else None
+    return reason or type(error).__name__
 
 
 def _index(
