@@ -114,3 +114,4 @@ class Cluster:
             if process.poll() is None:
                 os.killpg(process.pid, signal.SIGKILL)
             process.wait()
+        (self.folder / "groups").unlink()  # whose numbers may soon be those of others
