@@ -67,6 +67,7 @@ what it needs, and what it holds.")
 math(EXPR next_minor "${Python_VERSION_MINOR} + 1")
 set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-veskpackage)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
+set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS python3-jinja2)
 set(CPACK_COMPONENT_PYTHON_DEPENDS library)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
     "python3 (>= 3.${Python_VERSION_MINOR}~), python3 (<< 3.${next_minor})")
