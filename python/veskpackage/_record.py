@@ -89,12 +89,11 @@ class PartField(Field[Held, Given]):
         return value
 
     def _get(self, record: Record) -> Any:
-        try:
+        if self.name in record._parts:
             return record._parts[self.name]
-        except KeyError:
-            # Another thread may do the same, and be first. What C++ has stays there, out of date.
-            made = self._from_core(record._held.get(self.index))
-            return record._parts.setdefault(self.name, made)
+        # Another thread may do the same, and be first. What C++ has stays there, out of date.
+        made = self._from_core(record._held.get(self.index))
+        return record._parts.setdefault(self.name, made)
 
 
 class ContainerField(PartField[Container, Given]):

@@ -36,6 +36,9 @@ def checked_text(value: object) -> str:
     return value
 
 
+_update: Any = dict.update
+
+
 class CheckedList(list[Item]):
     """A list that takes certain items only."""
 
@@ -57,7 +60,7 @@ class CheckedList(list[Item]):
     def _trusted(cls, items: list[Item]) -> Self:
         """With items that come out of a record."""
         made = cls.__new__(cls)
-        super(CheckedList, made).extend(items)
+        list.extend(made, items)
         return made
 
     def _become(self, items: Iterable[Item]) -> None:
@@ -157,7 +160,7 @@ class CheckedDict(dict[str, Item], Generic[Item, Given]):
     def _trusted(cls, items: dict[str, Any]) -> Self:
         """With items that come out of a record."""
         made = cls.__new__(cls)
-        super(CheckedDict, made).update(items)
+        _update(made, items)
         return made
 
     def _become(self, items: Mapping[str, Any]) -> None:
