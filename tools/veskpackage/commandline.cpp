@@ -147,7 +147,7 @@ void CommandLine::addGet()
   addInputs(*verb, getOptions.inputs,
             "Manifests, and behind them fields, as in version, 'behaviors[0].path' or "
             "'behaviors[*].path'; what exists, contains a / or ends in .xml is a manifest",
-            "FILE... FIELD");
+            "FILE...FIELD");
   addFormat(*verb, getOptions.format, false,
             "text (texts as they are, anything else as json; the default), or json (file, "
             "field and value, a line each)");
@@ -167,7 +167,7 @@ void CommandLine::addSet()
   addInputs(*verb, setOptions.inputs,
             "Manifests, and FIELD=VALUE any number of times behind them; the name of a manifest "
             "with a = starts with ./, ../ or /",
-            "FILE... FIELD=VALUE");
+            "FILE...ASSIGNMENT");
   addTargetInPlace(*verb, setOptions.target);
   addExample(*verb, "veskpackage set manifest.xml version=1.3 names.fr_FR=Bonjour");
   verb->callback(
@@ -187,7 +187,7 @@ void CommandLine::addUnset()
       *verb, unsetOptions.inputs,
       "Manifests, and behind them fields: a text, an entry of a map, an element of a list, or "
       "a whole map or list",
-      "FILE... FIELD");
+      "FILE...FIELD");
   addTargetInPlace(*verb, unsetOptions.target);
   addExample(*verb, "veskpackage unset manifest.xml author 'behaviors[*].names.fr_FR'");
   verb->callback(
