@@ -85,7 +85,7 @@ void parseSource(benchmark::State& state)
   const ManifestFile manifest(state);
   while (state.KeepRunning())
   {
-    const auto document = vesk::source::Document::parse(contentOf(manifest.path));
+    auto document = vesk::source::Document::parse(contentOf(manifest.path));
     benchmark::DoNotOptimize(document);
   }
 }
