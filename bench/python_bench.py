@@ -22,7 +22,7 @@ from time import perf_counter_ns
 from typing import Any
 from xml.etree import ElementTree
 
-import lxml.etree  # type: ignore[import]
+import lxml.etree  # type: ignore
 
 SOURCE = Path(__file__).resolve().parents[1]
 BUILD = Path(sys.argv[1] if len(sys.argv) > 1 else SOURCE / "build/release")

@@ -128,12 +128,14 @@ struct ProgramRun
   std::string err;
 };
 
-/// Runs a program with \p input, and \p environment ("NAME=value") added to this process's.
+/// Runs a program with \p input, and \p environment ("NAME=value") added to this process's. What a
+/// shell's own programs take for characters is the same everywhere.
 inline ProgramRun runProgram(const QString& program, const QStringList& arguments,
                              const std::string& input = {}, const QStringList& environment = {})
 {
   QProcess process;
-  process.setEnvironment(QProcess::systemEnvironment() + environment);
+  process.setEnvironment(QProcess::systemEnvironment() + QStringList("LC_ALL=C.UTF-8") +
+                         environment);
   process.start(program, arguments);
   process.write(input.data(), static_cast<qint64>(input.size()));
   process.closeWriteChannel();

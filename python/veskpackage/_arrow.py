@@ -13,7 +13,7 @@ from dataclasses import fields
 from itertools import accumulate
 from typing import Any
 
-import pyarrow as pa  # type: ignore[import]
+import pyarrow as pa  # type: ignore
 
 from . import _core
 from .checking import Edit, Finding, Mend, Position, Severity, _options

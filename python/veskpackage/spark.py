@@ -21,7 +21,7 @@ from typing import TYPE_CHECKING, Any
 from .checking import Severity, _options
 
 if TYPE_CHECKING:
-    from pyspark.sql import DataFrame  # type: ignore[import]
+    from pyspark.sql import DataFrame  # type: ignore
 
 __all__ = ["check_packages", "read_packages"]
 
@@ -53,7 +53,7 @@ def check_packages(
 
 
 def _mapped(files: DataFrame, work: Callable[..., Any], schema: Any) -> DataFrame:
-    from pyspark.sql.pandas.types import from_arrow_schema  # type: ignore[import]
+    from pyspark.sql.pandas.types import from_arrow_schema  # type: ignore
 
     columns = [name for name in files.columns if name == "content"]
     return files.select("path", *columns).mapInArrow(work, from_arrow_schema(schema))
