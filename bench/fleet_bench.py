@@ -62,37 +62,25 @@ def cost(work: Callable[[], object]) -> Cost:
     return time.monotonic() - began, busy() - was_busy
 
 
+def shown(count: int, jobs: int) -> list[str]:
+    """The tool's command that shows so many packages."""
+    listed = ["--files-from", f"{count}.txt"]
+    return ["veskpackage", "show", "--format", "json", "--jobs", str(jobs), *listed]
+
+
 def by_tool(folder: Path, count: int, jobs: int) -> Cost:
-    command = [
-        "veskpackage",
-        "show",
-        "--format",
-        "json",
-        "--jobs",
-        str(jobs),
-        "--files-from",
-        f"{count}.txt",
-    ]
     with open(folder / "packages.jsonl", "w") as out:
         return cost(
-            lambda: subprocess.run(command, cwd=folder, stdout=out, stderr=subprocess.DEVNULL)
+            lambda: subprocess.run(
+                shown(count, jobs), cwd=folder, stdout=out, stderr=subprocess.DEVNULL
+            )
         )
 
 
 def peak_of_tool(folder: Path) -> dict[str, int]:
     """What it has taken when it has printed half of the packages, which does not grow from there."""
-    command = [
-        "veskpackage",
-        "show",
-        "--format",
-        "json",
-        "--jobs",
-        "2",
-        "--files-from",
-        f"{COUNTS[0]}.txt",
-    ]
     with subprocess.Popen(
-        command, cwd=folder, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL
+        shown(COUNTS[0], 2), cwd=folder, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL
     ) as tool:
         assert tool.stdout
         for _ in range(COUNTS[0] // 2):

@@ -36,6 +36,7 @@ def checked_text(value: object) -> str:
     return value
 
 
+# Past a subclass's own update(), for which mypy wants other arguments.
 _update: Any = dict.update
 
 
