@@ -46,6 +46,8 @@ py::object toEditError(const BadEdit& failure)
   return errors("EditError")(toText(failure.message), py::none(), place.line, place.utf16Column);
 }
 
+// By value, as pybind11 calls it.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void translate(std::exception_ptr thrown)
 {
   const py::object exception = toException(thrown);
