@@ -114,7 +114,10 @@ Record::Record(const std::string& typeName) : value(typeNamed(typeName)) {}
 
 std::string Record::typeName() const { return kindOf(*value.type()); }
 
-py::object Record::get(std::size_t index) const { return toPython(value.member(index)); }
+py::object Record::get(std::size_t index, py::handle outer, py::handle inner) const
+{
+  return toPython(value.member(index), outer, inner);
+}
 
 void Record::set(std::size_t index, py::handle given) { fromPython(value.member(index), given); }
 
@@ -216,7 +219,8 @@ void defineRecord(py::module_& module)
   py::class_<Record>(module, "Record")
       .def(py::init<const std::string&>(), py::arg("type_name"))
       .def_property_readonly("type_name", &Record::typeName)
-      .def("get", &Record::get, py::arg("index"))
+      .def("get", &Record::get, py::arg("index"), py::arg("outer") = py::none(),
+           py::arg("inner") = py::none())
       .def("set", &Record::set, py::arg("index"), py::arg("value"))
       .def("copy", [](const Record& record) { return Record(record.value); })
       .def("__eq__",

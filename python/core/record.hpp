@@ -25,7 +25,7 @@ public:
   std::string typeName() const;
 
   /// A copy of a member, as toPython() makes it. Throws IndexError.
-  py::object get(std::size_t index) const;
+  py::object get(std::size_t index, py::handle outer = Py_None, py::handle inner = Py_None) const;
   /// Throws TypeError for what is no value of the member; a list or map may be half changed then.
   void set(std::size_t index, py::handle given);
 

@@ -31,6 +31,19 @@ public:
                        py::str(py::type::handle_of(given).attr("__name__")).cast<std::string>());
 }
 
+/// Made past the constructor of the class, which looks at every item.
+template <typename Container>
+Container emptyOf(PyTypeObject& base, py::handle type)
+{
+  auto* const wanted = type.is_none() ? &base : reinterpret_cast<PyTypeObject*>(type.ptr());
+  PyObject* const made = base.tp_new(wanted, py::tuple().ptr(), nullptr);
+  if (made == nullptr)
+  {
+    throw py::error_already_set();
+  }
+  return py::reinterpret_steal<Container>(made);
+}
+
 void fillList(const AnyReference& list, py::handle given)
 {
   list.clear();
@@ -82,7 +95,7 @@ std::string fromText(py::handle text)
   return {bytes, static_cast<std::size_t>(size)};
 }
 
-py::object toPython(const AnyConstReference& value)
+py::object toPython(const AnyConstReference& value, py::handle outer, py::handle inner)
 {
   if (!value.isValid())
   {
@@ -95,18 +108,22 @@ py::object toPython(const AnyConstReference& value)
   case TypeKind::String:
     return toText(value.as<std::string>());
   case TypeKind::List: {
-    py::list list;
+    auto list = emptyOf<py::list>(PyList_Type, outer);
     for (const AnyConstReference& element : value.elements())
     {
-      list.append(toPython(element));
+      list.append(toPython(element, inner));
     }
     return list;
   }
   case TypeKind::Map: {
-    py::dict map;
+    const auto map = emptyOf<py::dict>(PyDict_Type, outer);
     for (const auto& [key, item] : value.entries())
     {
-      map[toText(key.as<std::string>())] = toPython(item);
+      const py::str text = toText(key.as<std::string>());
+      if (PyDict_SetItem(map.ptr(), text.ptr(), toPython(item, inner).ptr()) != 0)
+      {
+        throw py::error_already_set();
+      }
     }
     return map;
   }

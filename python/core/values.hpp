@@ -23,7 +23,10 @@ py::str toText(std::string_view bytes);
 std::string fromText(py::handle text);
 
 /// A copy: str, bool, list, dict, a Record for a struct, and None for an AnyValue that holds nothing.
-py::object toPython(const AnyConstReference& value);
+/// A list or dict can be made as a class that stands on it, and the lists or dicts in it as another:
+/// their items are put in past what these do.
+py::object toPython(const AnyConstReference& value, py::handle outer = Py_None,
+                    py::handle inner = Py_None);
 
 /// Makes the viewed value what \p given is, in the forms that toPython() gives. Throws TypeError where
 /// that does not fit, with \p value half changed.

@@ -85,15 +85,16 @@ class FlagField(Field[bool, bool]):
 class PartField(Field[Held, Given]):
     """A field that is Python's once it has been read."""
 
-    def _from_core(self, value: Any) -> Any:
-        return value
+    def _made(self, core: _core.Record) -> Any:
+        """Python's part, of what the C++ record has."""
+        return core.get(self.index)
 
     def _get(self, record: Record) -> Any:
-        if self.name in record._parts:
-            return record._parts[self.name]
+        parts = record._parts
+        if self.name in parts:
+            return parts[self.name]
         # Another thread may do the same, and be first. What C++ has stays there, out of date.
-        made = self._from_core(record._held.get(self.index))
-        return record._parts.setdefault(self.name, made)
+        return parts.setdefault(self.name, self._made(record._held))
 
 
 class ContainerField(PartField[Container, Given]):
@@ -103,8 +104,8 @@ class ContainerField(PartField[Container, Given]):
         super().__init__(doc)
         self.container: Any = container
 
-    def _from_core(self, value: Any) -> Any:
-        return self.container._trusted(value)
+    def _made(self, core: _core.Record) -> Any:
+        return core.get(self.index, self.container, self.container._inner)
 
     def _set(self, record: Record, value: Any) -> None:
         self._get(record)._become(value)
@@ -264,9 +265,9 @@ class RecordList(CheckedList[Held]):
 class RecordsField(ContainerField[RecordList[Held], Iterable[Held]]):
     """A list of records, in a class of lists."""
 
-    def _from_core(self, value: Any) -> Any:
-        records: list[Any] = [self.container._record_type._of(core) for core in value]
-        return self.container._trusted(records)
+    def _made(self, core: _core.Record) -> Any:
+        record_type = self.container._record_type
+        return self.container._trusted(record_type._of(held) for held in core.get(self.index))
 
     def _for_core(self, part: Any) -> Any:
         return [record._whole() for record in part]

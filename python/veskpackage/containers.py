@@ -9,7 +9,7 @@ are equal to plain lists and dicts, can be sliced, sorted, copied, pickled and g
 from __future__ import annotations
 
 from collections.abc import Iterable, Mapping
-from typing import Any, Generic, Self, SupportsIndex, TypeVar, overload
+from typing import Any, ClassVar, Generic, Self, SupportsIndex, TypeVar, overload
 
 from . import _core
 
@@ -44,6 +44,8 @@ class CheckedList(list[Item]):
     """A list that takes certain items only."""
 
     __slots__ = ()
+    #: The class of the lists in it.
+    _inner: ClassVar[type[list[Any]] | None] = None
 
     def _checked(self, item: Any) -> Item:
         """The item to keep for what is put in."""
@@ -58,8 +60,8 @@ class CheckedList(list[Item]):
         return [self._checked(item) for item in items]
 
     @classmethod
-    def _trusted(cls, items: list[Item]) -> Self:
-        """With items that come out of a record."""
+    def _trusted(cls, items: Iterable[Item]) -> Self:
+        """With items that need no look."""
         made = cls.__new__(cls)
         list.extend(made, items)
         return made
@@ -152,14 +154,15 @@ class CheckedDict(dict[str, Item], Generic[Item, Given]):
     """A dict from texts to certain values only, made of what is given."""
 
     __slots__ = ()
+    _inner: ClassVar[type[list[Any]] | None] = None
 
     def _checked(self, value: Any) -> Item:
         """What to keep for a value that is put in."""
         raise NotImplementedError
 
     @classmethod
-    def _trusted(cls, items: dict[str, Any]) -> Self:
-        """With items that come out of a record."""
+    def _trusted(cls, items: dict[str, Item]) -> Self:
+        """With items that need no look."""
         made = cls.__new__(cls)
         _update(made, items)
         return made
@@ -214,13 +217,10 @@ class TextLists(CheckedDict[TextList, Iterable[str]]):
     """
 
     __slots__ = ()
+    _inner = TextList
 
     def _checked(self, value: Any) -> TextList:
         return TextList(value)
-
-    @classmethod
-    def _trusted(cls, items: dict[str, Any]) -> Self:
-        return super()._trusted({key: TextList._trusted(texts) for key, texts in items.items()})
 
     def setdefault(self, key: str, default: Iterable[str] = ()) -> TextList:
         """The list under a key; an empty or the given one is put in first if there is none."""

@@ -71,8 +71,9 @@ class MirelRequirements(RecordList[MirelRequirement]):
 
 
 class _WebField(PartField[WebContent | None, WebContent | None]):
-    def _from_core(self, value: Any) -> WebContent | None:
-        return None if value is None else WebContent._of(value)
+    def _made(self, core: _core.Record) -> WebContent | None:
+        held = core.get(self.index)
+        return None if held is None else WebContent._of(held)
 
     def _set(self, record: Record, value: Any) -> None:
         if value is not None and not isinstance(value, WebContent):
