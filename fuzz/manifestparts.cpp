@@ -89,5 +89,9 @@ std::multiset<std::string> asidesIn(const std::string& bytes)
   {
     collectAsides(document, node, asides);
   }
+  if (const Node* const root = document.root()) // the package, whatever its name
+  {
+    asides.erase(std::string(document.text(root->range())));
+  }
   return asides;
 }
