@@ -30,6 +30,8 @@ def read_packages(files: DataFrame) -> DataFrame:
     """A row for each file: `file`, its path; `package`, a struct with the fields under their names in JSON; and
     `error`, null where all is well, or why there is no package: a struct of `message`, `line`, `column` and
     `is_beyond_limits`, as ManifestError has them. Line and column are 0 where a file cannot be opened.
+
+    Raises TypeError for what is no dataframe or a column of another type, ValueError without `path`.
     """
     from ._arrow import PACKAGES, read_batches
 
@@ -41,9 +43,10 @@ def check_packages(
 ) -> DataFrame:
     """A row for each finding of each file: `file`, its path, and the members of a Finding, with structs for
     `begin`, `end` and `mend`. A file that cannot be read is a row of the rule "unreadable". The rows of a file
-    are in the order of its text. Options are those of `veskpackage.check`.
+    are in the order of its text. Options are those of `veskpackage.check`:
+    of one rule the first `most_of_a_rule` findings of a file are given.
 
-    Raises ValueError for a rule or severity that there is not.
+    Raises ValueError for a rule or severity that there is not, and what `read_packages` raises.
     """
     from ._arrow import FINDINGS, check_batches
 
@@ -55,5 +58,21 @@ def check_packages(
 def _mapped(files: DataFrame, work: Callable[..., Any], schema: Any) -> DataFrame:
     from pyspark.sql.pandas.types import from_arrow_schema  # type: ignore
 
-    columns = [name for name in files.columns if name == "content"]
-    return files.select("path", *columns).mapInArrow(work, from_arrow_schema(schema))
+    return files.select(_columns(files)).mapInArrow(work, from_arrow_schema(schema))
+
+
+def _columns(files: DataFrame) -> list[Any]:
+    """Looked at here, since the workers would say less, and late. As in Spark, case does not matter."""
+    if not hasattr(files, "schema"):
+        raise TypeError(f"a dataframe of files is wanted, not {type(files).__name__}")
+    columns = []
+    for wanted, types in (("path", ("string", "binary")), ("content", ("binary",))):
+        for field in files.schema:
+            if field.name.lower() == wanted:
+                if field.dataType.typeName() not in types:
+                    kind = field.dataType.simpleString()
+                    raise TypeError(f"{field.name}: {' or '.join(types)} is wanted, not {kind}")
+                columns.append(files[field.name].alias(wanted))
+        if not columns:
+            raise ValueError(f"files have no column {wanted}")
+    return columns

@@ -21,12 +21,12 @@ MADE = {
     '<supportedLanguages><l>en</l></supportedLanguages><contents><behaviorContent path="x"><triggerSentences>'
     '<s lang="de">c</s></triggerSentences></behaviorContent><dialogContent topicName="d"/></contents>',
     "d": '<requirements><mirelRequirement minVersion="10.0"/></requirements>',
-    "e": "",
+    "e": '<requirements><mirelRequirement minVersion="2.0 " maxVersion="latest"/></requirements>',
     "f": "<broken",
 }
 ANSWERS = {
     "made": [
-        ["10.0  d", "2.10.0  b", "2.9 2.9.5 a", "v2.2 beta  c", " 2 c"],
+        ["10.0  d", "2.10.0  b", "2.9 2.9.5 a", "v2.2 beta  c", "2.0  latest e", " 2 c"],
         ["a", "d"],
         [
             "a descriptions en",

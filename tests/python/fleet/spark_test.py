@@ -143,6 +143,10 @@ def test_odd_rows(cluster: Cluster) -> None:
         ("a", None, "unexpected end of file"),
     ]
     assert read_packages(files.limit(0)).collect() == []
+    other_case = read_packages(files.withColumnsRenamed({"path": "Path", "content": "CONTENT"}))
+    assert [row.package is not None for row in other_case.collect()] == [True] + 4 * [False]
+    with pytest.raises(TypeError, match="content: binary is wanted, not string"):
+        read_packages(files.withColumn("content", files.content.cast("string")))
 
 
 @pytest.mark.parametrize("kill", [Cluster.kill_executor, Cluster.kill_worker])
