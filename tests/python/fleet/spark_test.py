@@ -13,6 +13,7 @@ from pathlib import Path
 from threading import Thread
 from typing import Any
 
+import pyspark
 import pytest
 from cluster import Cluster
 from document import ROOT, blocks
@@ -181,3 +182,9 @@ def test_the_document_runs(cluster: Cluster) -> None:
     assert known["packages"].count() == 5
     # What Spark has written answers the questions about one machine as well.
     assert answers(blocks("sql")[1:]) == ANSWERS["examples"]
+
+
+def test_the_document_names_the_module_for_this_spark() -> None:
+    [api] = Path(pyspark.__file__).parent.glob("jars/hadoop-client-api-*.jar")
+    version = api.stem.removeprefix("hadoop-client-api-")
+    assert f"org.apache.hadoop:hadoop-aws:{version}\n" in blocks("properties")[0]
