@@ -137,16 +137,35 @@ void Editor::setText(const Node& element, std::string_view text)
     hasText = hasText || (isText(child) && !isLayout(child));
   }
   bool isWritten = false;
-  for (const Node& child : element.children())
+  const Node* sideBySide = nullptr; // the first of texts without anything between them
+  for (const Node* child = element.firstChild(); child != nullptr; child = child->next())
   {
-    if (!isText(child) || (hasText && isLayout(child)))
+    if (!isText(*child))
+    {
+      sideBySide = nullptr;
+      continue;
+    }
+    sideBySide = sideBySide == nullptr ? child : sideBySide;
+    if (hasText && isLayout(*child))
     {
       continue;
     }
-    collected.push_back(
-        {child.range(),
-         isWritten ? std::string() : textAsXml(text, child.kind() == Kind::CData, lineEnd())});
-    isWritten = true;
+    Edit edit{child->range(), {}};
+    if (!isWritten)
+    {
+      edit.text = textAsXml(text, child->kind() == Kind::CData, lineEnd());
+      isWritten = true;
+      if (edit.text.rfind(beginOfCData, 0) != 0) // blanks beside it would become part of it
+      {
+        edit.range.begin = sideBySide->range().begin;
+        while (child->next() != nullptr && isText(*child->next()))
+        {
+          child = child->next();
+        }
+        edit.range.end = child->range().end;
+      }
+    }
+    collected.push_back(edit);
   }
   if (!isWritten && !text.empty())
   {

@@ -79,8 +79,8 @@ public:
   void removeAttribute(const Attribute& attribute);
 
   /// Replaces the texts and CDATA sections within an element, but none in elements within it; comments
-  /// and all else stay, also texts of blanks beside other ones. A text in a CDATA section stays in one
-  /// where it can.
+  /// and all else stay, also texts of blanks that are no part of the value. A text in a CDATA section
+  /// stays in one where it can.
   void setText(const Node& element, std::string_view text);
 
   /// Puts elements into another one: behind its child \p after, or behind its start tag if that is
