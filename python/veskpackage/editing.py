@@ -79,7 +79,7 @@ def edit(
     tuple, where "*" is a name.
 
     A value is a str, bool, list, dict or record. A str for what is no text is JSON, such as "true" or
-    '["en_US"]'. None removes an entry of a list or mapping, which has to be there, and makes a text empty.
+    '["en_US"]'. None removes an entry of a list or mapping, which has to be there, and makes a field empty.
     What is set is set first, in the order of the changes; then the rest is removed, by the indexes of before.
 
     Among the entries of a list or mapping, readers take a comment for an empty one. To remove such an entry
