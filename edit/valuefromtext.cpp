@@ -170,10 +170,12 @@ Json parseJson(const TypeInterface& type, const std::string& text, const FieldPa
   }
   catch (const Json::exception& error)
   {
-    const bool plain = type.kind() == TypeKind::Bool || isNumber(type);
+    // The parser's words are no help where neither an array nor an object was meant.
+    const bool isStructured = text.find_first_of("[{") == 0;
     const std::string what = error.what();
-    failAt(path, "takes " + expected(type) +
-                     (plain ? ", not \"" + text + '"' : ": " + what.substr(what.find("] ") + 2)));
+    failAt(path,
+           "takes " + expected(type) +
+               (isStructured ? ": " + what.substr(what.find("] ") + 2) : ", not \"" + text + '"'));
   }
 }
 } // namespace

@@ -42,11 +42,14 @@ def missing_names(package: veskpackage.Package, language: str) -> dict[FieldPath
 
 
 def read_translations(path: Path) -> dict[str, str]:
-    translations = json.loads(path.read_bytes())
+    try:
+        translations = json.loads(path.read_bytes())
+    except ValueError as error:
+        raise ValueError(f"{path}: {error}") from None
     if not isinstance(translations, dict) or not all(
         isinstance(text, str) for text in translations.values()
     ):
-        raise ValueError(f"{path} is no object of texts")
+        raise ValueError(f"{path}: no object of texts")
     return translations
 
 
@@ -66,8 +69,11 @@ def main(arguments: list[str]) -> int:
         }
         if changes:
             veskpackage.replace_file(manifest, veskpackage.edit(data, changes))
-    except (veskpackage.ManifestError, ValueError, OSError) as error:
+    except veskpackage.ManifestError as error:
         print(f"{manifest}: {error}", file=sys.stderr)
+        return 3
+    except (ValueError, OSError) as error:  # which name their file
+        print(error, file=sys.stderr)
         return 3
     untranslated = [text for text in missing.values() if text not in translations]
     for text in untranslated:

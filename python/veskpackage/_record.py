@@ -20,6 +20,7 @@ from .containers import (
     TextLists,
     Texts,
     UniqueTexts,
+    checked_text,
 )
 
 Held = TypeVar("Held")
@@ -212,22 +213,42 @@ class Record:
 
     @classmethod
     def from_dict(cls, fields: Mapping[str, Any]) -> Self:
-        """A record from what `to_dict` gives; fields that are not there are empty. Like the variant form,
-        it may hold permissions that no robot knows, and languages several times.
+        """A record from what `to_dict` gives; fields that are not there are as in a new record. Parts may
+        be records, too. Like the variant form, it may hold permissions that no robot knows, and languages
+        several times.
 
-        Raises FieldError for a field that is unknown or of another kind.
+        Raises FieldError for a field that is unknown or of another kind, and TypeError for what is no
+        plain value.
         """
+        if not isinstance(fields, Mapping):
+            raise TypeError(f"a dict is wanted, not {type(fields).__name__}")
         return cls._from_json(fields, cls.__name__)
 
     @classmethod
     def _from_json(cls, fields: Mapping[str, Any], name: str) -> Self:
-        return cls._of(_core.Record.from_json(cls._type_name, json.dumps(fields), name))
+        return cls._of(_core.Record.from_json(cls._type_name, json_of(fields), name))
 
     def __repr__(self) -> str:
         empty = self._of(_core.Record(self._type_name))
         values = [(field.name, getattr(self, field.name)) for field in self._fields]
         shown = (f"{name}={value!r}" for name, value in values if value != getattr(empty, name))
         return f"{type(self).__name__}({', '.join(shown)})"
+
+
+def json_of(value: object) -> str:
+    """A value in JSON. Unlike json.dumps, it takes mappings and records of all classes, and refuses what the
+    JSON would not say: keys that are no str, lone surrogates and NaN."""
+    return json.dumps(_plain(value), allow_nan=False)
+
+
+def _plain(value: object) -> object:
+    if isinstance(value, str):
+        return checked_text(value)
+    if isinstance(value, (list, tuple)):
+        return [_plain(item) for item in value]
+    if isinstance(value, Mapping):
+        return {checked_text(key): _plain(item) for key, item in value.items()}
+    return value.to_dict() if isinstance(value, Record) else value
 
 
 class VariantRecord(Record):

@@ -217,7 +217,8 @@ def fix(
     """Mends every fault that can surely be mended, in a file at a path or in the bytes of one, and gives
     the bytes of the mended one; the file is not changed.
 
-    What is not mended keeps every byte. A manifest that no reader takes stays as it is.
+    What is not mended keeps every byte. A manifest that no reader takes stays as it is. Raises what `check`
+    raises.
     """
     data, count, mended = _core.fix_bytes(
         _bytes_of(manifest), _options(severities, "", most_of_a_rule)

@@ -123,7 +123,8 @@ class TextList(CheckedList[str]):
 
 
 class UniqueTexts(TextList):
-    """A list of texts, each there once: of equal ones only the first stays."""
+    """A list of texts, each there once: of equal ones only the first stays. So to assign to an item may make
+    the list shorter, to append may change nothing, and to insert may move a text to the front."""
 
     __slots__ = ()
 

@@ -7,16 +7,17 @@ import json
 from collections.abc import Iterable, Mapping
 from dataclasses import dataclass
 from functools import cache
-from typing import Any, Protocol, TypeAlias, TypeVar
+from typing import Any, Protocol, TypeAlias, overload
 
 from . import _core
+from ._record import Record, json_of
 from .containers import checked_text
+from .errors import FieldError
 
 __all__ = ["FieldDescription", "edit", "fields"]
 
-Text = TypeVar("Text", str, bytes)
 FieldPath: TypeAlias = str | tuple[str | int, ...]
-Value: TypeAlias = str | bool | list[Any] | tuple[Any, ...] | Mapping[str, Any] | None
+Value: TypeAlias = str | bool | list[Any] | tuple[Any, ...] | Mapping[str, Any] | Record | None
 
 
 class Changes(Protocol):
@@ -51,7 +52,21 @@ def fields() -> tuple[FieldDescription, ...]:
     return tuple(FieldDescription(*field) for field in _core.fields())
 
 
-def edit(text: Text, changes: Changes, *, keep_comments: bool = False) -> Text:
+@overload
+def edit(text: str, changes: Changes, *, keep_comments: bool = False) -> str:
+    ...
+
+
+@overload
+def edit(
+    text: bytes | bytearray | memoryview, changes: Changes, *, keep_comments: bool = False
+) -> bytes:
+    ...
+
+
+def edit(
+    text: str | bytes | bytearray | memoryview, changes: Changes, *, keep_comments: bool = False
+) -> str | bytes:
     """A manifest with some fields changed: what is not changed keeps every character, with comments, unknown
     elements and layout. Takes and gives the text of a manifest, or the bytes of one in any encoding; it opens
     no files, and `replace_file` writes what it gives.
@@ -60,37 +75,44 @@ def edit(text: Text, changes: Changes, *, keep_comments: bool = False) -> Text:
 
     The keys are paths as the command-line tool has them: `names.en_US`, `behaviors[0].tags.en_US[1]`,
     `behaviors[*].nature`; `fields()` lists them. Or they are tuples of the names and indexes of a path, which
-    may hold any character, where text would have to be put in quotes: `names."a.b"`.
+    may hold any character, where text would have to be put in quotes: `names."a.b"`. There is no `[*]` in a
+    tuple, where "*" is a name.
 
-    A value is a str, bool, list or dict; None removes an entry of a list or mapping, and makes a text empty.
-    A str for what is no text is JSON, such as "true" or '["en_US"]'. What is set is set first, in the order
-    of the changes; then the rest is removed, by the indexes of before.
+    A value is a str, bool, list, dict or record. A str for what is no text is JSON, such as "true" or
+    '["en_US"]'. None removes an entry of a list or mapping, which has to be there, and makes a field empty.
+    What is set is set first, in the order of the changes; then the rest is removed, by the indexes of before.
 
     Among the entries of a list or mapping, readers take a comment for an empty one. To remove such an entry
     is refused, or, with `keep_comments`, it stays.
 
     Raises ManifestError for a manifest that cannot be read, FieldError for a path that leads to no field or
-    a value that is none for it, and EditError where more would have to be changed.
+    entry or a value that is none for it, EditError where more would have to be changed, and ValueError for a
+    str that names another encoding than UTF-8, of which the bytes are wanted.
     """
-    wanted = [
-        _core.Wanted(
-            _path_text(path),
-            None if value is None else _written(value),
-            not isinstance(value, str),
-        )
-        for path, value in changes.items()
-    ]
+    if not isinstance(text, (str, bytes, bytearray, memoryview)):
+        raise TypeError(f"bytes or a str are wanted, not {type(text).__name__}")
+    if not hasattr(changes, "items"):
+        raise TypeError(f"a dict of changes is wanted, not {type(changes).__name__}")
+    wanted = [_wanted(path, value) for path, value in changes.items()]
     if not isinstance(text, str):
-        return _core.edit(bytes(memoryview(text)), wanted, keep_comments)
+        return _core.edit(bytes(text), wanted, keep_comments)
     data = text.encode()
     if not _core.is_utf8(data):
         raise ValueError("the text names another encoding than UTF-8; give the bytes of the file")
     return _core.edit(data, wanted, keep_comments).decode()
 
 
+def _wanted(path: FieldPath, value: Value) -> _core.Wanted:
+    if value is None or isinstance(value, str):
+        return _core.Wanted(_path_text(path), value and checked_text(value), False)
+    return _core.Wanted(_path_text(path), json_of(value), True)
+
+
 def _path_text(path: FieldPath) -> str:
     if not isinstance(path, tuple):
         return checked_text(path)
+    if not path:
+        raise FieldError("(): a path has one step at least")
     text = ""
     for step in path:
         if isinstance(step, int):
@@ -98,7 +120,3 @@ def _path_text(path: FieldPath) -> str:
         else:
             text += "." * bool(text) + json.dumps(checked_text(step))
     return text
-
-
-def _written(value: Value) -> str:
-    return checked_text(value) if isinstance(value, str) else json.dumps(value)

@@ -43,7 +43,9 @@ def test_check_store(tmp_path):
     for folder in ("a", "b/\udcff"):
         (tmp_path / folder).mkdir(parents=True)
         (tmp_path / folder / "manifest.xml").write_bytes(MANIFEST)
-    assert run(tmp_path, "check_store", "a") == (0, "")
+    for places in ["a"], ["a/manifest.xml"], ["a", "a"]:
+        assert run(tmp_path, "check_store", *places) == (0, "")
+    assert run(tmp_path, "check_store", "a", "nosuch") == (2, "there is no nosuch\n")
     assert run(tmp_path, "check_store", ".") == (
         1,
         "b/\\udcff/manifest.xml: warning: a/manifest.xml has the same uuid\n",
@@ -75,12 +77,14 @@ def test_translate(tmp_path):
     assert manifest.stat().st_mode & 0o777 == 0o640
     manifest.write_text("<package>")
     assert run(tmp_path, *arguments) == (3, "greeting.xml: 1:10: unexpected end of file\n")
-    for wrong in ("3", '{"Say hello": 3}'):
+    for wrong, message in [
+        ("3", "no object of texts"),
+        ('{"Say hello": 3}', "no object of texts"),
+        ("x", "Expecting value: line 1 column 1 (char 0)"),
+    ]:
         translations.write_text(wrong)
-        assert run(tmp_path, *arguments) == (
-            3,
-            "greeting.xml: french.json is no object of texts\n",
-        )
+        assert run(tmp_path, *arguments) == (3, f"french.json: {message}\n")
+    assert run(tmp_path, *arguments[:3], "no.json")[1].startswith("[Errno 2] ")
     left = {path.name for path in tmp_path.iterdir()}
     assert left == {"french.json", "greeting.xml", "whole.xml"}
 

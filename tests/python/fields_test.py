@@ -5,6 +5,7 @@ import copy
 import pickle
 import re
 from itertools import count
+from types import MappingProxyType
 
 import pytest
 import veskpackage
@@ -75,6 +76,9 @@ def test_copies_are_equal_and_share_nothing(record):
         lambda one: pickle.loads(pickle.dumps(one, 2)),
         lambda one: pickle.loads(pickle.dumps(one)),
         lambda one: type(one).from_dict(one.to_dict()),
+        lambda one: type(one).from_dict(
+            MappingProxyType({field.json_name: getattr(one, field.name) for field in one._fields})
+        ),
         lambda one: type(one)(**{field.name: getattr(one, field.name) for field in one._fields}),
         lambda one: eval(repr(one), vars(veskpackage)) if record != "Package" else copy.copy(one),
     ):

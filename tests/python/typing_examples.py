@@ -38,6 +38,7 @@ assert_type(veskpackage.load_many(["p", Path("p")]), Generator[veskpackage.Loade
 assert_type(veskpackage.check(b"")[0].begin.line, int)
 assert_type(veskpackage.edit("text", {"version": "2"}), str)
 assert_type(veskpackage.edit(b"text", {"version": "2"}), bytes)
+assert_type(veskpackage.edit(bytearray(), {"behaviors[0]": Behavior()}), bytes)
 changes: dict[tuple[str | int, ...], str] = {("behaviors", 0, "names", "en"): "n"}
 veskpackage.edit("text", changes)
 veskpackage.edit("text", {"version": "2", ("names", "en"): None, "supportedLanguages": ["en"]})
