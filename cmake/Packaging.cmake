@@ -89,6 +89,13 @@ configure_file(${PROJECT_SOURCE_DIR}/cmake/debian/changelog.in ${debian}/changel
 configure_file(${PROJECT_SOURCE_DIR}/CHANGELOG.md ${debian}/changelog COPYONLY)
 execute_process(COMMAND gzip -9 --no-name --keep --force changelog changelog.Debian
                 WORKING_DIRECTORY ${debian})
+# Header-only libraries want their terms to go with the programs that they are built into.
+set(terms "")
+foreach(package IN ITEMS libcli11-dev libtomlplusplus-dev nlohmann-json3-dev pybind11-dev)
+  file(READ /usr/share/doc/${package}/copyright text)
+  string(APPEND terms "Of ${package}:\n\n${text}\n")
+endforeach()
+file(WRITE ${debian}/copyright.built-in "${terms}")
 set(components LIBRARY DEVELOPMENT TOOL)
 if(VESKPACKAGE_PYTHON)
   list(APPEND components PYTHON)
@@ -96,8 +103,8 @@ endif()
 foreach(component IN LISTS components)
   string(TOLOWER ${component} component_name)
   install(
-    FILES ${PROJECT_SOURCE_DIR}/cmake/debian/copyright ${debian}/changelog.gz
-          ${debian}/changelog.Debian.gz
+    FILES ${PROJECT_SOURCE_DIR}/cmake/debian/copyright ${debian}/copyright.built-in
+          ${debian}/changelog.gz ${debian}/changelog.Debian.gz
     DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${component}_PACKAGE_NAME}
     COMPONENT ${component_name} EXCLUDE_FROM_ALL)
 endforeach()
