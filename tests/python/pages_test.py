@@ -223,11 +223,17 @@ def test_files_of_others_stay(tmp_path: Path, capsys: pytest.CaptureFixture[str]
     shutil.move(site / "packages", tmp_path / "moved")
     (site / "packages").symlink_to(tmp_path / "moved")
     assert run([*two, "-o", str(site)]) == 1 and os.listdir(tmp_path / "moved") == ["mine.html"]
-    assert run([str(tmp_path), "-o", str(site)]) == 2
-    assert "no manifest in" in capsys.readouterr().err
-    assert run(["missing.xml", "-o", str(tmp_path / "new")]) == 3
-    assert capsys.readouterr().err == "missing.xml: error: No such file or directory\n"
-    assert "No such file" in (tmp_path / "new" / "index.html").read_text()
+    before = (site / _folder.LIST).read_text()
+    (tmp_path / "none").mkdir()
+    capsys.readouterr()
+    for none, why in {"none": "looked for manifest.xml, and for .xml files whose root is package",
+                      "missing": "No such file or directory",
+                      "/dev/null": "neither a file nor a folder"}.items():  # fmt: skip
+        assert run([two[0], str(tmp_path / none), "-o", str(site)]) == 2
+        assert capsys.readouterr().err == f"no manifest in {tmp_path / none}: {why}\n"
+    with pytest.raises(TypeError):
+        pages.write(two[0], site)
+    assert (site / _folder.LIST).read_text() == before
 
 
 def test_which_files_of_a_folder_are_manifests(tmp_path: Path) -> None:
@@ -235,17 +241,21 @@ def test_which_files_of_a_folder_are_manifests(tmp_path: Path) -> None:
              "h.xml": "no", "d.txt": "<package/>", ".e/manifest.xml": "<package/>",
              ".f.xml": "<package/>",
              "g.xml": f"<!--{'g' * 70000}--><x/>", "i.xml": "<x:package xmlns:x='x'/>",
-             "B/j.xml": "<package/>", "k.XML": "<package/>"}  # fmt: skip
+             "B/j.xml": "<package/>", "k.XML": "<package/>",
+             f"{'n/' * 1200}manifest.xml": "<package/>"}  # fmt: skip
+    subprocess.run(["mkdir", "-p", tmp_path / ("n/" * 1200)], check=True)
     for name, text in files.items():
         (tmp_path / name).parent.mkdir(exist_ok=True)
         (tmp_path / name).write_text(text)
     (tmp_path / "l").symlink_to(tmp_path / "b")
     (tmp_path / "m.xml").symlink_to(tmp_path / "a.xml")
-    rest = ["B/j.xml", "a.xml", "g.xml", "h.xml", "i.xml", "m.xml"]
+    (tmp_path / "o.xml").symlink_to("o.xml")
+    rest = ["B/j.xml", "a.xml", "g.xml", "h.xml", "i.xml", "m.xml", f"{'n/' * 1200}manifest.xml"]
     several = [source.shown for source in _sources.find([tmp_path / "b", tmp_path])]
     assert several == ["b/manifest.xml", *(f"{tmp_path.name}/{name}" for name in rest)]
     alone = [source.shown for source in _sources.find([tmp_path])]
     assert alone == [*rest[:2], "b/manifest.xml", *rest[2:]]
+    subprocess.run(["rm", "-r", tmp_path / "n"], check=True)  # too deep for others
 
 
 def test_packages_are_not_kept(tmp_path: Path, monkeypatch: pytest.MonkeyPatch) -> None:

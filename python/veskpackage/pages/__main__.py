@@ -17,9 +17,9 @@ def run(arguments: Sequence[str] | None = None) -> int:
     parser = argparse.ArgumentParser(
         "python -m veskpackage.pages",
         description="Writes pages of HTML about packages, which open from a disk: one for each "
-        "manifest, and an index where there are several.",
+        "manifest, and an index where there are several. A veskpackage.toml is not asked.",
         epilog="Exit codes: 0 done, 1 the folder holds files of somebody else, 2 wrong usage or no "
-        "manifest found, 3 a manifest is unreadable or malformed, or a page cannot be written.",
+        "manifest in a SOURCE, 3 a manifest is unreadable or malformed, or a page cannot be written.",
     )
     parser.add_argument(
         "source",

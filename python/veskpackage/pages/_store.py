@@ -16,6 +16,7 @@ from dataclasses import dataclass, field
 from typing import Any
 
 from .. import _core
+from .._batches import checked_jobs
 from .._files import Path
 from ..checking import Checked, Finding, check_many
 from ..errors import ManifestError
@@ -79,10 +80,11 @@ def write(
     of a single one, index.html is its page. The same manifests give the same bytes, wherever they
     lie.
 
-    Raises NoManifest where there is none, NotOurs for a folder that holds other files, unless
-    `force` is set, and OSError where a page cannot be written. A manifest that cannot be read ends
-    nothing: its page says why, and so does what is given.
+    Raises NoManifest where there is none in one of them, NotOurs for a folder that holds other files,
+    unless `force` is set, and OSError where a page cannot be written. A manifest that cannot be read
+    ends nothing: its page says why, and so does what is given.
     """
+    checked_jobs(sources, jobs)  # before the folder is touched
     manifests = find(sources)
     site = Folder(folder, force=force)
     outline = _outline(manifests, jobs)
