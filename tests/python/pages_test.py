@@ -156,13 +156,17 @@ def test_scales() -> None:
     assert {pair: bar and (bar.begin, bar.end) for pair, bar in drawn.items()} == bars
 
 
-@pytest.mark.parametrize("encoding", ["utf-8", "utf-8-sig", "iso-8859-1", "utf-16", "koi8-r"])
+@pytest.mark.parametrize(
+    "encoding",
+    ["utf-8", "utf-8-sig", "iso-8859-1", "utf-16", "koi8-r",
+     "idna", "punycode", "undefined", "unicode_escape", "none"],
+)  # fmt: skip
 def test_excerpts_stand_where_the_fault_is(encoding: str) -> None:
-    is_declared = encoding in ("iso-8859-1", "koi8-r")
-    text = f'<?xml version="1.0" encoding="{encoding}"?>' if is_declared else ""
+    text = "" if encoding.startswith("utf") else f'<?xml version="1.0" encoding="{encoding}"?>'
     letter = "\u0436" if encoding == "koi8-r" else "\u00e9"
     text += f'<package uuid="{letter}"><wrong/>\r\n{letter}\t<!--{letter}--><odd\n/></package>'
-    data = text.encode(encoding)
+    is_known = encoding in ("iso-8859-1", "koi8-r") or not text.startswith("<?")
+    data = text.encode(encoding if is_known else "utf-8")  # as readers take what nobody knows
     found = [finding for finding in veskpackage.check(data) if finding.rule == "unknown-element"]
     excerpts = [_excerpt.Excerpts(data, found).of(finding) for finding in found]
     assert excerpts[0] and excerpts[1] and excerpts[1].before == f"{letter}    <!--{letter}--><"
