@@ -19,7 +19,16 @@ import stores
 
 import veskpackage
 from veskpackage import pages
-from veskpackage.pages import _coverage, _excerpt, _folder, _scales, _sources, _store, _text
+from veskpackage.pages import (
+    _coverage,
+    _excerpt,
+    _folder,
+    _scales,
+    _sources,
+    _store,
+    _templates,
+    _text,
+)
 from veskpackage.pages.__main__ import run
 
 EXAMPLES = Path(__file__).parents[2] / "examples" / "manifests"
@@ -100,9 +109,11 @@ def test_what_is_not_seen_stands_as_its_code() -> None:
         "a\u200bd\u200da": "a[U+200B]d[U+200D]a",
     }
     joined = "\u0646\u200c\u062e \U0001f469\u200d\U0001f52c"
-    assert len(_text.shown("\u202e" * 1_000_000)) < 400_000  # badges do not grow without bound
+    assert len(_templates.shown("\u202e" * 1_000_000)) < 400_000  # badges do not grow without bound
     for text, expected in {**shown, joined: joined}.items():
-        assert _text.shown(text) == re.sub(r"\[(.*?)]", r'<span class="code">\1</span>', expected)
+        assert _templates.shown(text) == re.sub(
+            r"\[(.*?)]", r'<span class="code">\1</span>', expected
+        )
 
 
 def test_languages_of_html() -> None:

@@ -52,6 +52,9 @@ def run(arguments: Sequence[str] | None = None) -> int:
     except NoManifest as none:
         _complain(str(none))
         return WRONG_USAGE
+    except ModuleNotFoundError as missing:
+        _complain(f"{missing}: pages need Jinja2, Debian's python3-jinja2 or the extra [pages]")
+        return WRONG_USAGE
     except OSError as error:
         _complain(f"{error.filename}: error: {error.strerror}" if error.filename else str(error))
         return UNREADABLE
@@ -61,10 +64,9 @@ def run(arguments: Sequence[str] | None = None) -> int:
 
 
 def _positive(text: str) -> int:
-    number = int(text)
-    if number < 1:
-        raise ValueError
-    return number
+    if not text.isdecimal() or not int(text):
+        raise argparse.ArgumentTypeError(f"{text!r} is no number from 1 on")
+    return int(text)
 
 
 def _complain(message: str) -> None:

@@ -10,16 +10,18 @@ import re
 from collections.abc import Mapping
 from functools import cache
 from pathlib import Path
-from typing import TypeVar
+from typing import Any, TypeVar
 
 from jinja2 import Environment, FileSystemLoader, StrictUndefined
-from markupsafe import Markup
+from markupsafe import Markup, escape
 
 from ..checking import rules
-from ._text import cut, language_tag, plain, shown
+from ._text import code_of, cut, language_name, language_tag, pieces, plain
 
 Text = TypeVar("Text", str, list[str])
 
+# Of one text. A badge takes more room than the character that it stands for.
+_MOST = 10_000
 _FOLDER = Path(__file__).parent / "templates"
 
 
@@ -38,6 +40,7 @@ def environment() -> Environment:
     made.filters.update(
         plain=plain,
         cut=cut,
+        language_name=language_name,
         language_tag=language_tag,
         by_language=_by_language,
         first_language=_first_language,
@@ -56,6 +59,21 @@ def environment() -> Environment:
         script_policy=Markup(f"; script-src '{_hash(script)}'"),
     )
     return made
+
+
+def shown(value: Any) -> Any:
+    """What a template prints: of a text markup, in which what is not seen stands as its code."""
+    if not isinstance(value, str) or isinstance(value, Markup):
+        return value
+    if len(value) > _MOST:
+        rest = Markup('<span class="muted"> … and {:,} more characters</span>')
+        return shown(value[:_MOST]) + rest.format(len(value) - _MOST)
+    if value.isprintable():
+        return escape(value)
+    code = Markup('<span class="code">{}</span>')
+    return Markup("").join(
+        code.format(code_of(piece)) if is_unseen else piece for piece, is_unseen in pieces(value)
+    )
 
 
 def _by_language(texts: Mapping[str, Text], order: Mapping[str, int]) -> list[tuple[str, Text]]:
