@@ -107,8 +107,12 @@ def test_what_is_not_seen_stands_as_its_code() -> None:
         "a\u202eb\n\tc\0": "a[U+202E]b\n\tc[U+0000]",
         "\u200d\udc80\u2028\ufeff": "[U+200D][U+DC80][U+2028][U+FEFF]",
         "a\u200bd\u200da": "a[U+200B]d[U+200D]a",
+        "\u3164": "[U+3164]",
+        "a\ufe0f\u0ba4\ufe0f\ufe0f": "a[U+FE0F]\u0ba4\ufe0f[U+FE0F]",
     }
-    joined = "\u0646\u200c\u062e \U0001f469\u200d\U0001f52c"
+    joined = (
+        "\u0646\u200c\u062e \U0001f469\u200d\U0001f52c \u2764\ufe0f\u200d\U0001f525 1\ufe0f\u20e3"
+    )
     assert len(_templates.shown("\u202e" * 1_000_000)) < 400_000  # badges do not grow without bound
     for text, expected in {**shown, joined: joined}.items():
         assert _templates.shown(text) == re.sub(

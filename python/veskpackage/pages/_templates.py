@@ -16,7 +16,7 @@ from jinja2 import Environment, FileSystemLoader, StrictUndefined
 from markupsafe import Markup, escape
 
 from ..checking import rules
-from ._text import code_of, cut, language_name, language_tag, pieces, plain
+from ._text import code_of, cut, is_visible, language_name, language_tag, pieces, plain
 
 Text = TypeVar("Text", str, list[str])
 
@@ -68,7 +68,7 @@ def shown(value: Any) -> Any:
     if len(value) > _MOST:
         rest = Markup('<span class="muted"> … and {:,} more characters</span>')
         return shown(value[:_MOST]) + rest.format(len(value) - _MOST)
-    if value.isprintable():
+    if is_visible(value):
         return escape(value)
     code = Markup('<span class="code">{}</span>')
     return Markup("").join(

@@ -11,7 +11,12 @@ from itertools import filterfalse
 # private and unassigned ones, and separators of lines.
 _UNSEEN = frozenset(["Cc", "Cf", "Cs", "Co", "Cn", "Zl", "Zp"])
 _BLANKS_AT_ENDS = re.compile(r"^\s+|\s+$")
+# Letters and marks that have no shape.
+_SHAPELESS = "\u034f\u115f\u1160\u17b4\u17b5\u2800\u3164\uffa0\U0001d159"
+# These only change how something else is shown: joiners, and selectors of variants.
 _JOINERS = "\u200c\u200d"
+_SELECTORS = "\u180b-\u180d\u180f\ufe00-\ufe0f\U000e0100-\U000e01ef"
+_HIDDEN = re.compile(f"[{_SHAPELESS}{_SELECTORS}]")
 # Letters that are no others with accents to Unicode, as the index's script has them.
 _BASES = str.maketrans(
     {"ø": "o", "đ": "d", "ð": "d", "ł": "l", "ħ": "h", "ı": "i", "æ": "ae", "œ": "oe"}
@@ -36,6 +41,9 @@ _TAG = re.compile(
 
 def _is_unseen(text: str, index: int) -> bool:
     character = text[index]
+    if _HIDDEN.match(character):
+        is_selector = character not in _SHAPELESS
+        return not (is_selector and index and _is_shaped(text[index - 1]))
     if character in "\n\t" or unicodedata.category(character) not in _UNSEEN:
         return False
     # Joiners shape the letters of some scripts, and pictures; among others they only hide.
@@ -44,7 +52,14 @@ def _is_unseen(text: str, index: int) -> bool:
 
 
 def _is_joined(character: str) -> bool:
+    """Whether it is no Latin letter, and can be seen, or is a selector behind a picture."""
     return ord(character) > 0x2FF and unicodedata.category(character) not in _UNSEEN
+
+
+def _is_shaped(character: str) -> bool:
+    """Whether a selector may change it: also the sign of a key, of copyright or of a trade mark."""
+    is_sign = character in "#*0123456789\u00a9\u00ae"
+    return (is_sign or _is_joined(character)) and not _HIDDEN.match(character)
 
 
 def pieces(text: str) -> list[tuple[str, bool]]:
@@ -62,9 +77,13 @@ def code_of(character: str) -> str:
     return f"U+{ord(character):04X}"
 
 
+def is_visible(text: str) -> bool:
+    return text.isprintable() and not _HIDDEN.search(text)
+
+
 def plain(text: str) -> str:
     """The text, and as their codes what in it is not seen."""
-    if text.isprintable():
+    if is_visible(text):
         return text
     return "".join(
         f"<{code_of(piece)}>" if is_unseen else piece for piece, is_unseen in pieces(text)
