@@ -96,8 +96,10 @@ def cut(text: str, most: int) -> str:
 
 
 def language_name(code: str) -> str:
-    """A language as manifests have it, with blanks at its ends as their codes, which else would be
-    seen nowhere."""
+    """A language as manifests have it, with blanks at its ends as their codes: else they would be seen
+    nowhere, though such a language is another one."""
+    if not code:
+        return "no language"
     return _BLANKS_AT_ENDS.sub(lambda match: "".join(f"<{code_of(c)}>" for c in match[0]), code)
 
 
