@@ -18,6 +18,12 @@ from markupsafe import Markup, escape
 from ..checking import rules
 from ._text import code_of, cut, is_visible, language_name, language_tag, pieces, plain
 
+# Of packages in any folders, which no rule of the checker is about.
+_SAME_UUID = (
+    "Robots tell packages apart by their uuids, so that of those with the same one each hides the others. "
+    "Give a copy a uuid of its own; of the versions of a package, a robot has one."
+)
+
 Text = TypeVar("Text", str, list[str])
 
 # Of one text. A badge takes more room than the character that it stands for.
@@ -55,6 +61,7 @@ def environment() -> Environment:
         style=Markup(style),
         script=Markup(script),
         policy=Markup(policy),
+        same_uuid=_SAME_UUID,
         explanations={rule.tag: rule.explanation for rule in rules()},
         script_policy=Markup(f"; script-src '{_hash(script)}'"),
     )

@@ -15,7 +15,10 @@ function enhance() {
   const hits = document.getElementById("hits");
   const more = document.getElementById("more");
   const input = (name) => document.getElementById(name) ?? { value: "" };
-  const plain = (text) => text.normalize("NFKD").replace(/\p{M}/gu, "").toLowerCase();
+  // Letters that are no others with accents to Unicode, but are typed so.
+  const bases = { ß: "ss", ø: "o", đ: "d", ð: "d", ł: "l", ħ: "h", ı: "i", æ: "ae", œ: "oe", ς: "σ" };
+  const plain = (text) => text.normalize("NFKD").replace(/\p{M}/gu, "").toLowerCase()
+    .replace(/[ßøđðłħıæœς]/g, (letter) => bases[letter]);
   const collator = new Intl.Collator("en", { numeric: true });
 
   const body = table.tBodies[0];
