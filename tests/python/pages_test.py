@@ -208,10 +208,34 @@ def test_bytes_are_the_same_wherever_and_whenever(tmp_path: Path) -> None:
 
 
 def test_the_package_needs_no_jinja() -> None:
-    command = "import sys, veskpackage; assert 'jinja2' not in sys.modules"
+    command = (
+        "import sys, veskpackage, veskpackage.pages.__main__ as tool; assert 'jinja2' not in sys.modules;"
+        "sys.modules['jinja2'] = None; sys.exit(tool.run(['missing', '-o', 'none']))"
+    )
     modules = str(Path(veskpackage.__file__).absolute().parents[1])
     variables = {**os.environ, "PYTHONPATH": modules}
-    subprocess.run([sys.executable, "-c", command], env=variables, check=True)
+    given = subprocess.run([sys.executable, "-c", command], env=variables, stderr=subprocess.PIPE)
+    assert (
+        given.returncode == 2
+        and given.stderr.count(b"\n") == 1
+        and b"python3-jinja2" in given.stderr
+    )
+
+
+def test_an_index_of_much(tmp_path: Path) -> None:
+    names = "".join(f'<name lang="{code}">{code * 50}</name>' for code in ("de", "en", "fr", "it"))
+    manifest = '<package uuid="{0}"><names><name lang="en">{0}</name></names></package>'
+    order = ["Ärger", "Øre", "part 2", "Part 10", "Zoo"]
+    many = f'<package author="Maker"><names>{names}</names>{"<bogus/>" * 120}</package>'
+    site = site_of(tmp_path, a=many, **{name: manifest.format(name) for name in order})
+    index = (site / "index.html").read_text("utf-8")
+    titles = re.findall('<th scope="row"><a [^>]*>([^<]*)', index)
+    assert titles == [order[0], "de" * 50, *order[1:]]
+    assert 'data-q=" Maker dede' in index and ">122 warnings<" in index
+    page = next(path.read_text() for path in site.glob("*/package-*"))
+    assert ">120 times<" in page and page.count("excerpt") < 100 and ">122 warnings<" in page
+    pages.write([tmp_path / "store" / "a.xml"], site)
+    assert not (site / "packages").exists()
 
 
 def test_names_of_pages_stay_in_the_folder(tmp_path: Path) -> None:
