@@ -125,7 +125,7 @@ def test_languages_of_html() -> None:
             "sl_rozaj": "sl-rozaj", "English": "", "xx": "", "qaa": "", "": "", "en_US ": "",
             "de.UTF-8": "", '"><b': ""}  # fmt: skip
     assert {code: _text.language_tag(code) for code in tags} == tags
-    names = {" en\u3000": "<U+0020>en<U+3000>", "a b": "a b", "": "no language"}
+    names = {" en\u3000": "␣en<U+3000>", "a b": "a b", "": "no language"}
     assert {code: _text.language_name(code) for code in names} == names
 
 

@@ -20,8 +20,8 @@ from ._text import code_of, cut, is_visible, language_name, language_tag, pieces
 
 # Of packages in any folders, which no rule of the checker is about.
 _SAME_UUID = (
-    "Robots tell packages apart by their uuids, so that of those with the same one each hides the others. "
-    "Give a copy a uuid of its own; of the versions of a package, a robot has one."
+    "Robots tell packages apart by their uuids: of several with the same one, a robot has only one. "
+    "Give a copy a uuid of its own; versions of one package may share it."
 )
 
 Text = TypeVar("Text", str, list[str])

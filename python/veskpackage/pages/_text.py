@@ -96,11 +96,15 @@ def cut(text: str, most: int) -> str:
 
 
 def language_name(code: str) -> str:
-    """A language as manifests have it, with blanks at its ends as their codes: else they would be seen
-    nowhere, though such a language is another one."""
+    """A language as manifests have it, with blanks at its ends made visible, since they make it another
+    one."""
     if not code:
         return "no language"
-    return _BLANKS_AT_ENDS.sub(lambda match: "".join(f"<{code_of(c)}>" for c in match[0]), code)
+    return _BLANKS_AT_ENDS.sub(lambda match: "".join(map(_shown_blank, match[0])), code)
+
+
+def _shown_blank(blank: str) -> str:
+    return "␣" if blank == " " else f"<{code_of(blank)}>"
 
 
 def language_tag(code: str) -> str:
