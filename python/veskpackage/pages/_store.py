@@ -25,7 +25,7 @@ from ._coverage import Coverage, listed, matrix
 from ._entry import SEVERITIES, Entry, Title, counted, entry_of, title_of
 from ._excerpt import Excerpts
 from ._folder import PACKAGES, Folder
-from ._scales import Bounds, Scale, Version, version
+from ._scales import Bounds, Scale, version
 from ._sources import Source, find
 from ._templates import environment
 from ._text import slug
@@ -65,7 +65,7 @@ class _Outline:
     """What is known of all packages before the first page."""
 
     pages: list[str] = field(default_factory=list)
-    versions: dict[str, set[Version]] = field(default_factory=lambda: defaultdict(set))
+    versions: dict[str, set[str]] = field(default_factory=lambda: defaultdict(set))
     doubles: dict[str, list[int]] = field(default_factory=dict)  #: indexes of packages by uuid
 
     def scales(self) -> dict[str, Scale]:
@@ -154,7 +154,7 @@ def _outline(manifests: Sequence[Source], jobs: int | None) -> _Outline:
         if package.uuid.strip():
             by_uuid[package.uuid].append(number)
         for kind, texts in _versions(package):
-            outline.versions[kind].update(filter(None, map(version, texts)))
+            outline.versions[kind].update(filter(version, texts))
     outline.doubles = {uuid: numbers for uuid, numbers in by_uuid.items() if len(numbers) > 1}
     return outline
 
