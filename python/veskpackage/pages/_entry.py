@@ -47,6 +47,11 @@ class Entry:
     share: Share = field(default_factory=Share)
 
     @property
+    def runs_on_any_robot(self) -> bool:
+        """Also where it does not say on which."""
+        return not self.is_broken and (not self.models or "" in self.models)
+
+    @property
     def gravity(self) -> int:
         """For sorting: any error before any number of warnings."""
         return sum(

@@ -26,7 +26,7 @@ from ._entry import Entry, broken_entry, entry_of, title_of
 from ._findings import MOST_OF_A_RULE, counted, judged
 from ._folder import PACKAGES, Folder
 from ._index import index_context
-from ._scales import Bounds, Scale, Version, version
+from ._scales import Bounds, Scale, version
 from ._sources import Source, find
 from ._text import slug
 
@@ -146,7 +146,7 @@ def _package_context(package: Package, number: int, outline: _Outline) -> dict[s
 def _outline(manifests: Sequence[Source], jobs: int | None) -> _Outline:
     used: set[str] = set()
     pages: list[str] = []
-    versions: dict[str, set[Version]] = {"mirel": set(), "head": set(), "body": set()}
+    versions: dict[str, set[str]] = {"mirel": set(), "head": set(), "body": set()}
     by_uuid: dict[str, list[int]] = defaultdict(list)
     loading = load_many((manifest.path for manifest in manifests), jobs=jobs)
     for number, loaded in enumerate(loading):
@@ -156,7 +156,7 @@ def _outline(manifests: Sequence[Source], jobs: int | None) -> _Outline:
         if package.uuid.strip():
             by_uuid[package.uuid].append(number)
         for kind, texts in _versions(package):
-            versions[kind].update(filter(None, map(version, texts)))
+            versions[kind].update(filter(version, texts))
     doubles = {uuid: numbers for uuid, numbers in by_uuid.items() if len(numbers) > 1}
     return _Outline(
         manifests, pages, doubles, {kind: Scale(found) for kind, found in versions.items()}

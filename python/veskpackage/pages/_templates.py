@@ -50,7 +50,6 @@ def environment() -> Environment:
         language_tag=language_tag,
         by_language=_by_language,
         first_language=_first_language,
-        numbered=lambda labels: [(label, number) for number, label in enumerate(labels)],
         edge=lambda rank: "" if rank is None else rank,
     )
     style, script = _part("pages.css"), _part("index.js")
