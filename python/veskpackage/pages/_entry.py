@@ -42,14 +42,9 @@ class Entry:
     behaviors: int = 0
     dialogs: int = 0
     started: int = 0  #: services that start by themselves
-    mirel: list[Bounds] = field(default_factory=list)
-    models: list[str] = field(default_factory=list)
+    mirel: list[Bounds] = field(default_factory=list)  #: any where nothing is required
+    models: list[str] = field(default_factory=list)  #: "" is any, also where nothing is required
     share: Share = field(default_factory=Share)
-
-    @property
-    def runs_on_any_robot(self) -> bool:
-        """Also where it does not say on which."""
-        return not self.is_broken and (not self.models or "" in self.models)
 
     @property
     def gravity(self) -> int:
