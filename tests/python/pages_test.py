@@ -19,7 +19,16 @@ import stores
 
 import veskpackage
 from veskpackage import pages
-from veskpackage.pages import _coverage, _excerpt, _folder, _scales, _sources, _store, _text
+from veskpackage.pages import (
+    _coverage,
+    _excerpt,
+    _folder,
+    _scales,
+    _sources,
+    _store,
+    _templates,
+    _text,
+)
 from veskpackage.pages.__main__ import run
 
 EXAMPLES = Path(__file__).parents[2] / "examples" / "manifests"
@@ -78,7 +87,7 @@ def test_nothing_of_a_stranger_is_markup(tmp_path: Path) -> None:
     shown = [f"text{n}.U+202E</p><script>" in of_hostile.text for n in range(next(count))]
     assert shown.count(False) == 4  # path and installer of the package, categories of two behaviors
     assert "U+0001" in of_hostile.text and "{{7*7}}" in of_hostile.text
-    own = {*of_tame.names, "form", "input", "label", "select", "option", "button", "small"}
+    own = {*of_tame.names, *"form input datalist label select option button small".split()}
     for path, page in every.items():
         is_index = path.name == "index.html"
         assert set(page.names) <= own | {"script" if is_index else "pre", "mark"}
@@ -98,11 +107,17 @@ def test_what_is_not_seen_stands_as_its_code() -> None:
         "a\u202eb\n\tc\0": "a[U+202E]b\n\tc[U+0000]",
         "\u200d\udc80\u2028\ufeff": "[U+200D][U+DC80][U+2028][U+FEFF]",
         "a\u200bd\u200da": "a[U+200B]d[U+200D]a",
+        "\u3164": "[U+3164]",
+        "a\ufe0f\u0ba4\ufe0f\ufe0f": "a[U+FE0F]\u0ba4\ufe0f[U+FE0F]",
     }
-    joined = "\u0646\u200c\u062e \U0001f469\u200d\U0001f52c"
-    assert len(_text.shown("\u202e" * 1_000_000)) < 400_000  # badges do not grow without bound
+    joined = (
+        "\u0646\u200c\u062e \U0001f469\u200d\U0001f52c \u2764\ufe0f\u200d\U0001f525 1\ufe0f\u20e3"
+    )
+    assert len(_templates.shown("\u202e" * 1_000_000)) < 400_000  # badges do not grow without bound
     for text, expected in {**shown, joined: joined}.items():
-        assert _text.shown(text) == re.sub(r"\[(.*?)]", r'<span class="code">\1</span>', expected)
+        assert _templates.shown(text) == re.sub(
+            r"\[(.*?)]", r'<span class="code">\1</span>', expected
+        )
 
 
 def test_languages_of_html() -> None:
@@ -110,6 +125,8 @@ def test_languages_of_html() -> None:
             "sl_rozaj": "sl-rozaj", "English": "", "xx": "", "qaa": "", "": "", "en_US ": "",
             "de.UTF-8": "", '"><b': ""}  # fmt: skip
     assert {code: _text.language_tag(code) for code in tags} == tags
+    names = {" en\u3000": "␣en<U+3000>", "a b": "a b", "": "no language"}
+    assert {code: _text.language_name(code) for code in names} == names
 
 
 def test_holes_of_the_matrix() -> None:
@@ -145,10 +162,16 @@ def test_holes_of_the_matrix() -> None:
 
 
 def test_scales() -> None:
-    texts = ["2.10", "2.9", "1", "1.0.0", "4.0", "x", "", "1." * 20, "9" * 10, "\u0663"]
-    scale = _scales.Scale(filter(None, map(_scales.version, texts)))
-    assert scale.labels == ["1", "2.9", "2.10", "4"] and _scales.Scale([(3,)]).at(0) == 0.5
-    assert len(_scales.Scale((number,) for number in range(1000)).marks) == 2
+    texts = ["2.10", "2.9", "1", "1.0.0", "4.00", "4.0", "x", "", "1." * 20, "9" * 10, "\u0663"]
+    scale = _scales.Scale(texts)
+    assert scale.labels == ["1", "2.9", "2.10", "4.0"] and _scales.Scale(["3"]).at(0) == 0.5
+    many = _scales.Scale(map(str, [*range(1000), "9" * 9 + ".123456789"]))
+    assert len(many.marks) == 2
+    labelled = {("400", "700"): ["400", "700", "0"], ("400", "402"): ["400 – 402", "0"],
+                ("", ""): ["0", "999999999.1…"]}  # fmt: skip
+    for pair, labels in labelled.items():
+        bar = many.bar(_scales.Bounds(*pair))
+        assert bar and [label.text for label in bar.labels] == labels
     bars = {("1", "4"): (0, 1), ("", "2.9"): (None, 1 / 3), ("2.10.0", ""): (2 / 3, None),
             ("", ""): (None, None), ("4", "4.0"): (1, 1), ("2.10", "2.9"): None, ("x", ""): None,
             ("1", "9.x"): None}  # fmt: skip
@@ -156,13 +179,17 @@ def test_scales() -> None:
     assert {pair: bar and (bar.begin, bar.end) for pair, bar in drawn.items()} == bars
 
 
-@pytest.mark.parametrize("encoding", ["utf-8", "utf-8-sig", "iso-8859-1", "utf-16", "koi8-r"])
+@pytest.mark.parametrize(
+    "encoding",
+    ["utf-8", "utf-8-sig", "iso-8859-1", "utf-16", "koi8-r",
+     "idna", "punycode", "undefined", "unicode_escape", "none"],
+)  # fmt: skip
 def test_excerpts_stand_where_the_fault_is(encoding: str) -> None:
-    is_declared = encoding in ("iso-8859-1", "koi8-r")
-    text = f'<?xml version="1.0" encoding="{encoding}"?>' if is_declared else ""
+    text = "" if encoding.startswith("utf") else f'<?xml version="1.0" encoding="{encoding}"?>'
     letter = "\u0436" if encoding == "koi8-r" else "\u00e9"
     text += f'<package uuid="{letter}"><wrong/>\r\n{letter}\t<!--{letter}--><odd\n/></package>'
-    data = text.encode(encoding)
+    is_known = encoding in ("iso-8859-1", "koi8-r") or not text.startswith("<?")
+    data = text.encode(encoding if is_known else "utf-8")  # as readers take what nobody knows
     found = [finding for finding in veskpackage.check(data) if finding.rule == "unknown-element"]
     excerpts = [_excerpt.Excerpts(data, found).of(finding) for finding in found]
     assert excerpts[0] and excerpts[1] and excerpts[1].before == f"{letter}    <!--{letter}--><"
@@ -187,10 +214,34 @@ def test_bytes_are_the_same_wherever_and_whenever(tmp_path: Path) -> None:
 
 
 def test_the_package_needs_no_jinja() -> None:
-    command = "import sys, veskpackage; assert 'jinja2' not in sys.modules"
+    command = (
+        "import sys, veskpackage, veskpackage.pages.__main__ as tool; assert 'jinja2' not in sys.modules;"
+        "sys.modules['jinja2'] = None; sys.exit(tool.run(['missing', '-o', 'none']))"
+    )
     modules = str(Path(veskpackage.__file__).absolute().parents[1])
     variables = {**os.environ, "PYTHONPATH": modules}
-    subprocess.run([sys.executable, "-c", command], env=variables, check=True)
+    given = subprocess.run([sys.executable, "-c", command], env=variables, stderr=subprocess.PIPE)
+    assert (
+        given.returncode == 2
+        and given.stderr.count(b"\n") == 1
+        and b"python3-jinja2" in given.stderr
+    )
+
+
+def test_an_index_of_much(tmp_path: Path) -> None:
+    names = "".join(f'<name lang="{code}">{code * 50}</name>' for code in ("de", "en", "fr", "it"))
+    manifest = '<package uuid="{0}"><names><name lang="en">{0}</name></names></package>'
+    order = ["Ärger", "Øre", "part 2", "Part 10", "Zoo"]
+    many = f'<package author="Maker"><names>{names}</names>{"<bogus/>" * 120}</package>'
+    site = site_of(tmp_path, a=many, **{name: manifest.format(name) for name in order})
+    index = (site / "index.html").read_text("utf-8")
+    titles = re.findall('<th scope="row"><a [^>]*>([^<]*)', index)
+    assert titles == [order[0], "de" * 50, *order[1:]]
+    assert 'data-q=" Maker dede' in index and ">122 warnings<" in index
+    page = next(path.read_text() for path in site.glob("*/package-*"))
+    assert ">120 times<" in page and page.count("excerpt") < 100 and ">122 warnings<" in page
+    pages.write([tmp_path / "store" / "a.xml"], site)
+    assert not (site / "packages").exists()
 
 
 def test_names_of_pages_stay_in_the_folder(tmp_path: Path) -> None:
@@ -223,11 +274,17 @@ def test_files_of_others_stay(tmp_path: Path, capsys: pytest.CaptureFixture[str]
     shutil.move(site / "packages", tmp_path / "moved")
     (site / "packages").symlink_to(tmp_path / "moved")
     assert run([*two, "-o", str(site)]) == 1 and os.listdir(tmp_path / "moved") == ["mine.html"]
-    assert run([str(tmp_path), "-o", str(site)]) == 2
-    assert "no manifest in" in capsys.readouterr().err
-    assert run(["missing.xml", "-o", str(tmp_path / "new")]) == 3
-    assert capsys.readouterr().err == "missing.xml: error: No such file or directory\n"
-    assert "No such file" in (tmp_path / "new" / "index.html").read_text()
+    before = (site / _folder.LIST).read_text()
+    (tmp_path / "none").mkdir()
+    capsys.readouterr()
+    for none, why in {"none": "looked for manifest.xml, and for .xml files whose root is package",
+                      "missing": "No such file or directory",
+                      "/dev/null": "neither a file nor a folder"}.items():  # fmt: skip
+        assert run([two[0], str(tmp_path / none), "-o", str(site)]) == 2
+        assert capsys.readouterr().err == f"no manifest in {tmp_path / none}: {why}\n"
+    with pytest.raises(TypeError):
+        pages.write(two[0], site)
+    assert (site / _folder.LIST).read_text() == before
 
 
 def test_which_files_of_a_folder_are_manifests(tmp_path: Path) -> None:
@@ -235,17 +292,21 @@ def test_which_files_of_a_folder_are_manifests(tmp_path: Path) -> None:
              "h.xml": "no", "d.txt": "<package/>", ".e/manifest.xml": "<package/>",
              ".f.xml": "<package/>",
              "g.xml": f"<!--{'g' * 70000}--><x/>", "i.xml": "<x:package xmlns:x='x'/>",
-             "B/j.xml": "<package/>", "k.XML": "<package/>"}  # fmt: skip
+             "B/j.xml": "<package/>", "k.XML": "<package/>",
+             f"{'n/' * 1200}manifest.xml": "<package/>"}  # fmt: skip
+    subprocess.run(["mkdir", "-p", tmp_path / ("n/" * 1200)], check=True)
     for name, text in files.items():
         (tmp_path / name).parent.mkdir(exist_ok=True)
         (tmp_path / name).write_text(text)
     (tmp_path / "l").symlink_to(tmp_path / "b")
     (tmp_path / "m.xml").symlink_to(tmp_path / "a.xml")
-    rest = ["B/j.xml", "a.xml", "g.xml", "h.xml", "i.xml", "m.xml"]
+    (tmp_path / "o.xml").symlink_to("o.xml")
+    rest = ["B/j.xml", "a.xml", "g.xml", "h.xml", "i.xml", "m.xml", f"{'n/' * 1200}manifest.xml"]
     several = [source.shown for source in _sources.find([tmp_path / "b", tmp_path])]
     assert several == ["b/manifest.xml", *(f"{tmp_path.name}/{name}" for name in rest)]
     alone = [source.shown for source in _sources.find([tmp_path])]
     assert alone == [*rest[:2], "b/manifest.xml", *rest[2:]]
+    subprocess.run(["rm", "-r", tmp_path / "n"], check=True)  # too deep for others
 
 
 def test_packages_are_not_kept(tmp_path: Path, monkeypatch: pytest.MonkeyPatch) -> None:

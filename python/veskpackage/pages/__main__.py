@@ -17,9 +17,9 @@ def run(arguments: Sequence[str] | None = None) -> int:
     parser = argparse.ArgumentParser(
         "python -m veskpackage.pages",
         description="Writes pages of HTML about packages, which open from a disk: one for each "
-        "manifest, and an index where there are several.",
+        "manifest, and an index where there are several. A veskpackage.toml is not asked.",
         epilog="Exit codes: 0 done, 1 the folder holds files of somebody else, 2 wrong usage or no "
-        "manifest found, 3 a manifest is unreadable or malformed, or a page cannot be written.",
+        "manifest in a SOURCE, 3 a manifest is unreadable or malformed, or a page cannot be written.",
     )
     parser.add_argument(
         "source",
@@ -52,6 +52,9 @@ def run(arguments: Sequence[str] | None = None) -> int:
     except NoManifest as none:
         _complain(str(none))
         return WRONG_USAGE
+    except ModuleNotFoundError as missing:
+        _complain(f"{missing}: pages need Jinja2, Debian's python3-jinja2 or the extra [pages]")
+        return WRONG_USAGE
     except OSError as error:
         _complain(f"{error.filename}: error: {error.strerror}" if error.filename else str(error))
         return UNREADABLE
@@ -61,10 +64,9 @@ def run(arguments: Sequence[str] | None = None) -> int:
 
 
 def _positive(text: str) -> int:
-    number = int(text)
-    if number < 1:
-        raise ValueError
-    return number
+    if not text.isdecimal() or not int(text):
+        raise argparse.ArgumentTypeError(f"{text!r} is no number from 1 on")
+    return int(text)
 
 
 def _complain(message: str) -> None:

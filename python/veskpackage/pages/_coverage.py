@@ -1,10 +1,10 @@
 # SPDX-License-Identifier: Apache-2.0
 """Which texts of a package there are in which languages.
 
-Names and descriptions are expected in the description languages, what is said and heard in the
-supported ones. As for trimming, a text in en_US will do where "en" is listed. A hole is a text that
-there is in some language, but not in one where it is expected; names and topics of dialogs are
-expected in any case.
+Names and descriptions are expected in the description languages; tags, what is said and heard, and
+topics of dialogs in the supported ones. As for trimming, a text in en_US will do where "en" is listed.
+A hole is a text that there is in some language, but not in one where it is expected; names of the
+package and of behaviors, and topics, are expected in any case.
 """
 
 from __future__ import annotations

@@ -3,21 +3,19 @@
 
 from __future__ import annotations
 
-from collections import Counter
-from collections.abc import Mapping, Sequence
+from collections.abc import Mapping
 from dataclasses import dataclass, field
 
-from ..checking import Finding, Severity
 from ..package import Package
+from ..records import MirelRequirement, RobotRequirement
 from ._coverage import Share, listed
+from ._findings import SEVERITIES
 from ._scales import Bounds
-from ._text import cut
-
-#: From the gravest on.
-SEVERITIES: tuple[Severity, ...] = ("error", "warning", "hint")
+from ._text import cut, language_name
 
 # A stranger's text can be long, and an index has thousands of them.
 _MOST_OF_TEXT = 100
+_MOST_OF_NAMES = 300
 _MOST_OF_LIST = 40
 
 
@@ -39,20 +37,20 @@ class Entry:
     uuid: str = ""
     version: str = ""
     channel: str = ""
-    others: str = ""  #: its other names and its makers, to be searched
+    others: str = ""  #: its makers and other names, to be searched
     languages: list[str] = field(default_factory=list)
     behaviors: int = 0
     dialogs: int = 0
     started: int = 0  #: services that start by themselves
-    mirel: list[Bounds] = field(default_factory=list)
-    models: list[str] = field(default_factory=list)
+    mirel: list[Bounds] = field(default_factory=list)  #: any where nothing is required
+    models: list[str] = field(default_factory=list)  #: "" is any, also where nothing is required
     share: Share = field(default_factory=Share)
 
     @property
     def gravity(self) -> int:
         """For sorting: any error before any number of warnings."""
         return sum(
-            min(self.counts[severity], 999) * 1000**power
+            min(self.counts[severity], 999_999) * 1_000_000**power
             for power, severity in enumerate(reversed(SEVERITIES))
         )
 
@@ -65,38 +63,39 @@ def title_of(package: Package, fallback: str) -> Title:
     return Title(package.uuid if package.uuid.strip() else fallback)
 
 
-def counted(findings: Sequence[Finding]) -> Mapping[str, int]:
-    counts = Counter(finding.severity for finding in findings)
-    return {severity: counts[severity] for severity in SEVERITIES}
+def broken_entry(page: str, path: str, counts: Mapping[str, int]) -> Entry:
+    """Of a manifest that no reader takes, which is an error even where it cannot be checked."""
+    counts = {**counts, "error": max(1, counts["error"])}
+    return Entry(page, path, Title(path), counts, is_broken=True)
 
 
 def entry_of(
-    package: Package, page: str, path: str, findings: Sequence[Finding], share: Share
+    package: Package, page: str, path: str, counts: Mapping[str, int], share: Share
 ) -> Entry:
     title = title_of(package, path)
-    makers = [package.author, package.organization]
-    names = [package.names[language] for language in sorted(package.names)]
+    makers = [cut(maker, _MOST_OF_TEXT) for maker in (package.author, package.organization)]
+    names = " ".join(package.names[language] for language in sorted(package.names))
     return Entry(
         page,
         path,
         Title(cut(title.text, _MOST_OF_TEXT), title.language),
-        counted(findings),
+        counts,
         uuid=cut(package.uuid, _MOST_OF_TEXT),
         version=cut(package.version, _MOST_OF_TEXT),
         channel=cut(package.channel, _MOST_OF_TEXT),
-        others=cut(" ".join(filter(None, [*names, *makers])), 3 * _MOST_OF_TEXT),
-        languages=[cut(language, _MOST_OF_TEXT) for language in listed(package)[:_MOST_OF_LIST]],
+        others=" ".join(filter(None, [*makers, cut(names, _MOST_OF_NAMES)])),
+        languages=[cut(language_name(language), _MOST_OF_TEXT) for language in listed(package)],
         behaviors=len(package.behaviors),
         dialogs=len(package.dialogs),
         started=sum(service.auto_run for service in package.services),
         mirel=[
             Bounds(cut(needed.min_version, _MOST_OF_TEXT), cut(needed.max_version, _MOST_OF_TEXT))
-            for needed in package.mirel_requirements[:_MOST_OF_LIST]
+            for needed in package.mirel_requirements[:_MOST_OF_LIST] or [MirelRequirement()]
         ],
         models=sorted(
             {
                 cut(needed.model, _MOST_OF_TEXT)
-                for needed in package.robot_requirements[:_MOST_OF_LIST]
+                for needed in package.robot_requirements[:_MOST_OF_LIST] or [RobotRequirement()]
             }
         ),
         share=share,

@@ -16,6 +16,9 @@ _MOST_BEFORE = 40
 _MOST = 100
 _MOST_BYTES = 4 * (_MOST + 2)  # more characters than are shown, though the outermost may be cut
 _LINE_END = re.compile(b"[\r\n]")
+# The encodings that readers know, as Python calls them. It has others, such as "idna" and "utf-7", which
+# refuse bytes, take long, or give what is no text.
+_KNOWN = re.compile("ascii|big5|cp[0-9]|euc_|gb|hp-|iso|koi8-|mac-|shift_jis|tis-|utf-(?:16|32)")
 
 
 @dataclass(frozen=True, slots=True)
@@ -30,7 +33,7 @@ class Excerpts:
     """Those of one manifest. The text is not kept as Unicode, since offsets count its bytes."""
 
     def __init__(self, data: bytes, findings: Sequence[Finding]) -> None:
-        self._text = data if _core.is_utf8(data) else _decoded(data).encode()
+        self._text = data if _core.is_utf8(data) else _decoded(data).encode(errors="replace")
         places = [finding for finding in findings if _has_exact_place(finding)]
         # Where the encoding is taken for another one than the checker takes it for, nothing is
         # better.
@@ -77,12 +80,12 @@ def _has_exact_place(finding: Finding) -> bool:
 
 
 def _decoded(data: bytes) -> str:
-    """With a byte order mark, if there is one."""
+    """With a byte order mark, if there is one. What is in no known encoding is read as UTF-8."""
     declared = re.match(rb"""<\?xml[^>]{0,100}encoding\s*=\s*["']([A-Za-z0-9._-]+)""", data)
     encoding = "utf-16-be" if data.startswith(codecs.BOM_UTF16_BE) else "utf-16-le"
     if declared:
-        encoding = declared[1].decode()
-    try:
-        return data.decode(encoding, errors="replace")
-    except LookupError:
-        return ""
+        try:
+            encoding = codecs.lookup(declared[1].decode()).name
+        except LookupError:
+            encoding = ""
+    return data.decode(encoding if _KNOWN.match(encoding) else "utf-8", errors="replace")

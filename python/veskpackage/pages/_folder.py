@@ -7,6 +7,7 @@ import os
 import re
 import secrets
 from collections.abc import Iterable
+from contextlib import suppress
 
 from .._files import Path
 
@@ -67,6 +68,8 @@ class Folder:
                 os.unlink(self._at(name))
             except FileNotFoundError:
                 pass
+        with suppress(OSError):  # it is needed, or not there, or holds what others have put there
+            os.rmdir(self._at(PACKAGES))
         self._write_list(self._names)
 
     def write(self, name: str, content: str | Iterable[str]) -> None:
@@ -82,7 +85,9 @@ class Folder:
             with open(fresh, "x", encoding="utf-8", newline="\n") as file:
                 file.writelines(content)
             os.replace(fresh, self._at(name))
-        except BaseException:
+        except BaseException as failure:
             if os.path.lexists(fresh):
                 os.unlink(fresh)
+            if isinstance(failure, OSError):  # which names what stood there for a moment
+                raise OSError(failure.errno, failure.strerror, self._at(name)) from None
             raise

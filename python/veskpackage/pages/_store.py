@@ -12,29 +12,27 @@ import hashlib
 import os
 from collections import defaultdict
 from collections.abc import Iterable, Sequence
-from dataclasses import dataclass, field
+from dataclasses import dataclass
 from typing import Any
 
-from .. import _core
+from .._batches import checked_jobs
 from .._files import Path
-from ..checking import Checked, Finding, check_many
+from ..checking import Checked, check_many
 from ..errors import ManifestError
-from ..loading import load_many
+from ..loading import Loaded, load_many
 from ..package import Package
 from ._coverage import Coverage, listed, matrix
-from ._entry import SEVERITIES, Entry, Title, counted, entry_of, title_of
-from ._excerpt import Excerpts
+from ._entry import Entry, broken_entry, entry_of, title_of
+from ._findings import MOST_OF_A_RULE, counted, judged
 from ._folder import PACKAGES, Folder
-from ._scales import Bounds, Scale, Version, version
+from ._index import index_context
+from ._scales import Bounds, Scale, version
 from ._sources import Source, find
-from ._templates import environment
 from ._text import slug
 
 INDEX = "index.html"
 
-#: Of a rule, how many findings a page shows.
-MOST_OF_A_RULE = 50
-#: How many others with its uuid.
+#: How many others with its uuid a page shows.
 MOST_DOUBLES = 20
 
 
@@ -64,12 +62,14 @@ class Written:
 class _Outline:
     """What is known of all packages before the first page."""
 
-    pages: list[str] = field(default_factory=list)
-    versions: dict[str, set[Version]] = field(default_factory=lambda: defaultdict(set))
-    doubles: dict[str, list[int]] = field(default_factory=dict)  #: indexes of packages by uuid
+    manifests: Sequence[Source]
+    pages: list[str]  #: how the page of each is called
+    doubles: dict[str, list[int]]  #: which packages have a uuid that is not unique, by it
+    scales: dict[str, Scale]
 
-    def scales(self) -> dict[str, Scale]:
-        return {kind: Scale(self.versions[kind]) for kind in ("mirel", "head", "body")}
+    @property
+    def is_store(self) -> bool:
+        return len(self.manifests) > 1
 
 
 def write(
@@ -79,84 +79,88 @@ def write(
     of a single one, index.html is its page. The same manifests give the same bytes, wherever they
     lie.
 
-    Raises NoManifest where there is none, NotOurs for a folder that holds other files, unless
-    `force` is set, and OSError where a page cannot be written. A manifest that cannot be read ends
-    nothing: its page says why, and so does what is given.
+    Raises NoManifest where there is none in one of them, NotOurs for a folder that holds other files,
+    unless `force` is set, and OSError where a page cannot be written. A manifest that cannot be read
+    ends nothing: its page says why, and so does what is given. Raises ModuleNotFoundError where there
+    is no Jinja2.
     """
+    from ._templates import environment  # whose Jinja2 is not asked for before there is need of it
+
+    checked_jobs(sources, jobs)
     manifests = find(sources)
     site = Folder(folder, force=force)
     outline = _outline(manifests, jobs)
-    is_store = len(manifests) > 1
-    site.begin([*outline.pages, *([INDEX] if is_store else [])])
+    site.begin([*outline.pages, *([INDEX] if outline.is_store else [])])
     template = environment().get_template("package.html")
-    scales = outline.scales()
     coverage = Coverage()
     entries: list[Entry] = []
     complaints: list[Complaint] = []
-    paths = [manifest.path for manifest in manifests]
-    loading = load_many(paths, jobs=jobs)
-    checking = check_many(paths, jobs=jobs, most_of_a_rule=MOST_OF_A_RULE)
-    for number, (loaded, checked) in enumerate(zip(loading, checking)):
-        shown, page = manifests[number].shown, outline.pages[number]
+    for number, (loaded, checked) in enumerate(_read(manifests, jobs)):
+        shown, page, groups = manifests[number].shown, outline.pages[number], judged(checked)
         package, error = loaded.package, loaded.error or checked.error
         if package is None or error is not None:
             assert error is not None
-            complaints.append(Complaint(os.fspath(paths[number]), error))
-            counts = {
-                **counted(checked.findings),
-                "error": max(1, counted(checked.findings)["error"]),
-            }
-            entries.append(Entry(page, shown, Title(shown), counts, is_broken=True))
-            context: dict[str, Any] = {"package": None, "error": _message(error)}
+            complaints.append(Complaint(manifests[number].path, error))
+            entry = broken_entry(page, shown, counted(groups))
+            context: dict[str, Any] = {"package": None, "title": entry.title, "error": _told(error)}
         else:
-            share = coverage.add(package)
-            entries.append(entry_of(package, page, shown, checked.findings, share))
-            doubles = outline.doubles.get(package.uuid, [])
-            others = [other for other in doubles[: MOST_DOUBLES + 1] if other != number]
-            context = {
-                "package": package,
-                "order": _order(package),
-                "matrix": matrix(package),
-                "bounds": Bounds,
-                "scales": scales,
-                "doubles": [
-                    (outline.pages[other], manifests[other].shown)
-                    for other in others[:MOST_DOUBLES]
-                ],
-                "doubles_left_out": max(0, len(doubles) - 1 - MOST_DOUBLES),
-            }
-        entry = entries[-1]
-        title = title_of(package, shown) if package is not None else entry.title
-        site.write(
-            page,
-            template.generate(
-                entry=entry, title=title, is_store=is_store, findings=_judged(checked), **context
-            ),
-        )
-    if is_store:
-        site.write(INDEX, _index(entries, outline, coverage, scales["mirel"]))
+            entry = entry_of(package, page, shown, counted(groups), coverage.add(package))
+            context = _package_context(package, number, outline)
+        entries.append(entry)
+        context |= {"entry": entry, "findings": groups, "is_store": outline.is_store}
+        site.write(page, template.generate(context))
+    if outline.is_store:
+        doubles = {
+            uuid: [entries[number] for number in numbers]
+            for uuid, numbers in outline.doubles.items()
+        }
+        context = index_context(entries, doubles, coverage, outline.scales["mirel"])
+        site.write(INDEX, environment().get_template("index.html").generate(context))
     site.end()
     return Written(len(entries), tuple(complaints))
 
 
+def _read(manifests: Sequence[Source], jobs: int | None) -> Iterable[tuple[Loaded, Checked]]:
+    paths = [manifest.path for manifest in manifests]
+    checking = check_many(paths, jobs=jobs, most_of_a_rule=MOST_OF_A_RULE)
+    return zip(load_many(paths, jobs=jobs), checking)
+
+
+def _package_context(package: Package, number: int, outline: _Outline) -> dict[str, Any]:
+    """What the page of a package shows and the index does not."""
+    doubles = outline.doubles.get(package.uuid, [])
+    others = [other for other in doubles[: MOST_DOUBLES + 1] if other != number][:MOST_DOUBLES]
+    return {
+        "package": package,
+        "title": title_of(package, outline.manifests[number].shown),
+        # Where a language stands among others: first the listed ones.
+        "order": {language: place for place, language in enumerate(listed(package))},
+        "matrix": matrix(package),
+        "bounds": Bounds,
+        "scales": outline.scales,
+        "doubles": [(outline.pages[other], outline.manifests[other].shown) for other in others],
+        "doubles_left_out": max(0, len(doubles) - 1 - MOST_DOUBLES),
+    }
+
+
 def _outline(manifests: Sequence[Source], jobs: int | None) -> _Outline:
-    outline = _Outline()
     used: set[str] = set()
+    pages: list[str] = []
+    versions: dict[str, set[str]] = {"mirel": set(), "head": set(), "body": set()}
     by_uuid: dict[str, list[int]] = defaultdict(list)
-    for number, loaded in enumerate(
-        load_many((manifest.path for manifest in manifests), jobs=jobs)
-    ):
+    loading = load_many((manifest.path for manifest in manifests), jobs=jobs)
+    for number, loaded in enumerate(loading):
         package = loaded.package or Package()
-        if len(manifests) == 1:
-            outline.pages.append(INDEX)
-        else:
-            outline.pages.append(_page_name(package, manifests[number].shown, used))
+        shown = manifests[number].shown
+        pages.append(_page_name(package, shown, used) if len(manifests) > 1 else INDEX)
         if package.uuid.strip():
             by_uuid[package.uuid].append(number)
         for kind, texts in _versions(package):
-            outline.versions[kind].update(filter(None, map(version, texts)))
-    outline.doubles = {uuid: numbers for uuid, numbers in by_uuid.items() if len(numbers) > 1}
-    return outline
+            versions[kind].update(filter(version, texts))
+    doubles = {uuid: numbers for uuid, numbers in by_uuid.items() if len(numbers) > 1}
+    return _Outline(
+        manifests, pages, doubles, {kind: Scale(found) for kind, found in versions.items()}
+    )
 
 
 def _versions(package: Package) -> Iterable[tuple[str, list[str]]]:
@@ -177,81 +181,15 @@ def _page_name(package: Package, shown: str, used: set[str]) -> str:
     return name
 
 
-def _order(package: Package) -> dict[str, int]:
-    """Where a language stands among others: first the listed ones."""
-    return {language: place for place, language in enumerate(listed(package))}
-
-
-def _judged(checked: Checked) -> list[dict[str, Any]]:
-    """The findings with their excerpts, by rule, the gravest first."""
-    if not checked.findings:
-        return []
-    excerpts = _excerpts(checked)
-    by_rule: dict[tuple[int, str], list[Finding]] = defaultdict(list)
-    for finding in checked.findings:
-        by_rule[SEVERITIES.index(finding.severity), finding.rule].append(finding)
-    return [
-        {
-            "severity": SEVERITIES[gravity],
-            "rule": rule,
-            "findings": [(finding, excerpts and excerpts.of(finding)) for finding in found],
-        }
-        for (gravity, rule), found in sorted(by_rule.items(), key=lambda item: item[0])
-    ]
-
-
-def _excerpts(checked: Checked) -> Excerpts | None:
-    try:
-        return Excerpts(_core.file_bytes(os.fsencode(checked.path)), checked.findings)
-    except (OSError, ManifestError):
-        return None
+def _told(error: Exception) -> str:
+    """Without the path, which would say where the manifest lies."""
+    if isinstance(error, ManifestError) and error.line:
+        return f"{error.message} (line {error.line}, column {error.column})"
+    return _message(error)
 
 
 def _message(error: Exception) -> str:
-    """Without the path, which would say where the manifest lies."""
     if isinstance(error, ManifestError):
         return error.message
     reason = error.strerror if isinstance(error, OSError) else None
     return reason or type(error).__name__
-
-
-def _index(
-    entries: list[Entry], outline: _Outline, coverage: Coverage, scale: Scale
-) -> Iterable[str]:
-    entries.sort(key=lambda entry: (entry.title.text.casefold(), entry.path))
-    by_page = {entry.page: entry for entry in entries}
-    doubles = [
-        (uuid, [by_page[outline.pages[number]] for number in numbers])
-        for uuid, numbers in sorted(outline.doubles.items())
-    ]
-    languages = sorted(coverage.languages.items(), key=lambda item: (-item[1].packages, item[0]))
-
-    def numbered(values: Iterable[str]) -> dict[str, int]:
-        return {value: number for number, value in enumerate(sorted(set(values)))}
-
-    totals = {
-        "behaviors": sum(entry.behaviors for entry in entries),
-        "dialogs": sum(entry.dialogs for entry in entries),
-        "started": sum(entry.started > 0 for entry in entries),
-        "broken": sum(entry.is_broken for entry in entries),
-        "holes": sum(entry.share.there < entry.share.expected for entry in entries),
-        "errors": sum(entry.counts["error"] > 0 for entry in entries),
-        "warnings": sum(entry.counts["warning"] > 0 for entry in entries),
-    }
-    return (
-        environment()
-        .get_template("index.html")
-        .generate(
-            entries=entries,
-            doubles=doubles,
-            doubled={
-                outline.pages[number] for numbers in outline.doubles.values() for number in numbers
-            },
-            coverage=languages,
-            totals=totals,
-            scale=scale,
-            languages=numbered(language for entry in entries for language in entry.languages),
-            channels=numbered(entry.channel for entry in entries if entry.channel),
-            models=numbered(model for entry in entries for model in entry.models if model),
-        )
-    )

@@ -10,16 +10,24 @@ import re
 from collections.abc import Mapping
 from functools import cache
 from pathlib import Path
-from typing import TypeVar
+from typing import Any, TypeVar
 
 from jinja2 import Environment, FileSystemLoader, StrictUndefined
-from markupsafe import Markup
+from markupsafe import Markup, escape
 
 from ..checking import rules
-from ._text import cut, language_tag, plain, shown
+from ._text import code_of, cut, is_visible, language_name, language_tag, pieces, plain
+
+# Of packages in any folders, which no rule of the checker is about.
+_SAME_UUID = (
+    "Robots tell packages apart by their uuids: of several with the same one, a robot has only one. "
+    "Give a copy a uuid of its own; versions of one package may share it."
+)
 
 Text = TypeVar("Text", str, list[str])
 
+# Of one text. A badge takes more room than the character that it stands for.
+_MOST = 10_000
 _FOLDER = Path(__file__).parent / "templates"
 
 
@@ -38,10 +46,10 @@ def environment() -> Environment:
     made.filters.update(
         plain=plain,
         cut=cut,
+        language_name=language_name,
         language_tag=language_tag,
         by_language=_by_language,
         first_language=_first_language,
-        numbered=lambda labels: [(label, number) for number, label in enumerate(labels)],
         edge=lambda rank: "" if rank is None else rank,
     )
     style, script = _part("pages.css"), _part("index.js")
@@ -52,10 +60,26 @@ def environment() -> Environment:
         style=Markup(style),
         script=Markup(script),
         policy=Markup(policy),
+        same_uuid=_SAME_UUID,
         explanations={rule.tag: rule.explanation for rule in rules()},
         script_policy=Markup(f"; script-src '{_hash(script)}'"),
     )
     return made
+
+
+def shown(value: Any) -> Any:
+    """What a template prints: of a text markup, in which what is not seen stands as its code."""
+    if not isinstance(value, str) or isinstance(value, Markup):
+        return value
+    if len(value) > _MOST:
+        rest = Markup('<span class="muted"> … and {:,} more characters</span>')
+        return shown(value[:_MOST]) + rest.format(len(value) - _MOST)
+    if is_visible(value):
+        return escape(value)
+    code = Markup('<span class="code">{}</span>')
+    return Markup("").join(
+        code.format(code_of(piece)) if is_unseen else piece for piece, is_unseen in pieces(value)
+    )
 
 
 def _by_language(texts: Mapping[str, Text], order: Mapping[str, int]) -> list[tuple[str, Text]]:
