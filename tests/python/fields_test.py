@@ -9,7 +9,7 @@ from types import MappingProxyType
 
 import pytest
 import veskpackage
-from veskpackage import Package, Permissions, _core, loads
+from veskpackage import Dialog, Package, Permissions, _core, loads
 
 RECORD_TYPES = _core.record_types()
 
@@ -120,3 +120,9 @@ def test_a_manifest_holds_every_field_that_has_a_place_in_it(tool, tmp_path):
     whole.save(tmp_path / "manifest.xml")
     assert tool("show", "--format", "json", tmp_path / "manifest.xml") == held.to_dict()
     assert tool("show", tmp_path / "manifest.xml").decode() == str(held)
+
+
+def test_what_is_odd_in_a_variant_is_read_as_empty():
+    odd = (("topicName", 5), ["typeVersion", "2"], ("topics", {"en": "t"}))
+    assert Dialog.from_variant(odd) == Dialog(type_version="2")
+    assert Dialog.from_variant(5) == Dialog.from_variant(None) == Dialog.from_variant(())
