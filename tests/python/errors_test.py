@@ -97,6 +97,8 @@ def test_files_that_cannot_be_read(tmp_path):
     (lambda: veskpackage.load(None), TypeError, "PathLike"),
     (lambda: veskpackage.check(5), TypeError, "PathLike"),
     (lambda: veskpackage.check(b"", severities={"no": "off"}), ValueError, "^no rule: no$"),
+    (lambda: veskpackage.check(b"", package_folder="no"), FileNotFoundError, "'no/'"),
+    (lambda: veskpackage.check(b"", package_folder=__file__), NotADirectoryError, "_test.py/"),
     (lambda: veskpackage.fix(b"", severities={"root-name": "bad"}), ValueError, "severity: bad"),
     (lambda: next(veskpackage.load_many([], jobs=-1)), ValueError, "jobs: -1 is less than 1"),
     (lambda: Package.from_dict({"nams": {}}), FieldError, "^nams: .*did you mean names"),
