@@ -160,6 +160,10 @@ def test_the_log_is_pythons_when_asked_for(caplog, capfd):
     def read():
         with pytest.raises(ManifestError):
             veskpackage.loads("<a></b>")
+        with pytest.raises(FileNotFoundError):
+            veskpackage.load("missing")
+        with pytest.raises(EditError):
+            edit(COMMENTED, {"installer": "x"})
         assert next(veskpackage.load_many([__file__])).error  # on another thread
 
     def logged():
@@ -169,7 +173,9 @@ def test_the_log_is_pythons_when_asked_for(caplog, capfd):
         return records
 
     fault = "error occurred while parsing element"
-    messages = ["a manifest:1:7: tag mismatch", f"{__file__}:1:1: {fault}"]
+    missing = f"missing: {os.strerror(errno.ENOENT)}"
+    refused = "a manifest: installer is not part of a manifest"
+    messages = ["a manifest:1:7: tag mismatch", missing, refused, f"{__file__}:1:1: {fault}"]
     assert logged() == []
     try:
         for logger in (None, logging.getLogger("mine")):  # instead of, not beside, the first
@@ -183,6 +189,8 @@ def test_the_log_is_pythons_when_asked_for(caplog, capfd):
                 veskpackage.stop_forwarding_log()
             assert all(one.result() for one in running)
         capfd.readouterr()  # where a message goes that comes in between is open
+        veskpackage.forward_log()
+        read()  # and nothing is printed
     finally:
         veskpackage.stop_forwarding_log()
         veskpackage.stop_forwarding_log()
