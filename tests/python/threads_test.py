@@ -175,3 +175,17 @@ for _ in range(4):
 time.sleep(0.1)"""
     for _ in range(4):
         subprocess.run([sys.executable, "-c", program], check=True, timeout=60)
+
+
+@pytest.mark.parametrize("first", ["", "import veskpackage"])
+def test_another_interpreter_is_refused_at_once(first):
+    program = f"""{first}
+try: import _interpreters as others
+except ImportError: import _xxsubinterpreters as others
+others.run_string(others.create(), '''if True:
+    try: import veskpackage
+    except ImportError as error: print("refused", flush=True)''')"""
+    done = subprocess.run(
+        [sys.executable, "-c", program], check=True, timeout=60, stdout=subprocess.PIPE
+    )
+    assert done.stdout == b"refused\n"
