@@ -5,6 +5,7 @@
 #include "logging.hpp"
 #include "reading.hpp"
 #include "record.hpp"
+#include "unlocked.hpp"
 
 #include <exception>
 
@@ -25,6 +26,7 @@ PyObject* newModule()
   defineEditing(module);
   defineLogging(module);
   module.attr("version") = VESKPACKAGE_VERSION;
+  Py_AtExit(endWork);
   return module.release().ptr();
 }
 
