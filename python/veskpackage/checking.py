@@ -193,7 +193,9 @@ def check_many(
     can be any number. A file that cannot be read has an `error` and ends nothing.
 
     With `look_up_files`, the paths in each manifest are looked up in the folder where it lies. The other
-    options are those of `check`. To leave early waits for no file: a thread that still does ends with it."""
+    options are those of `check`.
+
+    Who leaves early waits for no file; a thread that does ends when it has got it."""
     options = _options(severities, "", most_of_a_rule)
     threads = checked_jobs(paths, jobs)
 

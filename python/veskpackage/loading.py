@@ -57,7 +57,9 @@ def loads(manifest: bytes | bytearray | memoryview | str) -> Package:
 def load_many(paths: Iterable[Path], *, jobs: int | None = None) -> Generator[Loaded, None, None]:
     """Loads files on several threads at once, as many as there are processors or `jobs`, and gives the
     results in the order of the paths, as they come. The paths are asked for as they are needed, so there
-    can be any number. A file that cannot be read has an `error` and ends nothing."""
+    can be any number. A file that cannot be read has an `error` and ends nothing.
+
+    Who leaves early waits for no file; a thread that does ends when it has got it."""
     threads = checked_jobs(paths, jobs)
 
     def load_all() -> Generator[Loaded, None, None]:
