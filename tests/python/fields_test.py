@@ -77,9 +77,13 @@ def test_copies_are_equal_and_share_nothing(record):
         lambda one: pickle.loads(pickle.dumps(one)),
         lambda one: type(one).from_dict(one.to_dict()),
         lambda one: type(one).from_dict(
-            MappingProxyType({field.json_name: getattr(one, field.name) for field in one._fields})
+            MappingProxyType(
+                {field.json_name: getattr(one, field.name) for field in one._all_fields}
+            )
         ),
-        lambda one: type(one)(**{field.name: getattr(one, field.name) for field in one._fields}),
+        lambda one: type(one)(
+            **{field.name: getattr(one, field.name) for field in one._all_fields}
+        ),
         lambda one: eval(repr(one), vars(veskpackage)) if record != "Package" else copy.copy(one),
     ):
         for name in map(snake, dict(RECORD_TYPES[record])):

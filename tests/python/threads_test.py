@@ -144,7 +144,7 @@ def test_several_threads_read_one_package():
             parts = [
                 getattr(one, field.name)
                 for one in (package, *package.behaviors)
-                for field in one._fields
+                for field in one._all_fields
             ]
             assert package == expected and package.copy() == expected
             return parts
