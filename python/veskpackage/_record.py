@@ -10,6 +10,7 @@ from __future__ import annotations
 
 import json
 from collections.abc import Callable, Iterable, Mapping
+from copy import deepcopy
 from typing import Any, ClassVar, Generic, Self, TypeVar, overload
 
 from . import _core
@@ -193,13 +194,22 @@ class Record:
 
     def copy(self) -> Self:
         """A record with the same fields, which shares nothing with this one."""
-        return self._of(self._whole())
+        return deepcopy(self)
 
     def __copy__(self) -> Self:
         return self.copy()
 
-    def __deepcopy__(self, memo: object) -> Self:
-        return self.copy()
+    def __deepcopy__(self, memo: dict[int, Any]) -> Self:
+        other = self._of(self._held.copy())
+        other._parts = deepcopy(dict(self._parts), memo)
+        return other
+
+    def __replace__(self, **changes: Any) -> Self:
+        """A copy with other values of some fields, for Python's `copy.replace`."""
+        other = self.copy()
+        for name, value in changes.items():
+            setattr(other, name, value)
+        return other
 
     def __reduce__(self) -> tuple[Any, ...]:
         return self.from_dict, (self.to_dict(),)

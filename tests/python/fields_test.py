@@ -9,7 +9,7 @@ from types import MappingProxyType
 
 import pytest
 import veskpackage
-from veskpackage import Dialog, Package, Permissions, _core, loads
+from veskpackage import Behavior, Dialog, Package, Permissions, _core, loads
 
 RECORD_TYPES = _core.record_types()
 
@@ -96,6 +96,18 @@ def test_copies_are_equal_and_share_nothing(record):
             else:
                 setattr(other, name, getattr(type(made)(), name))
             assert other != made and made.to_dict() == before
+
+
+def test_copies_keep_classes_and_what_is_shared():
+    class Mine(Behavior):
+        __slots__ = ()
+
+    package = Package(behaviors=[Mine(path="b")] * 2)
+    other, behavior, behaviors = copy.deepcopy((package, package.behaviors[0], package.behaviors))
+    assert other.behaviors is behaviors and behaviors[0] is behaviors[1] is behavior
+    assert type(behavior) is type(package.copy().behaviors[0]) is Mine
+    replaced = package.__replace__(uuid="u", behaviors=[])
+    assert replaced == Package(uuid="u") and package == other
 
 
 def test_a_manifest_holds_every_field_that_has_a_place_in_it(tool, tmp_path):
