@@ -150,6 +150,9 @@ class Permissions(UniqueTexts):
             raise ValueError(f"no permission: {text!r}; there are {', '.join(self.supported)}")
         return text
 
+    def _all_checked(self, items: Iterable[Any]) -> list[str]:
+        return list(items) if isinstance(items, Permissions) else super()._all_checked(items)
+
 
 class CheckedDict(dict[str, Item], Generic[Item, Given]):
     """A dict from texts to certain values only, made of what is given."""

@@ -188,6 +188,7 @@ def test_containers_are_pythons_own_for_others():
         Behavior().permissions.append("canFly")
     newer = Behavior.from_dict({"permissions": ["canFly"]})
     newer.permissions = [*newer.permissions, "canStandUp"]  # what is there stays
+    assert Behavior(permissions=newer.permissions).permissions == newer.permissions
     assert newer.permissions == ["canFly", "canStandUp"]
     with pytest.raises(TypeError, match="Package.behaviors: a Behavior is wanted, not Dialog"):
         Package().behaviors = [veskpackage.Dialog()]
