@@ -12,7 +12,7 @@ from typing import Any, Literal, TypeAlias, cast
 
 from . import _core
 from ._batches import checked_jobs, in_order
-from ._files import Path
+from ._files import Data, Path
 from .containers import checked_text
 
 __all__ = [
@@ -159,7 +159,7 @@ def rules() -> tuple[Rule, ...]:
 
 
 def check(
-    manifest: Path | bytes,
+    manifest: Path | Data,
     *,
     severities: Mapping[str, Severity] = {},
     package_folder: Path = "",
@@ -214,7 +214,7 @@ def check_many(
 
 
 def fix(
-    manifest: Path | bytes,
+    manifest: Path | Data,
     *,
     severities: Mapping[str, Severity] = {},
     most_of_a_rule: int = 1000,
@@ -231,7 +231,7 @@ def fix(
     return Fixed(data, count, _findings(mended))
 
 
-def _bytes_of(manifest: Path | bytes) -> bytes:
+def _bytes_of(manifest: Path | Data) -> bytes:
     if isinstance(manifest, (bytes, bytearray, memoryview)):
         return bytes(manifest)
     return _core.file_bytes(os.fsencode(manifest))

@@ -9,7 +9,7 @@ from dataclasses import dataclass
 
 from . import _core
 from ._batches import checked_jobs, in_order
-from ._files import Path
+from ._files import Data, Path
 from .package import Package
 
 __all__ = ["Loaded", "load", "load_many", "loads"]
@@ -29,6 +29,13 @@ class Loaded:
     package: Package | None
     error: Exception | None
 
+    def result(self) -> Package:
+        """The package; where there is none, raises the error."""
+        if self.error:
+            raise self.error
+        assert self.package
+        return self.package
+
 
 def load(path: Path) -> Package:
     """Reads the manifest in a file, in whatever encoding it is.
@@ -40,7 +47,7 @@ def load(path: Path) -> Package:
     return Package._of(_core.load(os.fsencode(path)))
 
 
-def loads(manifest: bytes | bytearray | memoryview | str) -> Package:
+def loads(manifest: Data | str) -> Package:
     """Reads a manifest from the bytes of a file, or from a text.
 
     Raises ManifestError as `load` does. Whatever encoding a str names, it is Unicode already; an attribute

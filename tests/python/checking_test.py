@@ -71,6 +71,7 @@ def test_findings_are_those_of_the_tool(path, options, arguments, tool, monkeypa
         one.rule for one in found
     }
     (loaded,) = load_many([path])
+    assert loaded.error or loaded.result() is loaded.package
     alone = list(check_many([path.name, path], **for_many))
     for one, given in zip(alone, [path.name, path], strict=True):
         assert one == veskpackage.Checked(given, tuple(found), getattr(loaded.package, "uuid", ""))

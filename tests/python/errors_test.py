@@ -63,6 +63,8 @@ def test_malformed_manifests(tmp_path, text, line, column, message, is_beyond_li
         assert str(error) == f"{f'{source}:' if source else ''}{line}:{column}: {message}"
     (loaded,) = veskpackage.load_many([path])
     assert str(loaded.error) == str(error) and loaded.package is None and loaded.path is path
+    with pytest.raises(ManifestError):
+        loaded.result()
     rule = "beyond-limits" if is_beyond_limits else "not-well-formed"
     assert [found.rule for found in veskpackage.check(path)] == [rule]
     assert veskpackage.fix(path) == veskpackage.Fixed(path.read_bytes(), 0, ())
