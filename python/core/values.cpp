@@ -116,7 +116,7 @@ py::object toPython(const AnyConstReference& value, py::handle outer, py::handle
     return list;
   }
   case TypeKind::Map: {
-    const auto map = emptyOf<py::dict>(PyDict_Type, outer);
+    auto map = emptyOf<py::dict>(PyDict_Type, outer);
     for (const auto& [key, item] : value.entries())
     {
       const py::str text = toText(key.as<std::string>());
