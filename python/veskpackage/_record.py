@@ -87,7 +87,7 @@ class PartField(Field[Held, Given]):
 
     def _made(self, core: _core.Record) -> Any:
         """Python's part, of what the C++ record has."""
-        return core.get(self.index)
+        raise NotImplementedError
 
     def _get(self, record: Record) -> Any:
         parts = record._parts

@@ -36,10 +36,6 @@ def checked_text(value: object) -> str:
     return value
 
 
-# Past a subclass's own update(), for which mypy wants other arguments.
-_update: Any = dict.update
-
-
 class CheckedList(list[Item]):
     """A list that takes certain items only."""
 
@@ -128,10 +124,6 @@ class UniqueTexts(TextList):
 
     __slots__ = ()
 
-    def append(self, item: str) -> None:
-        if self._checked(item) not in self:
-            list.append(self, item)
-
     def _settle(self) -> None:
         unique = dict.fromkeys(self)
         if len(unique) != len(self):
@@ -171,7 +163,7 @@ class CheckedDict(dict[str, Item], Generic[Item, Given]):
     def _trusted(cls, items: dict[str, Item]) -> Self:
         """With items that need no look."""
         made = cls.__new__(cls)
-        _update(made, items)
+        super(CheckedDict, made).update(items)
         return made
 
     def _become(self, items: Mapping[str, Any]) -> None:
