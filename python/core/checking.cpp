@@ -9,6 +9,7 @@
 #include <check/fixing.hpp>
 #include <check/manifestcheck.hpp>
 
+#include <filesystem>
 #include <map>
 #include <pybind11/stl.h>
 #include <string>
@@ -99,13 +100,25 @@ py::tuple checkBytes(const std::string& bytes, const check::Options& options)
   return toPython(unlocked([&] { return check::checkBytes(bytes, options); }));
 }
 
-/// For each path what was found, or the exception for a file that cannot be read.
+std::string folderOf(const std::string& path)
+{
+  const std::string folder = std::filesystem::path(path).parent_path().string();
+  return folder.empty() ? "." : folder;
+}
+
+/// For each path what was found, or the exception for a file that cannot be read. With \p looksUpFiles,
+/// the folder of each is that of its package.
 py::list checkAll(const std::vector<std::string>& paths, const check::Options& options,
-                  const Stop& stop)
+                  bool looksUpFiles, const Stop& stop)
 {
   return forEachPath(
       paths, stop,
-      [&options](const std::string& path) { return check::checkBytes(fileBytes(path), options); },
+      [&options, looksUpFiles](const std::string& path)
+      {
+        check::Options own = options;
+        own.packageFolder = looksUpFiles ? folderOf(path) : std::string();
+        return check::checkBytes(fileBytes(path), own);
+      },
       [](const check::Checked& checked) -> py::object { return toPython(checked); });
 }
 
@@ -133,7 +146,8 @@ void defineChecking(py::module_& module)
       .def(py::init(&optionsFrom), py::arg("severities"), py::arg("package_folder"),
            py::arg("most_of_a_rule"));
   module.def("check_bytes", &checkBytes, py::arg("data"), py::arg("options"));
-  module.def("check_all", &checkAll, py::arg("paths"), py::arg("options"), py::arg("stop"));
+  module.def("check_all", &checkAll, py::arg("paths"), py::arg("options"), py::arg("look_up_files"),
+             py::arg("stop"));
   module.def("fix_bytes", &fixBytes, py::arg("data"), py::arg("options"));
   module.def("file_bytes", &bytesOfFile, py::arg("path"));
   module.def("rules", &rules);

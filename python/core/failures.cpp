@@ -28,21 +28,24 @@ py::object pathOrNone(const std::string& path)
 
 py::object toManifestError(const LoadError& error)
 {
-  logFailure(error);
+  logFailure(error.path, error.line, error.column, error.message);
   return errors("ManifestError")(toText(error.message), pathOrNone(error.path), error.line,
                                  error.column, error.isBeyondLimits);
 }
 
 py::object toOsError(const BadFile& failure)
 {
+  const std::string reason = std::strerror(failure.number);
+  logFailure(failure.path, 0, 0, reason);
   // Called so, it makes a FileNotFoundError and the like.
-  return py::reinterpret_borrow<py::object>(PyExc_OSError)(
-      failure.number, toText(std::strerror(failure.number)), pathOrNone(failure.path));
+  return py::reinterpret_borrow<py::object>(PyExc_OSError)(failure.number, toText(reason),
+                                                           pathOrNone(failure.path));
 }
 
 py::object toEditError(const BadEdit& failure)
 {
   const source::Place place = failure.place.value_or(source::Place{0, 0, 0});
+  logFailure({}, place.line, place.utf16Column, failure.message);
   return errors("EditError")(toText(failure.message), py::none(), place.line, place.utf16Column);
 }
 

@@ -7,14 +7,22 @@
 
 #include <atomic>
 #include <memory>
-#include <optional>
 
 namespace vesk::python
 {
 namespace
 {
 // Changed under the interpreter's lock only.
-std::optional<log::HandlerId> forwarding;
+log::HandlerId receiving = log::defaultHandler;
+bool isForwarding = false;
+
+/// Gives every message to \p handler, instead of what has received them so far.
+void receiveWith(const log::Handler& handler)
+{
+  const log::HandlerId added = log::addHandler(handler);
+  log::removeHandler(receiving);
+  receiving = added;
+}
 
 /// Lets go of what Python has under its lock, on whatever thread the last message ends.
 std::shared_ptr<py::function> shared(const py::function& function)
@@ -26,63 +34,57 @@ std::shared_ptr<py::function> shared(const py::function& function)
           }};
 }
 
-/// Gives every message to \p receive, instead of writing it to standard error.
 void forwardLog(const py::function& receive)
 {
-  const auto handler = [receiver = shared(receive)](const log::Message& message)
-  {
-    const py::gil_scoped_acquire lock;
-    try
-    {
-      (*receiver)(static_cast<int>(message.level), toText(message.category), toText(message.text),
-                  toText(message.function));
-    }
-    catch (py::error_already_set& error)
-    {
-      if (error.matches(PyExc_KeyboardInterrupt))
+  receiveWith(
+      [receiver = shared(receive)](const log::Message& message)
       {
-        PyErr_SetInterrupt(); // to be raised where Python goes on
-      }
-      error.discard_as_unraisable("a handler of veskpackage's log");
-    }
-  };
-  const log::HandlerId added = log::addHandler(handler);
-  if (forwarding)
+        const py::gil_scoped_acquire lock;
+        try
+        {
+          (*receiver)(static_cast<int>(message.level), toText(message.category),
+                      toText(message.text), toText(message.function));
+        }
+        catch (py::error_already_set& error)
+        {
+          if (error.matches(PyExc_KeyboardInterrupt))
+          {
+            PyErr_SetInterrupt(); // to be raised where Python goes on
+          }
+          error.discard_as_unraisable("a handler of veskpackage's log");
+        }
+      });
+  isForwarding = true;
+}
+
+void stopForwardingLog()
+{
+  if (isForwarding)
   {
-    log::removeHandler(*forwarding);
+    receiveWith(log::writeToStandardError);
+    isForwarding = false;
   }
-  else
-  {
-    log::removeHandler(log::defaultHandler);
-  }
-  forwarding = added;
 }
 } // namespace
 
-void logFailure(const LoadError& error)
+void logFailure(const std::string& path, int line, int column, const std::string& message)
 {
-  if (forwarding)
+  if (isForwarding)
   {
-    const std::string source = error.path.empty() ? "a manifest" : error.path;
-    log::write(log::addCategory("veskpackage"), log::Level::Error,
-               source + ':' + std::to_string(error.line) + ':' + std::to_string(error.column) +
-                   ": " + error.message);
+    std::string text = path.empty() ? "a manifest" : path;
+    if (line != 0)
+    {
+      text += ':' + std::to_string(line) + ':' + std::to_string(column);
+    }
+    text += ": " + message;
+    log::write(log::addCategory("veskpackage"), log::Level::Error, text);
   }
 }
 
 void defineLogging(py::module_& module)
 {
   module.def("forward_log", &forwardLog, py::arg("receive"));
-  module.def("stop_forwarding_log",
-             []
-             {
-               if (forwarding)
-               {
-                 log::removeHandler(*forwarding);
-                 forwarding.reset();
-                 log::addHandler(log::writeToStandardError);
-               }
-             });
+  module.def("stop_forwarding_log", &stopForwardingLog);
 }
 
 } // namespace vesk::python

@@ -2,10 +2,12 @@
 #ifndef PYTHON_CORE_UNLOCKED_HPP
 #define PYTHON_CORE_UNLOCKED_HPP
 
+#include <chrono>
 #include <cxxabi.h>
 #include <exception>
 #include <optional>
 #include <pybind11/pybind11.h>
+#include <shared_mutex>
 #include <utility>
 
 namespace vesk::python
@@ -49,6 +51,17 @@ auto outcomeOf(Work work)
   return outcome;
 }
 
+/// Shared by all who work without the interpreter's lock, and never taken down.
+inline std::shared_timed_mutex& working()
+{
+  static auto& mutex = *new std::shared_timed_mutex;
+  return mutex;
+}
+
+/// Called when the interpreter has ended. The program goes on to take down what the libraries have, so that
+/// threads finish what they are at; but a thread that waits for a file is not waited for.
+inline void endWork() { static_cast<void>(working().try_lock_for(std::chrono::seconds(1))); }
+
 /// Does some work while other threads have the interpreter's lock.
 ///
 /// When the interpreter ends, it ends every thread that asks for the lock by unwinding its stack. That
@@ -57,7 +70,12 @@ template <typename Work>
 auto unlocked(Work work)
 {
   PyThreadState* const thread = PyEval_SaveThread();
-  auto outcome = outcomeOf(work);
+  auto outcome = outcomeOf(
+      [&work]
+      {
+        const std::shared_lock lock(working());
+        return work();
+      });
   PyEval_RestoreThread(thread);
   return std::move(outcome).value();
 }

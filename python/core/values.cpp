@@ -116,7 +116,7 @@ py::object toPython(const AnyConstReference& value, py::handle outer, py::handle
     return list;
   }
   case TypeKind::Map: {
-    const auto map = emptyOf<py::dict>(PyDict_Type, outer);
+    auto map = emptyOf<py::dict>(PyDict_Type, outer);
     for (const auto& [key, item] : value.entries())
     {
       const py::str text = toText(key.as<std::string>());
@@ -193,10 +193,6 @@ py::object toPython(const XO::XOValue& value)
 XO::XOValue variantFrom(py::handle given)
 {
   const Nesting nesting(" in a variant");
-  if (given.is_none())
-  {
-    return {};
-  }
   if (PyBool_Check(given.ptr()))
   {
     return given.cast<bool>();
@@ -205,11 +201,11 @@ XO::XOValue variantFrom(py::handle given)
   {
     return fromText(given);
   }
-  if (!py::isinstance<py::list>(given))
+  if (!py::isinstance<py::list>(given) && !py::isinstance<py::tuple>(given))
   {
-    refuse("a list, str, bool or None", given);
+    return {};
   }
-  const auto list = py::reinterpret_borrow<py::list>(given);
+  const py::list list(py::reinterpret_borrow<py::object>(given));
   XO::XOValue array;
   array.arraySetSize(static_cast<int>(list.size()));
   for (int i = 0; i < array.getSize(); ++i)

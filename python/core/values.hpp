@@ -32,7 +32,7 @@ py::object toPython(const AnyConstReference& value, py::handle outer = Py_None,
 /// that does not fit, with \p value half changed.
 void fromPython(const AnyReference& value, py::handle given);
 
-/// None, str, bool and list.
+/// None, str, bool and list. A tuple is read as a list, and what a variant has no form of as None.
 /// \{
 py::object toPython(const XO::XOValue& value);
 XO::XOValue variantFrom(py::handle given);

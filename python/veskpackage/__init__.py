@@ -11,7 +11,7 @@ place, keeping all else; `replace_file` writes what they give. `load_many` and `
 processors.
 """
 
-from ._core import version as __version__
+from . import _core
 from ._files import replace_file
 from .checking import (
     Checked,
@@ -44,6 +44,8 @@ from .records import (
     Service,
     WebContent,
 )
+
+__version__ = _core.version
 
 __all__ = [
     "Behavior",

@@ -5,8 +5,10 @@ import os
 import time
 from collections import deque
 from collections.abc import Callable, Generator, Iterable, Iterator
-from concurrent.futures import Future, ThreadPoolExecutor
+from concurrent.futures import Future
 from itertools import islice
+from queue import SimpleQueue
+from threading import Thread
 from typing import Any
 
 from . import _core
@@ -18,6 +20,8 @@ MOST_FILES = 32
 SECONDS = 0.01
 
 Results = list[tuple[Path, Any]]
+Timed = Future[tuple[Results, float]]
+Tasks = SimpleQueue[tuple[Timed, list[Path]] | None]
 Work = Callable[[list[bytes], _core.Stop], list[Any]]
 
 
@@ -43,23 +47,46 @@ def in_order(
     when all paths before it are done."""
     stop = _core.Stop()
     batches = _Batches(paths)
-    running: deque[Future[tuple[Results, float]]] = deque()
-    with ThreadPoolExecutor(jobs, "veskpackage") as pool:
-        try:
-            while True:
-                while len(running) < 2 * jobs and (batch := batches.next()):
-                    running.append(pool.submit(_timed, work, batch, stop))
-                if not running:
-                    break
-                results, seconds = running.popleft().result()
-                batches.adapt(len(results), seconds)
-                yield from results
-        finally:
-            stop.set()
-            for future in running:
-                future.cancel()
+    tasks: Tasks = SimpleQueue()
+    threads: list[Thread] = []
+    running: deque[Timed] = deque()
+    try:
+        while True:
+            while len(running) < 2 * jobs and (batch := batches.next()):
+                running.append(Future())
+                tasks.put((running[-1], batch))
+                if len(threads) < jobs:
+                    threads.append(_started(work, tasks, stop))
+            if not running:
+                break
+            results, seconds = running.popleft().result()
+            batches.adapt(len(results), seconds)
+            yield from results
+    finally:
+        stop.set()
+        for _ in threads:
+            tasks.put(None)
+    for thread in threads:
+        thread.join()
     if batches.failure:
         raise batches.failure
+
+
+def _started(work: Work, tasks: Tasks, stop: _core.Stop) -> Thread:
+    """A thread that may be left alone while it waits for a file. For those of a ThreadPoolExecutor, the end
+    of the program waits."""
+
+    def run() -> None:
+        while task := tasks.get():
+            future, batch = task
+            try:
+                future.set_result(_timed(work, batch, stop))
+            except BaseException as error:
+                future.set_exception(error)
+
+    thread = Thread(target=run, name="veskpackage", daemon=True)
+    thread.start()
+    return thread
 
 
 class _Batches:

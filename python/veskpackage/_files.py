@@ -8,9 +8,11 @@ from contextlib import suppress
 
 #: A path of a file.
 Path = str | os.PathLike[str]
+#: The bytes of one.
+Data = bytes | bytearray | memoryview
 
 
-def replace_file(path: Path, data: bytes) -> None:
+def replace_file(path: Path, data: Data) -> None:
     """Writes a file as `Package.save` does: for what `edit` and `fix` give.
 
     Whatever goes wrong, the file has all of the data or all of what it had before, and nobody ever sees a
@@ -27,7 +29,7 @@ def replace_file(path: Path, data: bytes) -> None:
         raise OSError(error.errno, error.strerror, os.fspath(path)) from None
 
 
-def _write(path: str, data: bytes) -> None:
+def _write(path: str, data: Data) -> None:
     try:
         old = os.stat(path)
     except FileNotFoundError:
@@ -58,7 +60,7 @@ def _own_descriptor(path: str) -> int | str:
     return os.dup(int(name)) if is_own else path
 
 
-def _replace(path: str, old: os.stat_result | None, data: bytes) -> None:
+def _replace(path: str, old: os.stat_result | None, data: Data) -> None:
     fresh = os.path.join(os.path.dirname(path), f".{secrets.token_hex(8)}")
     with open(fresh, "xb") as file:
         try:

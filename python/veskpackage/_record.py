@@ -10,6 +10,7 @@ from __future__ import annotations
 
 import json
 from collections.abc import Callable, Iterable, Mapping
+from copy import deepcopy
 from typing import Any, ClassVar, Generic, Self, TypeVar, overload
 
 from . import _core
@@ -34,15 +35,17 @@ class Field(Generic[Held, Given]):
     def __init__(self, doc: str) -> None:
         self.__doc__ = doc
 
-    def __set_name__(self, owner: type[Record], name: str) -> None:
-        if hasattr(self, "name"):
-            return  # another name in a class that stands on the owner
-        self.name = name
+    def _bind(self, name: str, members: Mapping[str, str]) -> None:
+        """Makes it the one of the C++ record's members that has this name, in JSON's way, and its type."""
         first, *others = name.split("_")
+        self.name = name
         self.json_name = first + "".join(word.capitalize() for word in others)
+        self.index = list(members).index(self.json_name)
+        self.type = members[self.json_name]
+        self.__doc__ = f"{self.type}: {self.__doc__}"
 
-    def _bind(self, members: list[str]) -> None:
-        self.index = members.index(self.json_name)
+    def __repr__(self) -> str:
+        return f"<field {self.name}: {self.type}>"
 
     @overload
     def __get__(self, record: None, owner: Any = None) -> Self:
@@ -75,12 +78,8 @@ class Field(Generic[Held, Given]):
         return part
 
 
-class TextField(Field[str, str]):
-    """A text."""
-
-
-class FlagField(Field[bool, bool]):
-    """True or false."""
+TextField = Field[str, str]
+FlagField = Field[bool, bool]
 
 
 class PartField(Field[Held, Given]):
@@ -88,7 +87,7 @@ class PartField(Field[Held, Given]):
 
     def _made(self, core: _core.Record) -> Any:
         """Python's part, of what the C++ record has."""
-        return core.get(self.index)
+        raise NotImplementedError
 
     def _get(self, record: Record) -> Any:
         parts = record._parts
@@ -140,24 +139,25 @@ class Record:
     __hash__ = None  # type: ignore[assignment]
     _held: _core.Record
     _parts: dict[str, Any]
-    _fields: ClassVar[list[Field[Any, Any]]] = []
+    _all_fields: ClassVar[list[Field[Any, Any]]] = []
     _type_name: ClassVar[str]
 
     def __init_subclass__(cls) -> None:
         super().__init_subclass__()
-        fields = [field for field in vars(cls).values() if isinstance(field, Field)]
-        if fields and not cls._fields:
+        fields = {name: field for name, field in vars(cls).items() if isinstance(field, Field)}
+        if fields and not cls._all_fields:
             cls._type_name = cls.__name__
-            members = [name for name, _ in _core.record_types()[cls._type_name]]
-            for field in fields:
-                field._bind(members)
-            cls._fields = sorted(fields, key=lambda field: field.index)
+            members = dict(_core.record_types()[cls._type_name])
+            for name, field in fields.items():
+                field._bind(name, members)
+            cls._all_fields = sorted(fields.values(), key=lambda field: field.index)
 
     def __init__(self, given: Mapping[str, Any]) -> None:
-        """Takes the arguments of a class's own constructor, among other names."""
+        """Made of the fields that are given."""
+        # These are the names that the constructor of a class of records has, its arguments among them.
         self._held = _core.Record(self._type_name)
         self._parts = {}
-        for field in self._fields:
+        for field in self._all_fields:
             value = given[field.name]
             if not (isinstance(field, ContainerField) and value in ((), {})):
                 field.__set__(self, value)
@@ -172,7 +172,7 @@ class Record:
     def _whole(self) -> _core.Record:
         """A copy of the C++ record with all that is Python's."""
         whole = self._held.copy()
-        for field in self._fields:
+        for field in self._all_fields:
             if field.name in self._parts:
                 whole.set(field.index, field._for_core(self._parts[field.name]))
         return whole
@@ -181,7 +181,7 @@ class Record:
         """Trims the C++ record, and the mappings that are Python's like those in it."""
         self._held = self._whole()
         trim(self._held)
-        for field in self._fields:
+        for field in self._all_fields:
             part = self._parts.get(field.name)
             if isinstance(part, CheckedDict):
                 for key in part.keys() - self._held.get(field.index).keys():
@@ -194,13 +194,22 @@ class Record:
 
     def copy(self) -> Self:
         """A record with the same fields, which shares nothing with this one."""
-        return self._of(self._whole())
+        return deepcopy(self)
 
     def __copy__(self) -> Self:
         return self.copy()
 
-    def __deepcopy__(self, memo: object) -> Self:
-        return self.copy()
+    def __deepcopy__(self, memo: dict[int, Any]) -> Self:
+        other = self._of(self._held.copy())
+        other._parts = deepcopy(dict(self._parts), memo)
+        return other
+
+    def __replace__(self, **changes: Any) -> Self:
+        """A copy with other values of some fields, for Python's `copy.replace`."""
+        other = self.copy()
+        for name, value in changes.items():
+            setattr(other, name, value)
+        return other
 
     def __reduce__(self) -> tuple[Any, ...]:
         return self.from_dict, (self.to_dict(),)
@@ -230,7 +239,7 @@ class Record:
 
     def __repr__(self) -> str:
         empty = self._of(_core.Record(self._type_name))
-        values = [(field.name, getattr(self, field.name)) for field in self._fields]
+        values = [(field.name, getattr(self, field.name)) for field in self._all_fields]
         shown = (f"{name}={value!r}" for name, value in values if value != getattr(empty, name))
         return f"{type(self).__name__}({', '.join(shown)})"
 

@@ -12,7 +12,7 @@ from typing import Any, Literal, TypeAlias, cast
 
 from . import _core
 from ._batches import checked_jobs, in_order
-from ._files import Path
+from ._files import Data, Path
 from .containers import checked_text
 
 __all__ = [
@@ -159,7 +159,7 @@ def rules() -> tuple[Rule, ...]:
 
 
 def check(
-    manifest: Path | bytes,
+    manifest: Path | Data,
     *,
     severities: Mapping[str, Severity] = {},
     package_folder: Path = "",
@@ -170,9 +170,9 @@ def check(
     `severities` sets how grave the findings of rules are, by tag. Where a `package_folder` is named, paths
     in the manifest are looked up there. At most the first `most_of_a_rule` findings of a rule are given.
 
-    A manifest that is not well-formed is a finding, too. Raises OSError where a file cannot be read,
-    ManifestError where one is larger than any manifest can be, and ValueError for a rule or severity that
-    there is not.
+    A manifest that is not well-formed is a finding, too. Raises OSError where a file cannot be read, or
+    there is no such folder, ManifestError where a file is larger than any manifest can be, and ValueError
+    for a rule or severity that there is not.
     """
     findings, _ = _core.check_bytes(
         _bytes_of(manifest), _options(severities, package_folder, most_of_a_rule)
@@ -185,17 +185,22 @@ def check_many(
     *,
     jobs: int | None = None,
     severities: Mapping[str, Severity] = {},
-    package_folder: Path = "",
+    look_up_files: bool = False,
     most_of_a_rule: int = 1000,
 ) -> Generator[Checked, None, None]:
     """Checks files on several threads at once, as many as there are processors or `jobs`, and gives the
     results in the order of the paths, as they come. The paths are asked for as they are needed, so there
-    can be any number. A file that cannot be read has an `error` and ends nothing."""
-    options = _options(severities, package_folder, most_of_a_rule)
+    can be any number. A file that cannot be read has an `error` and ends nothing.
+
+    With `look_up_files`, the paths in each manifest are looked up in the folder where it lies. The other
+    options are those of `check`.
+
+    Who leaves early waits for no file; a thread that does ends when it has got it."""
+    options = _options(severities, "", most_of_a_rule)
     threads = checked_jobs(paths, jobs)
 
     def work(batch: list[bytes], stop: _core.Stop) -> list[Any]:
-        return _core.check_all(batch, options, stop)
+        return _core.check_all(batch, options, look_up_files, stop)
 
     def check_all() -> Generator[Checked, None, None]:
         for path, result in in_order(work, paths, threads):
@@ -209,7 +214,7 @@ def check_many(
 
 
 def fix(
-    manifest: Path | bytes,
+    manifest: Path | Data,
     *,
     severities: Mapping[str, Severity] = {},
     most_of_a_rule: int = 1000,
@@ -226,7 +231,7 @@ def fix(
     return Fixed(data, count, _findings(mended))
 
 
-def _bytes_of(manifest: Path | bytes) -> bytes:
+def _bytes_of(manifest: Path | Data) -> bytes:
     if isinstance(manifest, (bytes, bytearray, memoryview)):
         return bytes(manifest)
     return _core.file_bytes(os.fsencode(manifest))
@@ -235,16 +240,16 @@ def _bytes_of(manifest: Path | bytes) -> bytes:
 def _options(
     severities: Mapping[str, Severity], package_folder: Path, most_of_a_rule: int
 ) -> _core.Options:
-    folder = os.fsencode(package_folder)
-    if b"\0" in folder:
-        raise ValueError("package_folder: no folder has a NUL in its name")
+    folder = os.fsdecode(package_folder)
+    if folder:
+        os.stat(os.path.join(folder, ""))  # raises unless it is a folder
     if not isinstance(most_of_a_rule, int):
         raise TypeError(f"most_of_a_rule: an int is wanted, not {type(most_of_a_rule).__name__}")
     if most_of_a_rule < 1:
         raise ValueError(f"most_of_a_rule: {most_of_a_rule} is less than 1")
     return _core.Options(
         {checked_text(tag): checked_text(severity) for tag, severity in severities.items()},
-        folder,
+        os.fsencode(folder),
         min(most_of_a_rule, sys.maxsize),
     )
 

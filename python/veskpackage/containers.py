@@ -36,10 +36,6 @@ def checked_text(value: object) -> str:
     return value
 
 
-# Past a subclass's own update(), for which mypy wants other arguments.
-_update: Any = dict.update
-
-
 class CheckedList(list[Item]):
     """A list that takes certain items only."""
 
@@ -128,10 +124,6 @@ class UniqueTexts(TextList):
 
     __slots__ = ()
 
-    def append(self, item: str) -> None:
-        if self._checked(item) not in self:
-            list.append(self, item)
-
     def _settle(self) -> None:
         unique = dict.fromkeys(self)
         if len(unique) != len(self):
@@ -150,6 +142,9 @@ class Permissions(UniqueTexts):
             raise ValueError(f"no permission: {text!r}; there are {', '.join(self.supported)}")
         return text
 
+    def _all_checked(self, items: Iterable[Any]) -> list[str]:
+        return list(items) if isinstance(items, Permissions) else super()._all_checked(items)
+
 
 class CheckedDict(dict[str, Item], Generic[Item, Given]):
     """A dict from texts to certain values only, made of what is given."""
@@ -157,33 +152,36 @@ class CheckedDict(dict[str, Item], Generic[Item, Given]):
     __slots__ = ()
     _inner: ClassVar[type[list[Any]] | None] = None
 
-    def _checked(self, value: Any) -> Item:
+    def _checked(self, key: str, value: Any) -> Item:
         """What to keep for a value that is put in."""
         raise NotImplementedError
+
+    def _all_checked(self, items: Mapping[str, Any]) -> dict[str, Item]:
+        return {checked_text(key): self._checked(key, value) for key, value in items.items()}
 
     @classmethod
     def _trusted(cls, items: dict[str, Item]) -> Self:
         """With items that need no look."""
         made = cls.__new__(cls)
-        _update(made, items)
+        super(CheckedDict, made).update(items)
         return made
 
     def _become(self, items: Mapping[str, Any]) -> None:
         if not isinstance(items, Mapping):
             raise TypeError(f"a dict is wanted, not {type(items).__name__}")
-        if items is not self:
-            given = type(self)(items)
-            self.clear()
-            super().update(given)
+        given = self._all_checked(items)
+        self.clear()
+        super().update(given)
 
     def __init__(self, items: Items[Given] = (), /, **more: Given) -> None:
         super().__init__()
         self.update(items, **more)
 
     def __setitem__(self, key: str, value: Given) -> None:  # type: ignore[override]
-        super().__setitem__(checked_text(key), self._checked(value))
+        super().__setitem__(checked_text(key), self._checked(key, value))
 
     def setdefault(self, key: str, default: Given) -> Item:  # type: ignore[override]
+        """The value under a key; the given one is put in first if there is none."""
         if key not in self:
             self[key] = default
         return self[key]
@@ -191,7 +189,7 @@ class CheckedDict(dict[str, Item], Generic[Item, Given]):
     def update(self, items: Items[Given] = (), /, **more: Given) -> None:  # type: ignore[override]
         given: dict[str, Given] = dict(items)
         given.update(more)
-        super().update({checked_text(key): self._checked(value) for key, value in given.items()})
+        super().update(self._all_checked(given))
 
     def __ior__(self, items: Items[Given]) -> Self:  # type: ignore[override, misc]
         self.update(items)
@@ -206,22 +204,23 @@ class Texts(CheckedDict[str, str]):
 
     __slots__ = ()
 
-    def _checked(self, value: Any) -> str:
+    def _checked(self, key: str, value: Any) -> str:
         return checked_text(value)
 
 
 class TextLists(CheckedDict[TextList, Iterable[str]]):
     """Lists of texts by language or purpose.
 
-    What is put in is copied to a list of its own: ``tags["en_US"] = ["greeting"]`` and then
-    ``tags["en_US"].append("hello")``.
+    What is put in is copied to a list of its own, unless it is that list already:
+    ``tags["en_US"] = ["greeting"]`` and then ``tags["en_US"] += ["hello"]``.
     """
 
     __slots__ = ()
     _inner = TextList
 
-    def _checked(self, value: Any) -> TextList:
-        return TextList(value)
+    def _checked(self, key: str, value: Any) -> TextList:
+        is_there = key in self and self[key] is value
+        return self[key] if is_there else TextList(value)
 
     def setdefault(self, key: str, default: Iterable[str] = ()) -> TextList:
         """The list under a key; an empty or the given one is put in first if there is none."""

@@ -3,7 +3,7 @@
 
 from __future__ import annotations
 
-from typing import Optional, Tuple
+from typing import Optional
 
 __all__ = ["EditError", "FieldError", "ManifestError"]
 

@@ -9,7 +9,7 @@ from dataclasses import dataclass
 
 from . import _core
 from ._batches import checked_jobs, in_order
-from ._files import Path
+from ._files import Data, Path
 from .package import Package
 
 __all__ = ["Loaded", "load", "load_many", "loads"]
@@ -29,6 +29,13 @@ class Loaded:
     package: Package | None
     error: Exception | None
 
+    def result(self) -> Package:
+        """The package; where there is none, raises the error."""
+        if self.error:
+            raise self.error
+        assert self.package
+        return self.package
+
 
 def load(path: Path) -> Package:
     """Reads the manifest in a file, in whatever encoding it is.
@@ -40,7 +47,7 @@ def load(path: Path) -> Package:
     return Package._of(_core.load(os.fsencode(path)))
 
 
-def loads(manifest: bytes | bytearray | memoryview | str) -> Package:
+def loads(manifest: Data | str) -> Package:
     """Reads a manifest from the bytes of a file, or from a text.
 
     Raises ManifestError as `load` does. Whatever encoding a str names, it is Unicode already; an attribute
@@ -57,7 +64,9 @@ def loads(manifest: bytes | bytearray | memoryview | str) -> Package:
 def load_many(paths: Iterable[Path], *, jobs: int | None = None) -> Generator[Loaded, None, None]:
     """Loads files on several threads at once, as many as there are processors or `jobs`, and gives the
     results in the order of the paths, as they come. The paths are asked for as they are needed, so there
-    can be any number. A file that cannot be read has an `error` and ends nothing."""
+    can be any number. A file that cannot be read has an `error` and ends nothing.
+
+    Who leaves early waits for no file; a thread that does ends when it has got it."""
     threads = checked_jobs(paths, jobs)
 
     def load_all() -> Generator[Loaded, None, None]:

@@ -22,8 +22,9 @@ _LEVELS = {
 
 def forward_log(logger: logging.Logger | None = None) -> None:
     """Gives what the runtime logs to Python's loggers, instead of standard error: each category to the
-    logger of its name, such as "veskpackage", or to a child of the one that is given. From then on
-    manifests that cannot be loaded or edited are logged, beside the exception. Messages can come on any thread.
+    logger of its name, such as "veskpackage", or to a child of the one that is given. From then on files
+    and manifests that cannot be read or edited are logged, beside the exception. Messages can come on any
+    thread.
     """
     if logger is not None and not isinstance(logger, logging.Logger):
         raise TypeError(f"a Logger is wanted, not {type(logger).__name__}")

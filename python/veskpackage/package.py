@@ -185,6 +185,6 @@ class Package(VariantRecord):
         return package
 
     def __repr__(self) -> str:
-        lists = [field.name for field in self._fields if isinstance(field, RecordsField)]
+        lists = [field.name for field in self._all_fields if isinstance(field, RecordsField)]
         counts = [f" {name}={len(getattr(self, name))}" for name in lists if getattr(self, name)]
         return f"<Package uuid={self.uuid!r} version={self.version!r}{''.join(counts)}>"

@@ -54,9 +54,13 @@ def as_the_tool_says(finding, text):
     ({}, []),
     ({"severities": {"description-languages": "hint", "unknown-element": "off"}},
      ["--override", "description-languages=hint", "--override", "unknown-element=off"]),
-    ({"package_folder": EXAMPLES[0].parent}, ["--package", EXAMPLES[0].parent]),
-], ids=["plain", "severities", "folder"])  # fmt: skip
-def test_findings_are_those_of_the_tool(path, options, arguments, tool):
+    ({}, ["--files"]),
+], ids=["plain", "severities", "files"])  # fmt: skip
+def test_findings_are_those_of_the_tool(path, options, arguments, tool, monkeypatch):
+    monkeypatch.chdir(path.parent)
+    for_many = {**options, "look_up_files": "--files" in arguments}
+    if for_many["look_up_files"]:
+        options = {"package_folder": path.parent}
     data = path.read_bytes()
     text = data.decode("utf-8-sig", "replace")
     found = check(path, **options)
@@ -66,10 +70,11 @@ def test_findings_are_those_of_the_tool(path, options, arguments, tool):
     assert {one.rule for one in check(data, most_of_a_rule=1, **options)} == {
         one.rule for one in found
     }
-    (one,) = check_many([path], **options)
     (loaded,) = load_many([path])
-    assert (one.path, one.findings, one.error) == (path, tuple(found), None)
-    assert one.uuid == getattr(loaded.package, "uuid", "")
+    assert loaded.error or loaded.result() is loaded.package
+    alone = list(check_many([path.name, path], **for_many))
+    for one, given in zip(alone, [path.name, path], strict=True):
+        assert one == veskpackage.Checked(given, tuple(found), getattr(loaded.package, "uuid", ""))
     for place in (place for one in found for place in (one.begin, one.end) if place.offset):
         assert place == position(text, place.offset)
     severities = {rule.tag: rule.severity for rule in veskpackage.rules()}

@@ -30,6 +30,9 @@ DICT_CHANGES = WITH_VALUES + [
     "result = held.setdefault(key, item)", "del held[key]", "result = held.popitem()",
     "result = held.pop(key, None), held.get(key), key in held", "if key == '': held.clear()",
     "result = [*held], [*held.values()], [*held.items()], held | more, {**held}",
+    # What is held of it stays in it.
+    "if key in held: held[key] += item * 2", "if key in held: held[key] = held[key]",
+    "held.update(held)", "held |= {**held}",
 ]  # fmt: skip
 TEXTS = st.text(max_size=3)
 KEYS = st.sampled_from(["en_US", "fr_FR", "de", "", "ж"])
@@ -105,8 +108,11 @@ class Containers(RuleBasedStateMachine):
         names["more"] = data.draw(st.dictionaries(KEYS, items, max_size=2))
         for change in changes:
             # What is put in is copied, so that no list of the model's is in two places.
+            inner = [*held.items()]
             expected = outcome(change, model, **copy.deepcopy(names))
             assert outcome(change, held, **names) == expected
+            if change in DICT_CHANGES[-4:] and isinstance(held, TextLists):
+                assert all(held[one] is value for one, value in inner)
 
     @rule(data=st.data(), at=st.integers(0, 7))
     def assign(self, data, at):
@@ -182,6 +188,7 @@ def test_containers_are_pythons_own_for_others():
         Behavior().permissions.append("canFly")
     newer = Behavior.from_dict({"permissions": ["canFly"]})
     newer.permissions = [*newer.permissions, "canStandUp"]  # what is there stays
+    assert Behavior(permissions=newer.permissions).permissions == newer.permissions
     assert newer.permissions == ["canFly", "canStandUp"]
     with pytest.raises(TypeError, match="Package.behaviors: a Behavior is wanted, not Dialog"):
         Package().behaviors = [veskpackage.Dialog()]

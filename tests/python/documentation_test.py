@@ -3,6 +3,7 @@
 
 import inspect
 import pydoc
+import re
 
 import veskpackage
 from veskpackage import Behavior, Package
@@ -34,8 +35,10 @@ def test_everything_public_is_documented():
 
 def test_a_package_is_shown_as_what_it_is():
     own = pydoc.render_doc(Package, renderer=pydoc.plaintext)
-    for field in Package._fields:
+    for field in Package._all_fields:
         assert f"{field.name}" in own and field.__doc__ in own.replace("\n |      ", " ")
+    assert not re.search(r"\|  _[a-z]", own) and "\n |      list[Behavior]: What" in own
+    assert repr(Package.behaviors) == "<field behaviors: list[Behavior]>"
     package = Package(uuid="u'", version="1", behaviors=[Behavior(path="b")] * 2)
     assert repr(package) == """<Package uuid="u'" version='1' behaviors=2>"""
     assert repr(package.behaviors) == "[Behavior(path='b'), Behavior(path='b')]"

@@ -63,6 +63,8 @@ def test_malformed_manifests(tmp_path, text, line, column, message, is_beyond_li
         assert str(error) == f"{f'{source}:' if source else ''}{line}:{column}: {message}"
     (loaded,) = veskpackage.load_many([path])
     assert str(loaded.error) == str(error) and loaded.package is None and loaded.path is path
+    with pytest.raises(ManifestError):
+        loaded.result()
     rule = "beyond-limits" if is_beyond_limits else "not-well-formed"
     assert [found.rule for found in veskpackage.check(path)] == [rule]
     assert veskpackage.fix(path) == veskpackage.Fixed(path.read_bytes(), 0, ())
@@ -97,6 +99,8 @@ def test_files_that_cannot_be_read(tmp_path):
     (lambda: veskpackage.load(None), TypeError, "PathLike"),
     (lambda: veskpackage.check(5), TypeError, "PathLike"),
     (lambda: veskpackage.check(b"", severities={"no": "off"}), ValueError, "^no rule: no$"),
+    (lambda: veskpackage.check(b"", package_folder="no"), FileNotFoundError, "'no/'"),
+    (lambda: veskpackage.check(b"", package_folder=__file__), NotADirectoryError, "_test.py/"),
     (lambda: veskpackage.fix(b"", severities={"root-name": "bad"}), ValueError, "severity: bad"),
     (lambda: next(veskpackage.load_many([], jobs=-1)), ValueError, "jobs: -1 is less than 1"),
     (lambda: Package.from_dict({"nams": {}}), FieldError, "^nams: .*did you mean names"),
@@ -110,7 +114,6 @@ def test_files_that_cannot_be_read(tmp_path):
     (lambda: edit(5, {}), TypeError, "bytes or a str"),
     (lambda: Package.from_dict({"web": {"path": 1}}), FieldError, r"^web\.path: takes"),
     (lambda: Behavior.from_dict({"path": object()}), TypeError, "JSON"),
-    (lambda: Package.from_variant([["uuid", 5]]), TypeError, "^a list, str, bool or None"),
     (lambda: Package.from_variant(ENDLESS), RecursionError, "variant"),
     (lambda: Package(nams={}), TypeError, "nams"),
 ])  # fmt: skip
@@ -159,6 +162,10 @@ def test_the_log_is_pythons_when_asked_for(caplog, capfd):
     def read():
         with pytest.raises(ManifestError):
             veskpackage.loads("<a></b>")
+        with pytest.raises(FileNotFoundError):
+            veskpackage.load("missing")
+        with pytest.raises(EditError):
+            edit(COMMENTED, {"installer": "x"})
         assert next(veskpackage.load_many([__file__])).error  # on another thread
 
     def logged():
@@ -168,7 +175,9 @@ def test_the_log_is_pythons_when_asked_for(caplog, capfd):
         return records
 
     fault = "error occurred while parsing element"
-    messages = ["a manifest:1:7: tag mismatch", f"{__file__}:1:1: {fault}"]
+    missing = f"missing: {os.strerror(errno.ENOENT)}"
+    refused = "a manifest: installer is not part of a manifest"
+    messages = ["a manifest:1:7: tag mismatch", missing, refused, f"{__file__}:1:1: {fault}"]
     assert logged() == []
     try:
         for logger in (None, logging.getLogger("mine")):  # instead of, not beside, the first
@@ -182,6 +191,8 @@ def test_the_log_is_pythons_when_asked_for(caplog, capfd):
                 veskpackage.stop_forwarding_log()
             assert all(one.result() for one in running)
         capfd.readouterr()  # where a message goes that comes in between is open
+        veskpackage.forward_log()
+        read()  # and nothing is printed
     finally:
         veskpackage.stop_forwarding_log()
         veskpackage.stop_forwarding_log()

@@ -9,7 +9,7 @@ from types import MappingProxyType
 
 import pytest
 import veskpackage
-from veskpackage import Package, Permissions, _core, loads
+from veskpackage import Behavior, Dialog, Package, Permissions, _core, loads
 
 RECORD_TYPES = _core.record_types()
 
@@ -77,9 +77,13 @@ def test_copies_are_equal_and_share_nothing(record):
         lambda one: pickle.loads(pickle.dumps(one)),
         lambda one: type(one).from_dict(one.to_dict()),
         lambda one: type(one).from_dict(
-            MappingProxyType({field.json_name: getattr(one, field.name) for field in one._fields})
+            MappingProxyType(
+                {field.json_name: getattr(one, field.name) for field in one._all_fields}
+            )
         ),
-        lambda one: type(one)(**{field.name: getattr(one, field.name) for field in one._fields}),
+        lambda one: type(one)(
+            **{field.name: getattr(one, field.name) for field in one._all_fields}
+        ),
         lambda one: eval(repr(one), vars(veskpackage)) if record != "Package" else copy.copy(one),
     ):
         for name in map(snake, dict(RECORD_TYPES[record])):
@@ -92,6 +96,18 @@ def test_copies_are_equal_and_share_nothing(record):
             else:
                 setattr(other, name, getattr(type(made)(), name))
             assert other != made and made.to_dict() == before
+
+
+def test_copies_keep_classes_and_what_is_shared():
+    class Mine(Behavior):
+        __slots__ = ()
+
+    package = Package(behaviors=[Mine(path="b")] * 2)
+    other, behavior, behaviors = copy.deepcopy((package, package.behaviors[0], package.behaviors))
+    assert other.behaviors is behaviors and behaviors[0] is behaviors[1] is behavior
+    assert type(behavior) is type(package.copy().behaviors[0]) is Mine
+    replaced = package.__replace__(uuid="u", behaviors=[])
+    assert replaced == Package(uuid="u") and package == other
 
 
 def test_a_manifest_holds_every_field_that_has_a_place_in_it(tool, tmp_path):
@@ -120,3 +136,9 @@ def test_a_manifest_holds_every_field_that_has_a_place_in_it(tool, tmp_path):
     whole.save(tmp_path / "manifest.xml")
     assert tool("show", "--format", "json", tmp_path / "manifest.xml") == held.to_dict()
     assert tool("show", tmp_path / "manifest.xml").decode() == str(held)
+
+
+def test_what_is_odd_in_a_variant_is_read_as_empty():
+    odd = (("topicName", 5), ["typeVersion", "2"], ("topics", {"en": "t"}))
+    assert Dialog.from_variant(odd) == Dialog(type_version="2")
+    assert Dialog.from_variant(5) == Dialog.from_variant(None) == Dialog.from_variant(())

@@ -4,6 +4,7 @@
 import faulthandler
 import gc
 import os
+import signal
 import subprocess
 import sys
 import threading
@@ -41,7 +42,9 @@ def test_results_come_in_the_order_of_the_paths(many, jobs, tmp_path):
 
 
 def pool_threads():
-    return [thread for thread in threading.enumerate() if thread.name.startswith("veskpackage")]
+    """Those that do not end by themselves."""
+    threads = [thread for thread in threading.enumerate() if thread.name == "veskpackage"]
+    return [thread for thread in threads if thread.join(60) or thread.is_alive()]
 
 
 @MANY
@@ -116,6 +119,18 @@ def test_others_run_while_a_file_is_read(read, tmp_path):
     faulthandler.cancel_dump_traceback_later()
 
 
+@MANY
+def test_an_interrupt_waits_for_no_file(many, tmp_path):
+    os.mkfifo(tmp_path / "pipe")
+    program = f"""import os, signal, threading, veskpackage
+threading.Timer(0.3, os.kill, [os.getpid(), signal.SIGINT]).start()
+next(veskpackage.{many.__name__}(["pipe"]))"""
+    done = subprocess.run(
+        [sys.executable, "-c", program], cwd=tmp_path, timeout=60, stderr=subprocess.PIPE
+    )
+    assert done.returncode == -signal.SIGINT and b"KeyboardInterrupt" in done.stderr
+
+
 def test_several_threads_read_one_package():
     """What is Python's from the first reading on is the same for all."""
     expected = load(EXAMPLES[-1])
@@ -129,7 +144,7 @@ def test_several_threads_read_one_package():
             parts = [
                 getattr(one, field.name)
                 for one in (package, *package.behaviors)
-                for field in one._fields
+                for field in one._all_fields
             ]
             assert package == expected and package.copy() == expected
             return parts
@@ -175,3 +190,17 @@ for _ in range(4):
 time.sleep(0.1)"""
     for _ in range(4):
         subprocess.run([sys.executable, "-c", program], check=True, timeout=60)
+
+
+@pytest.mark.parametrize("first", ["", "import veskpackage"])
+def test_another_interpreter_is_refused_at_once(first):
+    program = f"""{first}
+try: import _interpreters as others
+except ImportError: import _xxsubinterpreters as others
+others.run_string(others.create(), '''if True:
+    try: import veskpackage
+    except ImportError as error: print("refused", flush=True)''')"""
+    done = subprocess.run(
+        [sys.executable, "-c", program], check=True, timeout=60, stdout=subprocess.PIPE
+    )
+    assert done.stdout == b"refused\n"
