@@ -21,7 +21,8 @@ struct Stop
 };
 
 /// Works on files without the interpreter's lock: gives for each path what \p present makes of what
-/// \p work gives, or the exception that ended it.
+/// \p work gives, or the Failure that ended it. What runs Python's code is left to who takes these:
+/// a thread in the midst of that is unwound when the interpreter ends, through C++ that cannot bear it.
 template <typename Work, typename Present>
 py::list forEachPath(const std::vector<std::string>& paths, const Stop& stop, Work work,
                      Present present)
@@ -44,7 +45,7 @@ py::list forEachPath(const std::vector<std::string>& paths, const Stop& stop, Wo
   py::list results;
   for (auto& outcome : outcomes)
   {
-    results.append(outcome.failure ? toException(outcome.failure)
+    results.append(outcome.failure ? py::cast(Failure{outcome.failure})
                                    : present(std::move(*outcome.result)));
   }
   return results;

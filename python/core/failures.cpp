@@ -49,15 +49,7 @@ py::object toEditError(const BadEdit& failure)
   return errors("EditError")(toText(failure.message), py::none(), place.line, place.utf16Column);
 }
 
-// By value, as pybind11 calls it.
-// NOLINTNEXTLINE(performance-unnecessary-value-param)
-void translate(std::exception_ptr thrown)
-{
-  const py::object exception = toException(thrown);
-  PyErr_SetObject(py::type::handle_of(exception).ptr(), exception.ptr());
-}
-} // namespace
-
+/// Throws on any other exception.
 py::object toException(const std::exception_ptr& thrown)
 {
   try
@@ -86,6 +78,20 @@ py::object toException(const std::exception_ptr& thrown)
   }
 }
 
-void defineFailures(py::module_&) { py::register_exception_translator(&translate); }
+// By value, as pybind11 calls it.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
+void translate(std::exception_ptr thrown)
+{
+  const py::object exception = toException(thrown);
+  PyErr_SetObject(py::type::handle_of(exception).ptr(), exception.ptr());
+}
+} // namespace
+
+void defineFailures(py::module_& module)
+{
+  py::register_exception_translator(&translate);
+  py::class_<Failure>(module, "Failure")
+      .def("exception", [](const Failure& failure) { return toException(failure.thrown); });
+}
 
 } // namespace vesk::python

@@ -41,9 +41,11 @@ struct BadEdit : std::exception
   std::optional<source::Place> place;
 };
 
-/// The exception of Python's for one of these, or for memory that ran out, as an object. Throws on any
-/// other.
-py::object toException(const std::exception_ptr& thrown);
+/// One of these, or memory that ran out, for Python to make an exception of.
+struct Failure
+{
+  std::exception_ptr thrown;
+};
 
 void defineFailures(py::module_& module);
 

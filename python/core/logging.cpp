@@ -5,7 +5,6 @@
 
 #include <vesk/log.hpp>
 
-#include <atomic>
 #include <memory>
 
 namespace vesk::python

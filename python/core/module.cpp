@@ -8,6 +8,7 @@
 #include "unlocked.hpp"
 
 #include <exception>
+#include <pthread.h>
 
 namespace vesk::python
 {
@@ -27,6 +28,7 @@ PyObject* newModule()
   defineLogging(module);
   module.attr("version") = VESKPACKAGE_VERSION;
   Py_AtExit(endWork);
+  pthread_atfork(nullptr, nullptr, forgetWork);
   return module.release().ptr();
 }
 

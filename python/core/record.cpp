@@ -218,7 +218,6 @@ void defineRecord(py::module_& module)
 {
   py::class_<Record>(module, "Record")
       .def(py::init<const std::string&>(), py::arg("type_name"))
-      .def_property_readonly("type_name", &Record::typeName)
       .def("get", &Record::get, py::arg("index"), py::arg("outer") = py::none(),
            py::arg("inner") = py::none())
       .def("set", &Record::set, py::arg("index"), py::arg("value"))

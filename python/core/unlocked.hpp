@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cxxabi.h>
 #include <exception>
+#include <new>
 #include <optional>
 #include <pybind11/pybind11.h>
 #include <shared_mutex>
@@ -57,6 +58,9 @@ inline std::shared_timed_mutex& working()
   static auto& mutex = *new std::shared_timed_mutex;
   return mutex;
 }
+
+/// Called in a forked child, which has none of the threads that may hold it.
+inline void forgetWork() { new (&working()) std::shared_timed_mutex; }
 
 /// Called when the interpreter has ended. The program goes on to take down what the libraries have, so that
 /// threads finish what they are at; but a thread that waits for a file is not waited for.

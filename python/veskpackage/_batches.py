@@ -30,21 +30,24 @@ def checked_jobs(paths: Iterable[Path], jobs: int | None) -> int:
     if isinstance(paths, (str, bytes)):
         raise TypeError(f"paths are wanted, not {type(paths).__name__}")
     iter(paths)
-    if jobs is None:
-        return len(os.sched_getaffinity(0))
-    if not isinstance(jobs, int):
-        raise TypeError(f"jobs: an int is wanted, not {type(jobs).__name__}")
-    if jobs < 1:
-        raise ValueError(f"jobs: {jobs} is less than 1")
-    return jobs
+    return len(os.sched_getaffinity(0)) if jobs is None else checked_count("jobs", jobs)
+
+
+def checked_count(name: str, count: int) -> int:
+    """The count, if it is one from 1 on."""
+    if not isinstance(count, int):
+        raise TypeError(f"{name}: an int is wanted, not {type(count).__name__}")
+    if count < 1:
+        raise ValueError(f"{name}: {count} is less than 1")
+    return count
 
 
 def in_order(
     work: Work, paths: Iterable[Path], jobs: int
 ) -> Generator[tuple[Path, Any], None, None]:
-    """Gives each path with what `work` gives for it, or with the exception that it is no path. Works on
-    several threads, but not much further than what has been asked for. What the paths raise is raised
-    when all paths before it are done."""
+    """Gives each path with what `work` gives for it, or with the exception that it is no path or cannot be
+    read. Works on several threads, but not much further than what has been asked for. What the paths raise
+    is raised when all paths before it are done."""
     stop = _core.Stop()
     batches = _Batches(paths)
     tasks: Tasks = SimpleQueue()
@@ -61,7 +64,8 @@ def in_order(
                 break
             results, seconds = running.popleft().result()
             batches.adapt(len(results), seconds)
-            yield from results
+            for path, result in results:
+                yield path, result.exception() if isinstance(result, _core.Failure) else result
     finally:
         stop.set()
         for _ in threads:
@@ -83,6 +87,7 @@ def _started(work: Work, tasks: Tasks, stop: _core.Stop) -> Thread:
                 future.set_result(_timed(work, batch, stop))
             except BaseException as error:
                 future.set_exception(error)
+            del task, future, batch  # and so the results, while there is nothing to do
 
     thread = Thread(target=run, name="veskpackage", daemon=True)
     thread.start()

@@ -5,11 +5,16 @@ import os
 import secrets
 import stat
 from contextlib import suppress
+from typing import TypeGuard
 
 #: A path of a file.
 Path = str | os.PathLike[str]
 #: The bytes of one.
 Data = bytes | bytearray | memoryview
+
+
+def is_data(value: object) -> TypeGuard[Data]:
+    return isinstance(value, (bytes, bytearray, memoryview))
 
 
 def replace_file(path: Path, data: Data) -> None:

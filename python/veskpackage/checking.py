@@ -11,8 +11,8 @@ from functools import cache
 from typing import Any, Literal, TypeAlias, cast
 
 from . import _core
-from ._batches import checked_jobs, in_order
-from ._files import Data, Path
+from ._batches import checked_count, checked_jobs, in_order
+from ._files import Data, Path, is_data
 from .containers import checked_text
 
 __all__ = [
@@ -195,7 +195,8 @@ def check_many(
     With `look_up_files`, the paths in each manifest are looked up in the folder where it lies. The other
     options are those of `check`.
 
-    Who leaves early waits for no file; a thread that does ends when it has got it."""
+    Leaving early does not wait: a thread that still waits for a file ends once that has been read.
+    """
     options = _options(severities, "", most_of_a_rule)
     threads = checked_jobs(paths, jobs)
 
@@ -232,7 +233,7 @@ def fix(
 
 
 def _bytes_of(manifest: Path | Data) -> bytes:
-    if isinstance(manifest, (bytes, bytearray, memoryview)):
+    if is_data(manifest):
         return bytes(manifest)
     return _core.file_bytes(os.fsencode(manifest))
 
@@ -243,14 +244,10 @@ def _options(
     folder = os.fsdecode(package_folder)
     if folder:
         os.stat(os.path.join(folder, ""))  # raises unless it is a folder
-    if not isinstance(most_of_a_rule, int):
-        raise TypeError(f"most_of_a_rule: an int is wanted, not {type(most_of_a_rule).__name__}")
-    if most_of_a_rule < 1:
-        raise ValueError(f"most_of_a_rule: {most_of_a_rule} is less than 1")
     return _core.Options(
         {checked_text(tag): checked_text(severity) for tag, severity in severities.items()},
         os.fsencode(folder),
-        min(most_of_a_rule, sys.maxsize),
+        min(checked_count("most_of_a_rule", most_of_a_rule), sys.maxsize),
     )
 
 

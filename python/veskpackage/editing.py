@@ -10,6 +10,7 @@ from functools import cache
 from typing import Any, Protocol, TypeAlias, overload
 
 from . import _core
+from ._files import Data, is_data
 from ._record import Record, json_of
 from .containers import checked_text
 from .errors import FieldError
@@ -58,15 +59,11 @@ def edit(text: str, changes: Changes, *, keep_comments: bool = False) -> str:
 
 
 @overload
-def edit(
-    text: bytes | bytearray | memoryview, changes: Changes, *, keep_comments: bool = False
-) -> bytes:
+def edit(text: Data, changes: Changes, *, keep_comments: bool = False) -> bytes:
     ...
 
 
-def edit(
-    text: str | bytes | bytearray | memoryview, changes: Changes, *, keep_comments: bool = False
-) -> str | bytes:
+def edit(text: str | Data, changes: Changes, *, keep_comments: bool = False) -> str | bytes:
     """A manifest with some fields changed: what is not changed keeps every character, with comments, unknown
     elements and layout. Takes and gives the text of a manifest, or the bytes of one in any encoding; it opens
     no files, and `replace_file` writes what it gives.
@@ -89,7 +86,7 @@ def edit(
     entry or a value that is none for it, EditError where more would have to be changed, and ValueError for a
     str that names another encoding than UTF-8, of which the bytes are wanted.
     """
-    if not isinstance(text, (str, bytes, bytearray, memoryview)):
+    if not (isinstance(text, str) or is_data(text)):
         raise TypeError(f"bytes or a str are wanted, not {type(text).__name__}")
     if not hasattr(changes, "items"):
         raise TypeError(f"a dict of changes is wanted, not {type(changes).__name__}")

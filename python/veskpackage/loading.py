@@ -9,7 +9,7 @@ from dataclasses import dataclass
 
 from . import _core
 from ._batches import checked_jobs, in_order
-from ._files import Data, Path
+from ._files import Data, Path, is_data
 from .package import Package
 
 __all__ = ["Loaded", "load", "load_many", "loads"]
@@ -56,7 +56,7 @@ def loads(manifest: Data | str) -> Package:
     """
     if isinstance(manifest, str):
         return Package._of(_core.read_text(manifest))
-    if not isinstance(manifest, (bytes, bytearray, memoryview)):
+    if not is_data(manifest):
         raise TypeError(f"bytes or a str are wanted, not {type(manifest).__name__}")
     return Package._of(_core.read_bytes(bytes(manifest)))
 
@@ -66,7 +66,8 @@ def load_many(paths: Iterable[Path], *, jobs: int | None = None) -> Generator[Lo
     results in the order of the paths, as they come. The paths are asked for as they are needed, so there
     can be any number. A file that cannot be read has an `error` and ends nothing.
 
-    Who leaves early waits for no file; a thread that does ends when it has got it."""
+    Leaving early does not wait: a thread that still waits for a file ends once that has been read.
+    """
     threads = checked_jobs(paths, jobs)
 
     def load_all() -> Generator[Loaded, None, None]:

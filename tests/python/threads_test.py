@@ -181,13 +181,22 @@ def test_threads_work_with_packages_of_their_own(tmp_path):
         list(pool.map(work, [tmp_path / str(number) for number in range(24)]))
 
 
-def test_the_end_of_the_interpreter_is_the_end_of_daemons():
-    work = "while True: v.loads(data), v.check(data), v.edit(data, {'version': '2'})"
-    program = f"""import threading, time, veskpackage as v
+DAEMONS = f"""import threading, time, veskpackage as v
 data = open({str(EXAMPLES[-1])!r}, "rb").read()
-for _ in range(4):
-    threading.Thread(target=exec, args=({work!r}, globals()), daemon=True).start()
+def work():
+    while True: v.loads(data), v.check(data), v.edit(data, {{'version': '2'}})
+for _ in range(4): threading.Thread(target=work, daemon=True).start()
 time.sleep(0.1)"""
+LOGGED_SLOWLY = """import logging, time, veskpackage as v
+logging.getLogger("veskpackage").addFilter(lambda record: time.sleep(0.02) or True)
+v.forward_log()
+kept = [{i: [i]} for i in range(300_000)]  # takes a while to end
+results = v.load_many(["missing"] * 100, jobs=4)
+next(results)"""
+
+
+@pytest.mark.parametrize("program", [DAEMONS, LOGGED_SLOWLY])
+def test_the_end_of_the_interpreter_is_the_end_of_daemons(program):
     for _ in range(4):
         subprocess.run([sys.executable, "-c", program], check=True, timeout=60)
 
