@@ -170,8 +170,11 @@ Json parseJson(const TypeInterface& type, const std::string& text, const FieldPa
   }
   catch (const Json::exception& error)
   {
-    // The parser's words are no help where neither an array nor an object was meant.
-    const bool isStructured = text.find_first_of("[{") == 0;
+    // The parser's words are no help where an array or object was not meant, or is not wanted.
+    const bool isPlain = type.kind() == TypeKind::Bool || isNumber(type);
+    const std::size_t begin = text.find_first_not_of(" \t\r\n");
+    const bool isStructured =
+        !isPlain && begin != std::string::npos && (text[begin] == '[' || text[begin] == '{');
     const std::string what = error.what();
     failAt(path,
            "takes " + expected(type) +
