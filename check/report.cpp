@@ -92,6 +92,7 @@ std::vector<Finding> Report::take(std::string_view text)
       const auto last = std::find_if(findings.rbegin(), findings.rend(),
                                      [id](const Finding& finding)
                                      { return finding.rule == &ruleOf(static_cast<RuleId>(id)); });
+      // In these words, since the pages of the Python package look for the number.
       last->message += "; " + std::to_string(counts[id] - most) + " more of these are left out";
     }
   }

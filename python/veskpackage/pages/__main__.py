@@ -18,8 +18,8 @@ def run(arguments: Sequence[str] | None = None) -> int:
         "python -m veskpackage.pages",
         description="Writes pages of HTML about packages, which open from a disk: one for each "
         "manifest, and an index where there are several. A veskpackage.toml is not asked.",
-        epilog="Exit codes: 0 done, 1 the folder holds files of somebody else, 2 wrong usage or no "
-        "manifest in a SOURCE, 3 a manifest is unreadable or malformed, or a page cannot be written.",
+        epilog="Exit codes: 0 done, 1 the folder holds files of somebody else, 2 wrong usage, no "
+        "manifest in a SOURCE or no Jinja2, 3 a manifest is unreadable or malformed, or a page cannot be written.",
     )
     parser.add_argument(
         "source",
@@ -42,7 +42,13 @@ def run(arguments: Sequence[str] | None = None) -> int:
         help="write also into a folder that holds other files; these stay, unless they are called "
         "like pages",
     )
-    parser.add_argument("-j", "--jobs", type=_positive, metavar="N", help="read with N threads")
+    parser.add_argument(
+        "-j",
+        "--jobs",
+        type=_positive,
+        metavar="N",
+        help="read with N threads; else as many as there are processors",
+    )
     options = parser.parse_args(arguments)
     try:
         written = write(options.source, options.output, force=options.force, jobs=options.jobs)

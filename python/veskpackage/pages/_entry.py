@@ -11,7 +11,7 @@ from ..records import MirelRequirement, RobotRequirement
 from ._coverage import Share, listed
 from ._findings import SEVERITIES
 from ._scales import Bounds
-from ._text import cut, language_name
+from ._text import cut, language_name, with_visible_ends
 
 # A stranger's text can be long, and an index has thousands of them.
 _MOST_OF_TEXT = 100
@@ -82,7 +82,7 @@ def entry_of(
         counts,
         uuid=cut(package.uuid, _MOST_OF_TEXT),
         version=cut(package.version, _MOST_OF_TEXT),
-        channel=cut(package.channel, _MOST_OF_TEXT),
+        channel=cut(with_visible_ends(package.channel), _MOST_OF_TEXT),
         others=" ".join(filter(None, [*makers, cut(names, _MOST_OF_NAMES)])),
         languages=[cut(language_name(language), _MOST_OF_TEXT) for language in listed(package)],
         behaviors=len(package.behaviors),
@@ -94,7 +94,7 @@ def entry_of(
         ],
         models=sorted(
             {
-                cut(needed.model, _MOST_OF_TEXT)
+                cut(with_visible_ends(needed.model), _MOST_OF_TEXT)
                 for needed in package.robot_requirements[:_MOST_OF_LIST] or [RobotRequirement()]
             }
         ),

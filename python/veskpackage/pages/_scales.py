@@ -107,8 +107,13 @@ class Scale:
         return rank / (len(self.versions) - 1) if len(self.versions) > 1 else 0.5
 
     def bar(self, bounds: Bounds) -> Bar | None:
-        """None where bounds cannot be drawn: a text that is no number, or nothing between them."""
+        """None where bounds cannot be drawn: a text that is no number, nothing between them, or a version
+        that has come into a manifest since the scale was made."""
         if bounds.is_text or bounds.is_reversed or not self.versions:
+            return None
+        if not {version(text) for text in (bounds.lowest, bounds.highest) if text} <= {
+            *self.versions
+        }:
             return None
         ranks = [self.rank(bounds.lowest), self.rank(bounds.highest)]
         begin, end = (None if rank is None else self.at(rank) for rank in ranks)

@@ -51,7 +51,7 @@ def _names(given: list[str]) -> list[str]:
         return [""]
     places = [os.path.abspath(path) for path in given]
     parts = [place.split(os.sep) for place in places]
-    for count in range(1, max(map(len, parts), default=0)):
+    for count in range(1, max(map(len, parts))):
         ends = [os.sep.join(path[-count:]) for path in parts]
         if len(set(ends)) == len(set(places)):
             return ends

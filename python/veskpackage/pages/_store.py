@@ -82,7 +82,7 @@ def write(
     Raises NoManifest where there is none in one of them, NotOurs for a folder that holds other files,
     unless `force` is set, and OSError where a page cannot be written. A manifest that cannot be read
     ends nothing: its page says why, and so does what is given. Raises ModuleNotFoundError where there
-    is no Jinja2.
+    is no Jinja2, and TypeError or ValueError for sources or jobs that are none, such as a single str.
     """
     from ._templates import environment  # whose Jinja2 is not asked for before there is need of it
 

@@ -96,11 +96,13 @@ def cut(text: str, most: int) -> str:
 
 
 def language_name(code: str) -> str:
-    """A language as manifests have it, with blanks at its ends made visible, since they make it another
+    return with_visible_ends(code) or "no language"
+
+
+def with_visible_ends(text: str) -> str:
+    """A language, channel or the like with the blanks at its ends made visible, since they make it another
     one."""
-    if not code:
-        return "no language"
-    return _BLANKS_AT_ENDS.sub(lambda match: "".join(map(_shown_blank, match[0])), code)
+    return _BLANKS_AT_ENDS.sub(lambda match: "".join(map(_shown_blank, match[0])), text)
 
 
 def _shown_blank(blank: str) -> str:

@@ -94,7 +94,7 @@ function enhance() {
     const asked = new URLSearchParams();
     for (const field of fields) {
       // By its words, since numbers of choices change with the store.
-      const words = field.value && field.selectedOptions ? field.selectedOptions[0].text : field.value;
+      const words = field.value && field.selectedOptions ? field.selectedOptions[0].textContent : field.value;
       if (words) {
         asked.set(field.id, words);
       }
@@ -110,7 +110,7 @@ function enhance() {
     const asked = new URLSearchParams(location.hash.slice(1));
     for (const field of fields) {
       const words = asked.get(field.id) ?? "";
-      const choice = Array.from(field.options ?? []).find((option) => option.value && option.text === words);
+      const choice = Array.from(field.options ?? []).find((option) => option.value && option.textContent === words);
       field.value = field.options ? choice?.value ?? "" : words;
     }
     const order = asked.get("order") ?? "";
