@@ -62,6 +62,10 @@ def main(arguments: list[str]) -> int:
     manifest, language = Path(arguments[0]), arguments[1]
     try:
         translations = read_translations(Path(arguments[2]))
+    except (ValueError, OSError) as error:
+        print(error, file=sys.stderr)
+        return 3
+    try:
         data = manifest.read_bytes()
         missing = missing_names(veskpackage.loads(data), language)
         changes = {
@@ -69,11 +73,8 @@ def main(arguments: list[str]) -> int:
         }
         if changes:
             veskpackage.replace_file(manifest, veskpackage.edit(data, changes))
-    except veskpackage.ManifestError as error:
+    except (veskpackage.ManifestError, ValueError, OSError) as error:
         print(f"{manifest}: {error}", file=sys.stderr)
-        return 3
-    except (ValueError, OSError) as error:  # which name their file
-        print(error, file=sys.stderr)
         return 3
     untranslated = [text for text in missing.values() if text not in translations]
     for text in untranslated:

@@ -100,12 +100,16 @@ class PartField(Field[Held, Given]):
 class ContainerField(PartField[Container, Given]):
     """A field whose container stays the same object: what is assigned becomes its content."""
 
-    def __init__(self, container: type[Container], doc: str) -> None:
+    def __init__(
+        self, container: type[Container], doc: str, inner: type[TextList] | None = None
+    ) -> None:
         super().__init__(doc)
         self.container: Any = container
+        self.inner = inner  # the class of the lists in it
+        self.default: Any = {} if issubclass(container, dict) else ()
 
     def _made(self, core: _core.Record) -> Any:
-        return core.get(self.index, self.container, self.container._inner)
+        return core.get(self.index, self.container, self.inner)
 
     def _set(self, record: Record, value: Any) -> None:
         self._get(record)._become(value)
@@ -116,7 +120,7 @@ def texts(doc: str) -> ContainerField[Texts, Mapping[str, str]]:
 
 
 def text_lists(doc: str) -> ContainerField[TextLists, Mapping[str, Iterable[str]]]:
-    return ContainerField(TextLists, doc)
+    return ContainerField(TextLists, doc, TextList)
 
 
 def text_list(doc: str) -> ContainerField[TextList, Iterable[str]]:
@@ -159,7 +163,7 @@ class Record:
         self._parts = {}
         for field in self._all_fields:
             value = given[field.name]
-            if not (isinstance(field, ContainerField) and value in ((), {})):
+            if not (isinstance(field, ContainerField) and value == field.default):
                 field.__set__(self, value)
 
     @classmethod

@@ -9,7 +9,7 @@ are equal to plain lists and dicts, can be sliced, sorted, copied, pickled and g
 from __future__ import annotations
 
 from collections.abc import Iterable, Mapping
-from typing import Any, ClassVar, Generic, Self, SupportsIndex, TypeVar, overload
+from typing import Any, Generic, Self, SupportsIndex, TypeVar, overload
 
 from . import _core
 
@@ -40,8 +40,6 @@ class CheckedList(list[Item]):
     """A list that takes certain items only."""
 
     __slots__ = ()
-    #: The class of the lists in it.
-    _inner: ClassVar[type[list[Any]] | None] = None
 
     def _checked(self, item: Any) -> Item:
         """The item to keep for what is put in."""
@@ -150,7 +148,6 @@ class CheckedDict(dict[str, Item], Generic[Item, Given]):
     """A dict from texts to certain values only, made of what is given."""
 
     __slots__ = ()
-    _inner: ClassVar[type[list[Any]] | None] = None
 
     def _checked(self, key: str, value: Any) -> Item:
         """What to keep for a value that is put in."""
@@ -216,7 +213,6 @@ class TextLists(CheckedDict[TextList, Iterable[str]]):
     """
 
     __slots__ = ()
-    _inner = TextList
 
     def _checked(self, key: str, value: Any) -> TextList:
         is_there = key in self and self[key] is value

@@ -43,8 +43,8 @@ def check_packages(
 ) -> DataFrame:
     """A row for each finding of each file: `file`, its path, and the members of a Finding, with structs for
     `begin`, `end` and `mend`. A file that cannot be read is a row of the rule "unreadable". The rows of a file
-    are in the order of its text. Options are those of `veskpackage.check`:
-    of one rule the first `most_of_a_rule` findings of a file are given.
+    are in the order of its text. `severities` and `most_of_a_rule` are as for `veskpackage.check`: of a rule
+    the first findings of a file are given.
 
     Raises ValueError for a rule or severity that there is not, and what `read_packages` raises.
     """
@@ -65,14 +65,14 @@ def _columns(files: DataFrame) -> list[Any]:
     """Looked at here, since the workers would say less, and late. As in Spark, case does not matter."""
     if not hasattr(files, "schema"):
         raise TypeError(f"a dataframe of files is wanted, not {type(files).__name__}")
+    fields = {field.name.lower(): field for field in files.schema}
+    if "path" not in fields:
+        raise ValueError("files have no column path")
     columns = []
-    for wanted, types in (("path", ("string", "binary")), ("content", ("binary",))):
-        for field in files.schema:
-            if field.name.lower() == wanted:
-                if field.dataType.typeName() not in types:
-                    kind = field.dataType.simpleString()
-                    raise TypeError(f"{field.name}: {' or '.join(types)} is wanted, not {kind}")
-                columns.append(files[field.name].alias(wanted))
-        if not columns:
-            raise ValueError(f"files have no column {wanted}")
+    for name, types in (("path", ("string", "binary")), ("content", ("binary",))):
+        if field := fields.get(name):
+            if field.dataType.typeName() not in types:
+                kind = field.dataType.simpleString()
+                raise TypeError(f"{field.name}: {' or '.join(types)} is wanted, not {kind}")
+            columns.append(files[field.name].alias(name))
     return columns
