@@ -92,8 +92,10 @@ execute_process(COMMAND gzip -9 --no-name --keep --force changelog changelog.Deb
 # Header-only libraries want their terms to go with the programs that they are built into.
 set(terms "")
 foreach(package IN ITEMS libcli11-dev libtomlplusplus-dev nlohmann-json3-dev pybind11-dev)
-  file(READ /usr/share/doc/${package}/copyright text)
-  string(APPEND terms "Of ${package}:\n\n${text}\n")
+  if(EXISTS /usr/share/doc/${package}/copyright)
+    file(READ /usr/share/doc/${package}/copyright text)
+    string(APPEND terms "Of ${package}:\n\n${text}\n")
+  endif()
 endforeach()
 file(WRITE ${debian}/copyright.built-in "${terms}")
 set(components LIBRARY DEVELOPMENT TOOL)
