@@ -34,7 +34,7 @@ PyObject* newModule()
 
 /// Gives each import the same module, as pybind11 knows a type once. In another interpreter than the main
 /// one pybind11 would wait for ever, so that it must not even start there.
-PyObject* importedModule(PyObject* /*spec*/, PyModuleDef* /*definition*/)
+PyObject* importedModule(PyObject* /*about*/, PyModuleDef* /*definition*/)
 {
   if (PyInterpreterState_Get() != PyInterpreterState_Main())
   {

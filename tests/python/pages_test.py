@@ -231,7 +231,7 @@ def test_the_package_needs_no_jinja() -> None:
 def test_an_index_of_much(tmp_path: Path) -> None:
     names = "".join(f'<name lang="{code}">{code * 50}</name>' for code in ("de", "en", "fr", "it"))
     manifest = '<package uuid="{0}"><names><name lang="en">{0}</name></names></package>'
-    order = ["Ärger", "Øre", "part 2", "Part 10", "Zoo"]
+    order = ["Ärger", "Øre", "page 2", "Page 10", "Zoo"]
     many = f'<package author="Maker"><names>{names}</names>{"<bogus/>" * 120}</package>'
     site = site_of(tmp_path, a=many, **{name: manifest.format(name) for name in order})
     index = (site / "index.html").read_text("utf-8")
