@@ -7,9 +7,11 @@
 #include <edit/changes.hpp>
 #include <source/document.hpp>
 
+#include <algorithm>
 #include <numeric>
 
 using namespace vesk::edit;
+using vesk::AnyConstReference;
 using vesk::AnyReference;
 
 namespace
@@ -67,6 +69,29 @@ void changePart(Manifest& manifest, const FieldPath& path, Choice& choice)
   }
 }
 
+/// Whether an element of a list has become like another one was. Then that may have been moved there, and
+/// what is no field has gone with the one that stood there.
+bool mayHaveMoved(const Manifest& before, const Manifest& after)
+{
+  const AnyConstReference fields(before);
+  for (std::size_t member = 0; member < fields.memberNames().size(); ++member)
+  {
+    const AnyConstReference was = fields.member(member);
+    const AnyConstReference is = AnyConstReference(after).member(member);
+    const bool isList = was.type()->kind() == vesk::TypeKind::List;
+    for (std::size_t i = 0; isList && i < std::min(was.size(), is.size()); ++i)
+    {
+      const std::vector<AnyConstReference> all = was.elements();
+      if (is.element(i) != was.element(i) &&
+          std::find(all.begin(), all.end(), is.element(i)) != all.end())
+      {
+        return true;
+      }
+    }
+  }
+  return false;
+}
+
 /// Nothing where the change is refused, with a reason.
 std::optional<std::string> changedText(const std::string& bytes, const Manifest& before,
                                        const Manifest& after)
@@ -95,14 +120,12 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
   require(changed(bytes, *before, *before) == bytes, "no change changes nothing");
   Choice choice(bytes);
   Manifest after = *before;
-  bool isWithinTexts = true; // else what belongs to a removed record goes with it
+  bool isWithinTexts = true; // else what is in the element of a removed record or flag goes with it
   for (std::size_t count = choice.below(4) + 1; count > 0; --count)
   {
     const std::vector<FieldPath> parts = partsOf(after);
     const FieldPath& path = parts[choice.below(parts.size())];
-    const vesk::TypeKind kind = partAt(after, path).type()->kind();
-    isWithinTexts =
-        isWithinTexts && (kind == vesk::TypeKind::String || kind == vesk::TypeKind::Bool);
+    isWithinTexts = isWithinTexts && partAt(after, path).is<std::string>();
     changePart(after, path, choice);
   }
   const std::optional<std::string> result = changedText(bytes, *before, after);
@@ -111,7 +134,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     return 0;
   }
   require(!vesk::source::Document::parse(*result).error(), "well-formed after a change");
-  require(!isWithinTexts || asidesIn(*result) == asidesIn(bytes), "comments and the like stay");
+  require(!isWithinTexts || mayHaveMoved(*before, after) || asidesIn(*result) == asidesIn(bytes),
+          "comments and the like stay");
   changedText(*result, readManifest(*result, error).value(), *before);
   return 0;
 }
